@@ -1,0 +1,11 @@
+#include "cleaners/clean_log.h"
+
+#include "platform/win32.h"
+
+std::string ResultStamp() {
+  char date[128] = "";
+  char time[128] = "";
+  ::GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, nullptr, nullptr, date, sizeof date);
+  ::GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, time, sizeof time);
+  return std::string(date) + " @ " + time;
+}

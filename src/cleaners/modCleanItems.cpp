@@ -1,0 +1,35 @@
+#include "cleaners/modCleanItems.h"
+
+#include "cleaners/clean_log.h"
+#include "cleaners/recycle_bin_root.h"
+#include "platform/main_window.h"
+#include "platform/runtime_error.h"
+#include "platform/system_functions.h"
+
+// The shell's headers need the lean windows.h before them.
+#include <objbase.h>
+#include <shlobj.h>
+
+void ClearRecentDocs() {
+  ::SHAddToRecentDocs(0, nullptr);
+  resumeNext([] { LogCleanResult("Recent Docs List Cleared", ResultStamp()); });
+}
+
+void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noProgress, bool noSound) {
+  resumeNext([&] {
+    const std::string root = RecycleBinRoot(driveRoot);
+    late::SHEmptyRecycleBin(MainWindowHandle, root.c_str(), RecycleBinFlags(noConfirmation, noProgress, noSound));
+  });
+  resumeNext([] { LogCleanResult("Recycle Bin Cleared ", ResultStamp()); });
+}
+
+void ClearClipboard() {
+  ::OpenClipboard(MainWindowHandle);
+  resumeNext([] {
+    if (::EmptyClipboard())
+      LogCleanResult("Clipboard Cleared", ResultStamp());
+    else
+      LogCleanResult("Clipboard ", "Terminated");
+  });
+  ::CloseClipboard();
+}

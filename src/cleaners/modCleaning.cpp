@@ -1,0 +1,81 @@
+#include "cleaners/modCleaning.h"
+
+#include "cleaners/clean_log.h"
+#include "cleaners/folder_contents.h"
+#include "cleaners/temp_folder.h"
+#include "cleaners/wipe_file.h"
+#include "cleaners/wipe_state.h"
+#include "platform/ErroHandle.h"
+#include "platform/Reg32.h"
+#include "platform/handles.h"
+#include "platform/stop_request.h"
+#include "platform/system_functions.h"
+
+namespace {
+
+constexpr char kFindFilesKey[] = "Software\\Microsoft\\Windows\\Currentversion\\Explorer\\Doc Find Spec MRU";
+constexpr char kFindBarKey[] =
+    "Software\\Microsoft\\Internet Explorer\\Explorer Bars\\{C4EE31F3-4768-11D2-BE5C-00A0C9A83DA1}\\FilesNamedMRU";
+
+// The key that ClearFind leaves open when it returns; the next opening closes it.
+UniqueKey findKey;
+
+// Index 0 is read every time: each deletion moves the remaining values down.
+void DeleteValuesFromTheFront(HKEY key, LONG status) {
+  while (status == ERROR_SUCCESS && !StopErase) {
+    char name[255];
+    DWORD length = sizeof name;
+    status = ::RegEnumValueA(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr);
+    if (status == ERROR_SUCCESS) status = ::RegDeleteValueA(key, name);
+  }
+}
+
+void ClearFindKey(const char* path) {
+  HKEY opened = nullptr;
+  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
+  findKey.reset(status == ERROR_SUCCESS ? opened : nullptr);
+  ++CleanedKeyCount;
+  DeleteValuesFromTheFront(findKey.get(), status);
+  late::SHDeleteKey(HKEY_CURRENT_USER, path);
+}
+
+}  // namespace
+
+void ClearWindowsTemp() {
+  resumeNext([] {
+    const TempFolderFacts facts = FindTempFolderFacts();
+    if (!MayCleanTempFolder(facts)) {
+      LogCleanResult("Windows Temporary Files", "Terminated");
+      return;
+    }
+    ClearFolderContents(facts.reported, false, true);
+    LogCleanResult(StopErase ? "Windows Temporary Files **** aborted by user" : "Windows Temporary Files Cleared", ResultStamp());
+  });
+}
+
+void ClearScanDiskFiles() {
+  resumeNext([] { WipeMatchingFiles("C:\\*.chk"); });
+  resumeNext([] { WipeMatchingFiles("D:\\*.chk"); });
+  resumeNext([] { LogCleanResult(StopErase ? "Scan Disk Files **** aborted by user" : "Scan Disk Files", ResultStamp()); });
+}
+
+void ClearFind() {
+  reportAndLeave("modCleaning,ClearFind", [] {
+    ClearFindKey(kFindFilesKey);
+    ClearFindKey(kFindBarKey);  // also after a stop within the first key, then without its value loop
+    if (StopErase)
+      LogCleanResult("Find File List", "**Aborted**");
+    else
+      LogCleanResult("Find File List Cleared", ResultStamp());
+  });
+}
+
+void ClearRegistryStreams() {
+  resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU"); });
+  // The system reads this value under the machine's hive; the current user's is meant.
+  resumeNext([] {
+    SaveKeyValue(HKEY_CURRENT_USER, "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management",
+                 "ClearPageFileAtShutdown", "0", REG_SZ);
+  });
+  resumeNext([] { LogCleanResult("Registry Streams Cleared", ResultStamp()); });
+}

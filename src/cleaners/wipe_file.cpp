@@ -1,0 +1,100 @@
+#include "cleaners/wipe_file.h"
+
+#include <cstdlib>
+
+#include "cleaners/clean_log.h"
+#include "cleaners/wipe_fill.h"
+#include "cleaners/wipe_state.h"
+#include "platform/message_pump.h"
+#include "platform/path_text.h"
+#include "platform/runtime_error.h"
+#include "platform/stop_request.h"
+#include "platform/system_error.h"
+#include "platform/text_value.h"
+
+namespace {
+
+char RandomFillCharacter() {
+  SYSTEMTIME now;
+  ::GetLocalTime(&now);
+  std::srand(::GetTickCount());
+  FILETIME ticks;
+  ::SystemTimeToFileTime(&now, &ticks);
+  const double days =
+      (static_cast<double>(ticks.dwHighDateTime) * 4294967296.0 + ticks.dwLowDateTime) / (10000000.0 * 86400.0);
+  const double seconds = now.wHour * 3600.0 + now.wMinute * 60.0 + now.wSecond + now.wMilliseconds / 1000.0;
+  return FillCharacter(days, seconds, std::rand() / (static_cast<double>(RAND_MAX) + 1.0));
+}
+
+void Put(HANDLE file, const char* bytes, std::size_t count) {
+  DWORD written = 0;
+  if (!::WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr)) RaiseSystemError(::GetLastError());
+}
+
+// One pass. False when no further pass is wanted: the file cannot be opened, or a stop was asked for.
+bool Overwrite(const NativePath& path, std::uint64_t length) {
+  const FillBlocks blocks = MakeFillBlocks(RandomFillCharacter(), RandomFillCharacter());
+  Err.Clear();
+  const UniqueFile file = NativeOpenForWriting(path);
+  if (!file) {
+    Err.Set({RuntimeErrorNumberOf(::GetLastError()), RuntimeErrorDescription(RuntimeErrorNumberOf(::GetLastError()))});
+    return false;
+  }
+  const std::uint64_t kilobytes = length / 1024;
+  for (std::uint64_t round = 1; round <= kilobytes; ++round) {
+    resumeNext([&] { Put(file.get(), round % 2 == 1 ? blocks.a.data() : blocks.b.data(), blocks.a.size()); });
+    DoEventsNowAndThen();
+  }
+  const std::size_t rest = static_cast<std::size_t>(length % 1024);
+  if (rest > 0) resumeNext([&] { Put(file.get(), blocks.a.data(), rest); });
+  if (StopErase) return false;
+  Err.Clear();
+  return true;
+}
+
+}  // namespace
+
+bool FileExistsFs(const std::string& path) {
+  const DWORD attributes = NativeAttributes(ToNativePath(path));
+  return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
+}
+
+void WipeFile(const std::string& path, std::int16_t passes) {
+  if (!FileExistsFs(path)) return;
+  const NativePath native = ToNativePath(path);
+  std::uint64_t length = 0;
+  if (passes > 0) {
+    const UniqueFile file = NativeOpenForWriting(native);
+    DWORD high = 0;
+    const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
+    length = (static_cast<std::uint64_t>(high) << 32) | low;
+  }
+  WipeListedFile(native, length, passes);
+}
+
+void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+  Err.Clear();
+  for (std::int16_t pass = 0; pass < passes; ++pass)
+    if (!Overwrite(path, length)) break;
+  if (Err.Number() == 0 && !StopErase) {
+    resumeNext([&] {
+      if (!NativeDeleteFile(path)) RaiseSystemError(::GetLastError());
+    });
+  }
+  if (Err.Number() != 0) LogCleanResult(ShownPath(path), Err.Description());
+  Err.Clear();
+}
+
+void WipeMatchingFiles(const std::string& mask) {
+  WIN32_FIND_DATAA found;
+  const UniqueFind find(::FindFirstFileA(mask.c_str(), &found));
+  if (!find) return;
+  const std::string ending = UpperCase(mask.substr(mask.rfind('.') + 1));
+  do {
+    // A mask also matches short names, where ".chkdsk" reads ".CHK"; the name itself has to have the ending.
+    const std::string name = found.cFileName;
+    const bool meant = UpperCase(name.substr(name.rfind('.') + 1)) == ending;
+    if (meant && (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) WipeFile(name, WipePasses);
+    DoEventsNowAndThen();
+  } while (!StopErase && ::FindNextFileA(find.get(), &found));
+}

@@ -1,0 +1,21 @@
+// Deleting one file, after as many overwrite passes as asked for.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/native_files.h"
+
+// True for an existing file, false for a folder. The scripting file-system object gives the same answer; asking it costs
+// a COM object a file.
+bool FileExistsFs(const std::string& path);
+
+// Deletes the file, overwritten `passes` times; nothing for a missing file. A failure goes to the cleaners' log hook.
+void WipeFile(const std::string& path, std::int16_t passes);
+
+// The same for a file that a listing has just named: `length` is its size in bytes.
+void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes);
+
+// WipeFile on every name that a listing of `mask` returns, hidden files included, until the stop request. The bare name is
+// used as the listing returns it, so a file is found only relative to the current folder. That is meant.
+void WipeMatchingFiles(const std::string& mask);

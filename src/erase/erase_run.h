@@ -1,0 +1,57 @@
+// The order of an erase run, without a window: which items run, what the log and the bar show, where a stop takes effect.
+#pragma once
+
+#include <string>
+
+#include "erase/catalogue.h"
+
+// What a run needs of the window and of other rooms. Every call may raise a RuntimeError; the run goes on with its next
+// statement.
+class EraseRunHost {
+ public:
+  virtual void ClearLog() = 0;
+  virtual void AddLogLine(const std::string& line) = 0;
+  virtual void SetStatusText(const std::string& text) = 0;
+
+  virtual int ProgressValue() = 0;
+  virtual int ProgressMax() = 0;
+  virtual void SetProgressValue(int value) = 0;
+  virtual void SetProgressRange(int min, int max) = 0;
+  virtual void ShowProgress() = 0;
+
+  virtual bool StopButtonEnabled() = 0;
+  virtual void EnableStopButton(bool enabled) = 0;
+
+  // Boxes of other panels that a run asks for.
+  virtual bool ScheduleEnabled() = 0;        // chkShEnable
+  virtual bool CloseBrowsersChecked() = 0;   // the box CHKieclose
+  virtual bool CloseBrowsersFlag() = 0;      // the flag kept from it
+  virtual bool ScheduledShredEnabled() = 0;  // chkOptions
+  virtual bool RebootAfterErase() = 0;       // chkRbt
+
+  virtual int SelectedItemCount() = 0;                       // boxes whose Value is 1
+  virtual std::string ItemFlag(const EraseItem& item) = 0;
+  virtual bool StopRequested() = 0;
+  virtual void SetStopRequest(bool stop) = 0;
+
+  virtual void RunCleaner(Cleaner cleaner) = 0;
+  virtual void PauseAfterItem() = 0;
+  virtual void CloseBrowserFrames() = 0;
+  virtual void CloseWindowByTitle(const char* title) = 0;
+  virtual void MinimiseAllWindows() = 0;
+  virtual void ShredScheduledFiles() = 0;
+  virtual void Reboot() = 0;
+  virtual void ShowInformation(const char* text) = 0;
+
+ protected:
+  ~EraseRunHost() = default;
+};
+
+// One run over the selected items. Callers: the two buttons below, the end of the Windows session, the scheduler.
+void doClean(EraseRunHost& host);
+
+// "Erase Only".
+void RunEraseOnly(EraseRunHost& host);
+
+// "Erase && Reboot".
+void RunEraseAndReboot(EraseRunHost& host);

@@ -1,0 +1,50 @@
+#include "platform/ErroHandle.h"
+
+#include "platform/addresses.h"
+#include "platform/app_title.h"
+#include "platform/internet_transfer.h"
+#include "platform/message_pump.h"
+#include "platform/system_functions.h"
+
+namespace {
+
+InternetTransfer* mainTransfer = nullptr;
+
+void StopTransfer() {
+  if (mainTransfer == nullptr) return;
+  mainTransfer->Cancel();
+  while (mainTransfer->StillExecuting()) WaitForEvents(50);
+}
+
+}  // namespace
+
+void SetReporterTransfer(InternetTransfer* transfer) { mainTransfer = transfer; }
+
+void ReportError(const char* sourceTag) {
+  const int number = Err.Number();
+  const std::string description = Err.Description();
+  resumeNext([&] {
+    if (number == 0 || !IsOnline()) return;
+    StopTransfer();
+    const std::string text = sourceTag + std::to_string(number) + description;
+    ::MessageBoxA(::GetActiveWindow(), text.c_str(), AppTitle.c_str(), MB_OK);
+  });
+  Err.Clear();
+}
+
+bool IsOnline() {
+  bool online = false;
+  void* session = nullptr;
+  void* page = nullptr;
+  resumeNext([&] {
+    session = late::InternetOpen(AppTitle.c_str(), 0 /* INTERNET_OPEN_TYPE_PRECONFIG */, nullptr, nullptr, 0);
+    DoEvents();
+    if (session != nullptr) page = late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, 0, 0);
+    online = page != nullptr;
+  });
+  resumeNext([&] {
+    if (page != nullptr) late::InternetCloseHandle(page);
+    if (session != nullptr) late::InternetCloseHandle(session);
+  });
+  return online;
+}

@@ -1,0 +1,25 @@
+// Tells the user about a failed statement, and only while the machine is on line; otherwise the error passes silently.
+#pragma once
+
+#include "platform/runtime_error.h"
+
+class InternetTransfer;
+
+// The source tag is the module's name, a comma and the procedure's name. Shows a message box of the tag, the pending
+// error's number and its description, run together without a separator (meant), and clears the pending error.
+void ReportError(const char* sourceTag);
+
+// True when a well-known web page can be opened. Lets window events run once.
+bool IsOnline();
+
+// The transfer that is stopped before a message is shown; null while the main window does not stand.
+void SetReporterTransfer(InternetTransfer* transfer);
+
+// The trap of a procedure that reports and leaves: runs the body; after an error the body's remaining statements are
+// skipped and the caller leaves with its default result.
+template <class Body>
+void reportAndLeave(const char* sourceTag, Body&& body) {
+  Err.Clear();
+  resumeNext(std::forward<Body>(body));
+  if (Err.Number() != 0) ReportError(sourceTag);
+}

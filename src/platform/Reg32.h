@@ -1,0 +1,26 @@
+// A thin layer over the registry, and the name of the operating system. Texts are ANSI; a root is a predefined key
+// (HKEY_CURRENT_USER, ...). Failures go to the error reporter under "Reg32," and the procedure's name.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/win32.h"
+
+// Opens the key, creating it when it is missing, and writes the value. Only the types 0 and 1 are written, as the text's
+// bytes without a terminating zero; any other type writes nothing. That pair is meant.
+void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type);
+
+// Despite its name a number: the text value as a 32-bit integer. `defaultValue` for a missing value, one that is not a
+// text, or (reported) a text that is not a number.
+std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::string& valueName,
+                              const std::int32_t& defaultValue = 0);
+
+// A missing key or value is no error.
+void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);
+
+// The name of the running system (os_name.h); empty when the system does not tell its version.
+std::string FindOS();
+
+// All access (KEY_ALL_ACCESS less SYNCHRONIZE), the mask of every registry procedure of the program.
+constexpr DWORD kRegistryAccess = 0x2003F;

@@ -1,0 +1,24 @@
+#include "platform/late_binding.h"
+
+#include <string>
+
+#include "platform/path_text.h"
+
+namespace {
+
+HMODULE LoadSystemDll(const char* dll) {
+  // By full path: a DLL of that name beside the program or in the current folder is never picked up.
+  char folder[MAX_PATH];
+  const UINT length = ::GetSystemDirectoryA(folder, sizeof folder);
+  if (length == 0 || length >= sizeof folder) return nullptr;
+  return ::LoadLibraryA((AppendBackslash(folder) + dll).c_str());
+}
+
+}  // namespace
+
+FARPROC FindSystemFunction(const char* dll, const char* name) {
+  const HMODULE module = LoadSystemDll(dll);
+  return module != nullptr ? ::GetProcAddress(module, name) : nullptr;
+}
+
+bool IsSystemDllPresent(const char* dll) { return LoadSystemDll(dll) != nullptr; }

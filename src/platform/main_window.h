@@ -1,0 +1,28 @@
+// What the rooms below the main window need of it, through one small interface.
+#pragma once
+
+#include <string>
+
+#include "platform/win32.h"
+
+class MainWindow {
+ public:
+  virtual HWND Window() const = 0;
+
+  // The second panel of the status bar.
+  virtual void SetStatusText(const std::string& text) = 0;
+
+  // What a press of "Erase Only" and of "Erase" on the main settings panel does.
+  virtual void EraseOnly() = 0;
+
+  // What a press of the navigation button "Erase" does.
+  virtual void ShowErasePanel() = 0;
+
+  virtual void SaveEraseSettings() = 0;
+
+ protected:
+  ~MainWindow() = default;
+};
+
+// The main window's handle for system calls that want an owner; null while it does not stand.
+inline HWND MainWindowHandle = nullptr;

@@ -1,0 +1,51 @@
+#include "platform/message_pump.h"
+
+#include "platform/tick_count.h"
+
+namespace {
+
+MessageTranslator messageTranslator = nullptr;
+DWORD lastLook = 0;
+
+// Long enough that the look costs a walk nothing, short enough that a click is answered at once.
+constexpr DWORD kLookEvery = 30;
+
+void Process(MSG& message) {
+  if (messageTranslator != nullptr && messageTranslator(message)) return;
+  ::TranslateMessage(&message);
+  ::DispatchMessageA(&message);
+}
+
+}  // namespace
+
+void SetMessageTranslator(MessageTranslator translator) { messageTranslator = translator; }
+
+void DoEvents() {
+  MSG message;
+  while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) Process(message);
+  lastLook = ::GetTickCount();
+}
+
+void DoEventsNowAndThen() {
+  if (::GetTickCount() - lastLook >= kLookEvery) DoEvents();
+}
+
+void WaitForEvents(std::uint32_t milliseconds) {
+  ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
+  DoEvents();
+}
+
+void Pause(int seconds, const bool* cutShort) {
+  const std::uint32_t end = ::GetTickCount() + static_cast<std::uint32_t>(seconds) * 1000u;
+  DoEvents();  // the wait below wakes for new events only
+  for (;;) {
+    const std::int32_t left = MillisecondsUntil(end, ::GetTickCount());
+    if (left <= 0 || (cutShort != nullptr && *cutShort)) return;
+    WaitForEvents(static_cast<std::uint32_t>(left));
+  }
+}
+
+void RunMessageLoop() {
+  MSG message;
+  while (::GetMessageA(&message, nullptr, 0, 0) > 0) Process(message);
+}

@@ -1,0 +1,56 @@
+// Files and folders by the longest names the system has.
+//
+// On the NT family a NativePath is a wide "\\?\" path: names outside the ANSI code page, names with blanks at their ends
+// and paths beyond 259 characters are all reached. On Windows 9x, whose wide functions are stubs, the same path crosses
+// to the ANSI functions, and a name that the code page cannot hold is listed by its short name.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/handles.h"
+#include "platform/win32.h"
+
+bool UsesWideNames();
+
+using NativePath = std::wstring;
+
+// The full path of an ANSI path (relative ones against the current folder); empty when the system cannot form it.
+NativePath ToNativePath(const std::string& path);
+
+// The path as the user knows it, in ANSI, without the "\\?\"; characters outside the code page become "?".
+std::string ShownPath(const NativePath& path);
+
+// GetFileAttributes; INVALID_FILE_ATTRIBUTES when there is no such entry.
+DWORD NativeAttributes(const NativePath& path);
+
+bool IsFolder(DWORD attributes);  // an existing folder or a link to one
+bool IsLink(DWORD attributes);    // a reparse point: junction, symbolic link, mount point
+
+// False on failure, with the reason in GetLastError.
+bool NativeDeleteFile(const NativePath& path);
+bool NativeRemoveFolder(const NativePath& path);  // an empty folder, or a link to a folder (the link goes, not its target)
+UniqueFile NativeOpenForWriting(const NativePath& path);  // existing file, not truncated, at its first byte
+
+struct FolderEntry {
+  std::wstring name;
+  DWORD attributes = 0;
+  std::uint64_t size = 0;  // bytes
+};
+
+// One folder's entries in the system's order, hidden ones included, "." and ".." as well.
+class FolderListing {
+ public:
+  explicit FolderListing(const NativePath& folderWithBackslash);
+
+  // False when there is no further entry or the folder cannot be listed; `entry` is then unchanged.
+  bool Next(FolderEntry& entry);
+
+ private:
+  bool Read();
+
+  NativePath pattern_;
+  UniqueFind find_;
+  WIN32_FIND_DATAW data_;
+  bool started_ = false;
+};

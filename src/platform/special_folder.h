@@ -1,0 +1,20 @@
+// Folders of the system and of the program.
+#pragma once
+
+#include <string>
+
+// Shell folder identifiers (the CSIDL_ values of shlobj.h).
+enum SpecialFolder : int {
+  kDocumentsFolder = 5,
+  kDesktopFolder = 16,
+  kApplicationDataFolder = 26,
+  kLocalApplicationDataFolder = 28,
+  kProgramFilesFolder = 38,
+  kProfileFolder = 40,
+};
+
+// The folder's path without "\" behind it; empty when the system does not know the identifier.
+std::string FindSpecialFolder(int identifier);
+
+// The folder of the executable, without "\" behind it unless it is a root.
+std::string ProgramFolder();

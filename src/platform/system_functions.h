@@ -1,0 +1,30 @@
+// The table of late-bound system functions, one line each, with the first system that has it.
+#pragma once
+
+#include "platform/late_binding.h"
+#include "platform/win32.h"
+
+namespace late {
+
+// Internet Explorer 4 or the first system that came with it.
+inline const LateFunction<DWORD(WINAPI*)(HKEY, LPCSTR)> SHDeleteKey{"shlwapi.dll", "SHDeleteKeyA"};
+inline const LateFunction<HRESULT(WINAPI*)(HWND, LPCSTR, DWORD)> SHEmptyRecycleBin{"shell32.dll", "SHEmptyRecycleBinA"};
+
+// Internet Explorer 3. A handle is an opaque pointer; null is none.
+inline const LateFunction<void*(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> InternetOpen{"wininet.dll", "InternetOpenA"};
+inline const LateFunction<void*(WINAPI*)(void*, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR)> InternetOpenUrl{
+    "wininet.dll", "InternetOpenUrlA"};
+inline const LateFunction<BOOL(WINAPI*)(void*)> InternetCloseHandle{"wininet.dll", "InternetCloseHandle"};
+
+// The NT family; Windows 9x exports them as stubs that fail, which UsesWideNames() of native_files.h finds out.
+inline const LateFunction<DWORD(WINAPI*)(LPCWSTR)> GetFileAttributesWide{"kernel32.dll", "GetFileAttributesW"};
+inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, WIN32_FIND_DATAW*)> FindFirstFileWide{"kernel32.dll", "FindFirstFileW"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, WIN32_FIND_DATAW*)> FindNextFileWide{"kernel32.dll", "FindNextFileW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> DeleteFileWide{"kernel32.dll", "DeleteFileW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.dll", "RemoveDirectoryW"};
+inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
+    "kernel32.dll", "CreateFileW"};
+
+// Windows 9x only.
+inline const LateFunction<DWORD(WINAPI*)(DWORD, DWORD)> RegisterServiceProcess{"kernel32.dll", "RegisterServiceProcess"};
+

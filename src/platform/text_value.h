@@ -1,0 +1,37 @@
+// Between the texts that settings and boxes hold and the values they stand for.
+//
+// Texts are single-byte, the decimal sign is "." whatever the locale. A conversion that overflows raises the run-time
+// error 6.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Without the blanks (0x20) at both ends; other white space stays.
+std::string Trim(std::string_view text);
+
+// A to Z only; every other byte stays as it is.
+std::string UpperCase(std::string_view text);
+bool EqualIgnoringCase(std::string_view one, std::string_view other);
+
+// The number that the whole text is, blanks around it allowed; 0 for a text that is not a number.
+double NumberOf(std::string_view text);
+
+// The number at the head of the text ("60 minutes" is 60); 0 for a text without one.
+double NumberAtHead(std::string_view text);
+
+// Up to 15 significant digits, no exponent below 1e15, no trailing zeros: 50, 0.25.
+std::string TextOf(double number);
+
+// Halves go to the even neighbour. Raises 6 outside the type's range.
+std::int16_t ToInteger(double number);
+std::int32_t ToLong(double number);
+
+// The whole text as a 32-bit integer. Raises 13 for a text that is not a number, also for an empty one.
+std::int32_t ToLong(std::string_view text);
+
+// "True" and "False" in any case, or a number, true unless 0. Raises 13 for anything else.
+bool ToBoolean(std::string_view text);
+
+inline const char* BooleanText(bool value) { return value ? "True" : "False"; }

@@ -1,0 +1,15 @@
+// The per-user settings store: texts addressed by application name, section and key.
+//
+// HKEY_CURRENT_USER\Software\Quellix\<application title>\<section>, one REG_SZ value per key. The application name is
+// AppTitle as it stands at the moment of the call.
+#pragma once
+
+#include <string>
+
+#include "settings/schema.h"
+
+// The stored text up to its first NUL; the default when key or value is missing, not a text, or cannot be read.
+std::string GetSetting(Setting setting);
+
+// Raises the system's error when the value cannot be written; what was stored before is then unchanged.
+void SaveSetting(Setting setting, const std::string& value);
