@@ -1,5 +1,7 @@
 #include "platform/dialog.h"
 
+#include <utility>
+
 #include "platform/runtime_error.h"
 
 HWND Dialog::Create(int id, HWND parent) {
@@ -26,6 +28,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
   LRESULT result = 0;
   if (OnMessage(message, wParam, lParam, result)) {
+    if (answerDirectly_ != 0) return std::exchange(answerDirectly_, 0);
     ::SetWindowLongA(window_, DWL_MSGRESULT, static_cast<LONG>(result));
     return TRUE;
   }

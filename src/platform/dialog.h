@@ -23,8 +23,11 @@ class Dialog {
   virtual void OnInit() {}
   virtual void OnCommand(int /*id*/, int /*notification*/) {}
 
-  // The answer to a message that is neither of the above. False leaves it to the system.
+  // The answer to a message that is neither of the above. False leaves it to the system. A colour message is answered
+  // through `answerDirectly_`: its result is what the procedure itself returns.
   virtual bool OnMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/, LRESULT& /*result*/) { return false; }
+
+  INT_PTR answerDirectly_ = 0;
 
  private:
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -7,7 +7,9 @@
 #endif
 
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX  // some standard headers of the compiler set it
 #define NOMINMAX
+#endif
 #include <windows.h>
 
 #undef DeleteFile

@@ -101,7 +101,7 @@ class View(dict):
 
     @property
     def checked(self) -> bool:
-        return self["check"] == BST_CHECKED
+        return self["checked"] if "checked" in self else self["check"] == BST_CHECKED
 
 
 class ProbeError(RuntimeError):
@@ -118,7 +118,8 @@ class Probe:
         self._one_at_a_time = threading.Lock()
         # A thread reads, so that a dead desktop shows as a message and not as a test that never ends. The pipe itself
         # may stay open after the probe has gone: services of Wine inherit it.
-        threading.Thread(target=self._read, daemon=True).start()
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
         self._next(60)
 
     def _read(self) -> None:
@@ -158,6 +159,12 @@ class Probe:
         with contextlib.suppress(OSError):
             self.process.stdin.write(b"quit\n")
             self.process.stdin.close()
+
+    def close(self) -> None:
+        """Lets go of the pipe, when every process of the prefix has ended."""
+        self._reader.join(10)
+        if not self._reader.is_alive():
+            self.process.stdout.close()
 
 
 def registry_file(values: dict[str, dict]) -> bytes:
@@ -255,6 +262,7 @@ class Desktop:
 
     def _start_probe(self) -> None:
         self.probe = Probe(self.home, self.desktop)
+        self._leave.callback(self.probe.close)
         self._leave.callback(self._reap, self.probe.process)
 
     def _reap(self, process: subprocess.Popen) -> None:
@@ -295,8 +303,11 @@ class Desktop:
 
     def wait_ended(self, pid: int | None = None, seconds: float = 30) -> int:
         process = pid or self.pid
-        return wait_for(f"the end of process {process}", lambda: (self.ended(process),) * (self.ended(process) is not None),
-                        seconds)[0]
+
+        def over():
+            code = self.ended(process)
+            return None if code is None else (code,)  # a code of 0 is an end, too
+        return wait_for(f"the end of process {process}", over, seconds)[0]
 
     def terminate(self, pid: int | None = None) -> None:
         """Ends a process that was started here as the task manager would, with no chance to save anything."""
@@ -308,11 +319,9 @@ class Desktop:
         return self.wait_ended(self.start(rf"C:\Quellix\{self.program}", arguments), seconds)
 
     def end_session(self, seconds: float = 60) -> None:
-        """Logs off: every window is asked and told that the session ends. The probe comes back afterwards."""
-        # wineboot ends the probe too, so its end is seen from outside.
-        done = self.home.start("explorer", f"/desktop={self.desktop},{SIZE}", "wineboot.exe", "-e",
-                               stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        done.wait(seconds)
+        """Logs off: every window of the desktop is asked and then told that the session ends."""
+        # Started on this desktop by the probe: from outside it would reach only the default desktop.
+        self.wait_ended(self.start(r"C:\windows\system32\wineboot.exe", "-e"), seconds)
 
     # What is there
 
@@ -483,6 +492,8 @@ class Desktop:
         x, y = target.centre
         for window in self.windows():
             left, top, right, bottom = window.rect
+            if window["class"] == "tooltips_class32":  # goes away when the mouse comes
+                continue
             if window.visible and not window.iconic and left <= x < right and top <= y < bottom:
                 if window.hwnd != target.root:
                     raise AssertionError(f"{window['class']} '{window.title}' covers {target.text!r} at {x},{y}")
@@ -567,7 +578,8 @@ class Desktop:
         """Types a new text into an edit box."""
         self.click(name, window)
         self.wait_focus(name, window)
-        self.key("ctrl+a")
+        self.key("ctrl+Home")  # a classic edit box knows no Ctrl+A
+        self.key("ctrl+shift+End")
         self.type_text(text)
         self.wait_text(name, text, window)
 
@@ -619,7 +631,7 @@ class Desktop:
         return box
 
     def answer_file_dialog(self, *paths: str, seconds: float = 20) -> None:
-        """Types one or more paths into the open-file dialog on show and presses Enter. Names must share a folder."""
+        """Enters one or more paths, all of one folder, in the open-file dialog on show and presses Enter."""
         def come():
             for window in self.find_windows("#32770"):
                 for number in (0x480, 0x47C):
@@ -638,26 +650,23 @@ class Desktop:
     def taskbar(self) -> View | None:
         return self.find_window("Shell_TrayWnd", visible=None)
 
-    def icons(self) -> list[View]:
-        """The notification icons on show, in the order in which they came.
+    def icon(self) -> View | None:
+        """The place of the program's notification icon; None when there is no icon.
 
-        Wine paints them into the taskbar without a window of their own: square cells from the right edge. How many there
-        are is told by their tooltip windows, of which each icon has one.
+        Wine paints icons into the taskbar, square cells from the right edge, with no window of their own to look for. It
+        shows the taskbar exactly as long as there is an icon. (Its tooltip windows tell nothing: they outlive the icon.)
         """
         bar = self.taskbar()
         if not bar or not bar.visible:
-            return []
-        left, top, right, bottom = bar.rect
-        side = bottom - top
-        tips = [w for w in self.find_windows("tooltips_class32", visible=None) if w.owner == bar.hwnd]
-        return [View(rect=[right - side * (i + 1), top, right - side * i, bottom], tip=tip.hwnd)
-                for i, tip in enumerate(sorted(tips, key=lambda t: -t.z))]
+            return None
+        _, top, right, bottom = bar.rect
+        return View(rect=[right - (bottom - top), top, right, bottom])
 
     def wait_icon(self, seconds: float = 20) -> View:
-        return wait_for("a notification icon", self.icons, seconds)[0]
+        return wait_for("the notification icon", self.icon, seconds)
 
     def wait_no_icon(self, seconds: float = 20) -> None:
-        wait_for("the notification icon to go", lambda: not self.icons(), seconds)
+        wait_for("the notification icon to go", lambda: not self.icon(), seconds)
 
     def click_icon(self, button: int = 1) -> None:
         self.click_at(*self.wait_icon().centre, button)
@@ -671,11 +680,15 @@ class Desktop:
     def icon_tip(self) -> str:
         """The text that comes up when the mouse rests on the icon."""
         x, y = self.wait_icon().centre
-        self.move(x - 3, y)
+        # A tip comes once each time the mouse enters the icon, and only the taskbar itself notices that it has left.
+        self.move(x - 60, y)
+        self.settle(self.taskbar())
         self.move(x, y)
-        tip = self.wait_icon().tip
-        wait_for("the tip of the icon", lambda: self.control(View(hwnd=tip)).visible)
-        return self.control(View(hwnd=tip)).text
+        bar = self.taskbar().hwnd
+
+        def tip():
+            return next((w for w in self.find_windows("tooltips_class32") if w.owner == bar), None)
+        return self.control(wait_for("the tip of the icon", tip)).text
 
     def restart_taskbar(self, icon_id: int = 1) -> None:
         """What a crash of the taskbar does to the program: its icon is gone and every window is told of a new taskbar."""

@@ -147,7 +147,7 @@ void onCommand(int id, int code)
     case IDC_cmdAsk: ask(); break;
     case IDC_cmdSwitch: showPanel(1 - panelOnShow); break;
     case IDC_cmdBusy:
-        ::Sleep(700);
+        ::Sleep(2600);
         say("no longer busy");
         break;
     case IDC_cmdFile: chooseFile(); break;
@@ -197,9 +197,11 @@ INT_PTR CALLBACK mainProcedure(HWND window, UINT message, WPARAM w, LPARAM l)
     }
 }
 
-INT_PTR CALLBACK panelProcedure(HWND, UINT, WPARAM, LPARAM)
+INT_PTR CALLBACK panelProcedure(HWND, UINT message, WPARAM w, LPARAM)
 {
-    return FALSE;
+    if (message == WM_COMMAND)
+        onCommand(LOWORD(w), HIWORD(w));
+    return message == WM_COMMAND;
 }
 
 HWND emptyDialog(HWND owner, const wchar_t *kind, const wchar_t *title, DWORD style, RECT r, DLGPROC procedure)

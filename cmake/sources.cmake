@@ -1,0 +1,54 @@
+# Every source of the product in one of two lists. The first holds the rules: plain functions over plain values, without
+# windows.h. They are built twice, into the program and natively for the tests under sanitizers; that enforces the rule.
+
+set(LOGIC_SOURCES
+  src/platform/os_name.cpp
+  src/platform/path_text.cpp
+  src/platform/runtime_error.cpp
+  src/platform/system_error.cpp
+  src/platform/text_value.cpp
+  src/settings/schema.cpp
+  src/cleaners/listed_names.cpp
+  src/cleaners/temp_guard.cpp
+  src/cleaners/wipe_fill.cpp
+  src/shred/folder_chain.cpp
+  src/erase/catalogue.cpp
+  src/erase/erase_run.cpp
+  src/app/panel_navigation.cpp
+)
+
+set(WINDOWS_SOURCES
+  src/platform/ErroHandle.cpp
+  src/platform/Reg32.cpp
+  src/platform/controls.cpp
+  src/platform/dialog.cpp
+  src/platform/internet_transfer.cpp
+  src/platform/late_binding.cpp
+  src/platform/message_pump.cpp
+  src/platform/native_files.cpp
+  src/platform/special_folder.cpp
+  src/settings/settings_store.cpp
+  src/settings/stored_settings.cpp
+  src/cleaners/clean_log.cpp
+  src/cleaners/folder_contents.cpp
+  src/cleaners/modCleanItems.cpp
+  src/cleaners/modCleaning.cpp
+  src/cleaners/temp_folder.cpp
+  src/cleaners/wipe_file.cpp
+  src/automation/fraScheduleManager.cpp
+  src/automation/modHide.cpp
+  src/automation/updater.cpp
+  src/shred/fraShred.cpp
+  src/shred/modShred.cpp
+  src/erase/fraClean.cpp
+  src/erase/run_cleaner.cpp
+  src/app/erase_host.cpp
+  src/app/fraHelp.cpp
+  src/app/fraMain.cpp
+  src/app/frmMain.cpp
+  src/app/frmMain_events.cpp
+  src/app/frmMain_settings.cpp
+  src/app/link_label.cpp
+  src/app/mdSysTray.cpp
+  src/app/single_instance.cpp
+)

@@ -1,0 +1,39 @@
+# The program itself, and with QUELLIX_TESTS the programs that test it under Wine.
+enable_language(RC)
+option(QUELLIX_TESTS "build the test programs" OFF)
+
+# What the oldest supported systems have; everything later is bound late.
+add_compile_definitions(WINVER=0x0400 _WIN32_WINNT=0x0400 _WIN32_WINDOWS=0x0400 _WIN32_IE=0x0400)
+add_compile_options(
+  -march=i486 -mtune=i686 -fno-threadsafe-statics -ffunction-sections -fdata-sections
+  "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+# The program's own addresses; no quotes reach the resource compiler.
+add_compile_definitions(
+  "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_PROBE_ADDRESS=\"${QUELLIX_PROBE_ADDRESS}\">"
+  "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_HELP_ADDRESS=\"${QUELLIX_HELP_ADDRESS}\">"
+  "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_CONTACT_ADDRESS=\"${QUELLIX_CONTACT_ADDRESS}\">")
+
+# An archive in image form: each object is compiled once and linked where it is needed.
+add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
+target_include_directories(quellix_core PUBLIC src)
+target_link_libraries(quellix_core PUBLIC comctl32 shell32 ole32 advapi32 user32 gdi32 kernel32)
+
+add_executable(Quellix WIN32 src/app/WinMain.cpp src/platform/crt_floor.cpp src/platform/standard_errors.cpp src/app/quellix.rc)
+set_source_files_properties(src/app/quellix.rc PROPERTIES
+  INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest")
+file(GLOB panel_templates CONFIGURE_DEPENDS src/*/*.rc src/*/*_ids.h src/app/res/*)
+set_property(SOURCE src/app/quellix.rc APPEND PROPERTY OBJECT_DEPENDS "${panel_templates}")
+target_link_libraries(Quellix PRIVATE quellix_core)
+target_link_options(Quellix PRIVATE
+  -static -s
+  -Wl,--gc-sections
+  -Wl,--major-os-version,4 -Wl,--minor-os-version,0
+  -Wl,--major-subsystem-version,4 -Wl,--minor-subsystem-version,0
+  -Wl,--disable-dynamicbase -Wl,--disable-reloc-section -Wl,--disable-nxcompat
+  -Wl,--no-insert-timestamp)
+
+if(QUELLIX_TESTS)
+  enable_testing()
+  add_subdirectory(tests/win)
+endif()

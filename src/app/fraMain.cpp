@@ -1,0 +1,79 @@
+#include "app/fraMain.h"
+
+#include "app/fraMain_ids.h"
+#include "app/quellix_ids.h"
+#include "platform/runtime_error.h"
+#include "platform/text_value.h"
+#include "settings/settings_variables.h"
+
+namespace {
+
+constexpr std::array<int, kBoxCounts.size()> kFirstIds = {IDC_chkIEsettings_0, IDC_chkWinsettings_0, IDC_chkNetsettings_0,
+                                                          IDC_chkOsettings_0};
+
+// Runs `visit(array, index)` over every box in the order of the arrays.
+template <class Visit>
+void ForEachBox(Visit visit) {
+  for (std::size_t array = 0; array < kBoxCounts.size(); ++array)
+    for (int index = 0; index < kBoxCounts[array]; ++index) visit(static_cast<BoxArray>(array), index);
+}
+
+}  // namespace
+
+HWND fraMain::Create(HWND parent) { return Dialog::Create(IDD_fraMain, parent); }
+
+void fraMain::OnInit() {
+  ForEachBox([this](BoxArray array, int index) {
+    Box(array, index).Attach(Handle(), kFirstIds[static_cast<std::size_t>(array)] + index);
+    Box(array, index).SetText(FindItem(array, index)->caption);
+  });
+  Label1.Attach(Handle(), IDC_Label1);
+  Label6.Attach(Handle(), IDC_Label6);
+  LOGFONTA font{};
+  ::GetObjectA(reinterpret_cast<HGDIOBJ>(::SendMessageA(Handle(), WM_GETFONT, 0, 0)), sizeof font, &font);
+  font.lfHeight = font.lfHeight * 9 / 5;
+  font.lfWeight = FW_BOLD;
+  bossKeyFont_.reset(::CreateFontIndirectA(&font));
+  ::SendMessageA(Label1.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(bossKeyFont_.get()), FALSE);
+  ShowPicture(IDC_picNet, IDB_picNet, picNet_);
+  ShowPicture(IDC_picOpe, IDB_picOpe, picOpe_);
+}
+
+void fraMain::ShowPicture(int id, int bitmap, UniqueGdiObject& owner) {
+  // Mapped, so that the picture's grey ground is the dialog's colour in every scheme.
+  owner.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(bitmap), IMAGE_BITMAP, 0, 0, LR_LOADMAP3DCOLORS));
+  ::SendDlgItemMessageA(Handle(), id, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(owner.get()));
+}
+
+void fraMain::OnCommand(int id, int notification) {
+  if (notification != BN_CLICKED) return;
+  ForEachBox([this, id](BoxArray array, int index) {
+    if (id == kFirstIds[static_cast<std::size_t>(array)] + index) ClickBox(array, index);
+  });
+  if (id == IDC_cmdSelectAll) SetEveryBox(1);
+  if (id == IDC_cmdDeselectAll) SetEveryBox(0);
+  if (id == IDC_cmdClean_2) {
+    window_.ShowErasePanel();
+    window_.EraseOnly();
+  }
+}
+
+void fraMain::ClickBox(BoxArray array, int index) {
+  Settings[FindItem(array, index)->flag] = Trim(std::to_string(Box(array, index).Value()));
+}
+
+void fraMain::SetEveryBox(int value) {
+  ForEachBox([this, value](BoxArray array, int index) { Box(array, index).SetValue(value); });
+}
+
+void fraMain::LoadItemBoxes() {
+  ForEachBox([this](BoxArray array, int index) {
+    resumeNext([&] { Box(array, index).SetValue(NumberOf(Settings[FindItem(array, index)->flag])); });
+  });
+}
+
+int fraMain::SelectedItemCount() {
+  int count = 0;
+  ForEachBox([&](BoxArray array, int index) { count += Box(array, index).Value() == 1 ? 1 : 0; });
+  return count;
+}

@@ -1,0 +1,40 @@
+// The panel "Main Settings": the check boxes of the catalogue and the buttons that select and erase.
+#pragma once
+
+#include <array>
+
+#include "erase/catalogue.h"
+#include "platform/controls.h"
+#include "platform/dialog.h"
+#include "platform/handles.h"
+#include "platform/main_window.h"
+
+class fraMain : public Dialog {
+ public:
+  explicit fraMain(MainWindow& window) : window_(window) {}
+  HWND Create(HWND parent);
+
+  // Each box takes its item flag's number; a flag that no box can show leaves its box as it is.
+  void LoadItemBoxes();
+  int SelectedItemCount();
+
+  Label Label1;  // the boss key
+  Label Label6;
+
+ private:
+  static constexpr int kMaxBoxes = 9;
+
+  void OnInit() override;
+  void OnCommand(int id, int notification) override;
+
+  CheckBox& Box(BoxArray array, int index) { return boxes_[static_cast<std::size_t>(array)][static_cast<std::size_t>(index)]; }
+  void ClickBox(BoxArray array, int index);
+  void SetEveryBox(int value);
+  void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);
+
+  MainWindow& window_;
+  std::array<std::array<CheckBox, kMaxBoxes>, kBoxCounts.size()> boxes_;
+  UniqueGdiObject picNet_;
+  UniqueGdiObject picOpe_;
+  UniqueGdiObject bossKeyFont_;
+};

@@ -1,0 +1,51 @@
+// The main window's start-up sequence and the controls' share of loading and saving the settings.
+#include "app/frmMain.h"
+#include "app/quellix_ids.h"
+#include "platform/ErroHandle.h"
+#include "platform/Reg32.h"
+#include "platform/os_name.h"
+#include "platform/product.h"
+#include "platform/text_value.h"
+#include "settings/settings_store.h"
+#include "settings/stored_settings.h"
+
+void frmMain::RunStartUp() {
+  resumeNext([] { SaveSetting(Setting::Titile, QUELLIX_CAPTION); });
+  ReadStoredSettings();
+  LoadEraseSettings();
+  LoadGeneralSettings();
+  resumeNext([this] { BringToFront(Panel::MainSettings); });
+  OsName = FindOS();
+  ::ShowWindow(Handle(), SW_SHOW);
+  // Before the icon exists and the status text is set; both then show that the run is over.
+  if (Trim(Settings[Setting::Startup]) == "1") EraseOnly();
+  icon_.Fill(Handle(), reinterpret_cast<HICON>(::SendMessageA(Handle(), WM_GETICON, ICON_SMALL, 0)), QUELLIX_CAPTION);
+  icon_.Add();
+  SetStatusText(PanelStatusText(Panel::MainSettings, cmdDefault.Text()));
+}
+
+void frmMain::LoadEraseSettings() {
+  panels_.main.LoadItemBoxes();
+  resumeNext([this] { panels_.shred.chkOptions.SetValue(NumberOf(GetSetting(Setting::chkOptions))); });
+  resumeNext([this] { panels_.shred.txtLevel.SetText(TextOf(NumberOf(GetSetting(Setting::txtLevel)))); });
+  resumeNext([this] { panels_.scheduleManager.chkShEnable.SetValue(NumberOf(Settings[Setting::chkShEnable])); });
+  resumeNext([this] { panels_.scheduleManager.chkRbt.SetValue(NumberOf(Settings[Setting::chkRbt])); });
+  resumeNext([this] { panels_.scheduleManager.CHKieclose.SetValue(Settings.CloseBrowsers ? 1 : 0); });
+}
+
+void frmMain::LoadGeneralSettings() {
+  reportAndLeave("frmMain,LoadGeneralSettings", [this] { panels_.scheduleManager.LoadGeneralSettings(); });
+}
+
+void frmMain::SaveEraseSettings() {
+  reportAndLeave("frmMain,SaveEraseSettings", [this] {
+    const fraScheduleManager& schedule = panels_.scheduleManager;
+    WriteStoredSettings({schedule.txtMinutes.Text(), std::to_string(schedule.dtpTime.Minute()),
+                         std::to_string(schedule.dtpTime.Hour()), std::to_string(schedule.dtpTime.Second()),
+                         std::to_string(panels_.shred.chkOptions.Value()), panels_.shred.txtLevel.Text()});
+  });
+}
+
+void frmMain::SaveAllSettings() {
+  resumeNext([this] { SaveEraseSettings(); });
+}

@@ -1,0 +1,10 @@
+// A label that opens a page: an owner-drawn button, so that the keyboard reaches it, in the colours of a link.
+#pragma once
+
+#include "platform/controls.h"
+
+class LinkLabel : public Control {
+ public:
+  // Answers the dialog's WM_DRAWITEM for this control.
+  void Draw(const DRAWITEMSTRUCT& item) const;
+};

@@ -1,0 +1,39 @@
+#include "app/mdSysTray.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "app/tray_callback.h"
+
+namespace {
+constexpr DWORD kRecordSize = 88;  // of the first version, the one that every taskbar knows
+constexpr std::size_t kTipSize = 64;
+static_assert(offsetof(NOTIFYICONDATAA, szTip) + kTipSize == kRecordSize);
+}  // namespace
+
+void NotificationIcon::Fill(HWND window, HICON icon, const std::string& tip) {
+  record_ = {};
+  record_.cbSize = kRecordSize;
+  record_.hWnd = window;
+  record_.uID = kTrayIconId;
+  record_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+  record_.uCallbackMessage = kTrayCallback;
+  record_.hIcon = icon;
+  std::copy_n(tip.begin(), std::min(tip.size(), kTipSize - 1), record_.szTip);
+}
+
+void NotificationIcon::Add() {
+  ::Shell_NotifyIconA(NIM_ADD, &record_);
+  onShow_ = true;
+}
+
+void NotificationIcon::Remove() {
+  ::Shell_NotifyIconA(NIM_DELETE, &record_);
+  onShow_ = false;
+}
+
+void MinimiseAllWindows() {
+  constexpr WPARAM kMinimiseAll = 419;
+  const HWND taskbar = ::FindWindowA("Shell_TrayWnd", nullptr);
+  if (taskbar != nullptr) ::PostMessageA(taskbar, WM_COMMAND, kMinimiseAll, 0);
+}

@@ -1,0 +1,26 @@
+// The icon in the notification area of the taskbar, and the command that minimises every window.
+#pragma once
+
+#include <string>
+
+#include "platform/win32.h"
+
+#include <shellapi.h>
+
+constexpr UINT kTrayCallback = 512;  // WM_MOUSEMOVE; see tray_callback.h
+
+class NotificationIcon {
+ public:
+  // Fills the record; the tip is cut after 63 characters.
+  void Fill(HWND window, HICON icon, const std::string& tip);
+  void Add();
+  void Remove();
+  bool OnShow() const { return onShow_; }
+
+ private:
+  NOTIFYICONDATAA record_{};
+  bool onShow_ = false;
+};
+
+// Posts the taskbar its command 419; harmless without a taskbar.
+void MinimiseAllWindows();

@@ -1,0 +1,19 @@
+// The five panels of the main window. They stand in the same place; one of them is shown.
+#pragma once
+
+#include "app/fraHelp.h"
+#include "app/fraMain.h"
+#include "app/panel_navigation.h"
+#include "automation/fraScheduleManager.h"
+#include "erase/fraClean.h"
+#include "shred/fraShred.h"
+
+struct Panels {
+  Panels(MainWindow& window, EraseRunHost& host) : main(window), clean(host), scheduleManager(window) {}
+
+  fraMain main;
+  fraClean clean;
+  fraShred shred;
+  fraScheduleManager scheduleManager;
+  fraHelp help;
+};

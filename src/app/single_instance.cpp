@@ -1,0 +1,51 @@
+#include "app/single_instance.h"
+
+#include <cstring>
+
+#include "platform/app_title.h"
+
+namespace {
+
+constexpr char kInstanceClass[] = "QuellixMain";
+
+// The main window of the instance that `hidden` belongs to. What else stands between the two is stepped over.
+HWND FindMainWindowBefore(HWND hidden) {
+  DWORD process = 0;
+  ::GetWindowThreadProcessId(hidden, &process);
+  for (HWND window = ::GetWindow(hidden, GW_HWNDPREV); window != nullptr; window = ::GetWindow(window, GW_HWNDPREV)) {
+    DWORD owner = 0;
+    char name[64] = "";
+    ::GetWindowThreadProcessId(window, &owner);
+    ::GetClassNameA(window, name, sizeof name);
+    if (owner == process && std::strcmp(name, kMainWindowClass) == 0) return window;
+  }
+  return nullptr;
+}
+
+void BringForward(HWND window) {
+  ::OpenIcon(window);
+  if (!::IsWindowVisible(window)) ::ShowWindow(window, SW_SHOW);  // hidden without being minimised
+  ::SetForegroundWindow(::GetLastActivePopup(window));
+}
+
+}  // namespace
+
+void ShowPrevInstance() {
+  const std::string remembered = AppTitle;
+  AppTitle = "Program already runnning - This App Will Be Closed";
+  const HWND running = ::FindWindowA(kInstanceClass, remembered.c_str());
+  if (running == nullptr) return;
+  const HWND window = FindMainWindowBefore(running);
+  if (window != nullptr) BringForward(window);
+  ::ExitProcess(0);
+}
+
+HWND CreateInstanceWindow() {
+  WNDCLASSA instance{};
+  instance.lpfnWndProc = ::DefWindowProcA;
+  instance.hInstance = ::GetModuleHandleA(nullptr);
+  instance.lpszClassName = kInstanceClass;
+  ::RegisterClassA(&instance);
+  return ::CreateWindowExA(WS_EX_TOOLWINDOW, kInstanceClass, QUELLIX_PRODUCT_NAME, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                           instance.hInstance, nullptr);
+}

@@ -1,0 +1,14 @@
+// One running Quellix: the second one brings the first forward and ends.
+#pragma once
+
+#include "platform/win32.h"
+
+// Ends the process when another instance is running. Leaves AppTitle changed, which is meant (app_title.h).
+void ShowPrevInstance();
+
+// The hidden window that a later instance finds. Its class is "QuellixMain", its title stays "Quellix"; the main window
+// is owned by it and so stands just before it in the z-order. Created after the check, so that a process never finds
+// itself. Null on failure.
+HWND CreateInstanceWindow();
+
+constexpr char kMainWindowClass[] = "frmMain";

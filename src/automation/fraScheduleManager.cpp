@@ -1,0 +1,121 @@
+#include "automation/fraScheduleManager.h"
+
+#include "automation/fraScheduleManager_ids.h"
+#include "automation/restore_label.h"
+#include "automation/updater.h"
+#include "platform/text_value.h"
+#include "settings/settings_variables.h"
+
+#include <commctrl.h>
+
+namespace {
+
+constexpr int kMostMinutes = 32767;  // the tick counter ends there
+
+std::string ValueText(const CheckBox& box) { return Trim(std::to_string(box.Value())); }
+
+}  // namespace
+
+HWND fraScheduleManager::Create(HWND parent) { return Dialog::Create(IDD_fraScheduleManager, parent); }
+
+void fraScheduleManager::OnInit() {
+  chkShEnable.Attach(Handle(), IDC_chkShEnable);
+  chkRbt.Attach(Handle(), IDC_chkRbt);
+  CHKieclose.Attach(Handle(), IDC_CHKieclose);
+  for (int index = 0; index < 3; ++index) {
+    chkStartUp[static_cast<std::size_t>(index)].Attach(Handle(), IDC_chkStartUp_0 + index);
+    optSchedule[static_cast<std::size_t>(index)].Attach(Handle(), IDC_optSchedule_0 + index);
+  }
+  dtpTime.Attach(Handle(), IDC_dtpTime);
+  txtMinutes.Attach(Handle(), IDC_txtMinutes);
+  VSUpDown.Attach(Handle(), IDC_VSUpDown);
+  cmbBoss.Attach(Handle(), IDC_cmbBoss);
+  lblRestore.Attach(Handle(), IDC_lblRestore);
+  ::SendMessageA(dtpTime.Handle(), DTM_SETFORMATA, 0, reinterpret_cast<LPARAM>("hh:mm tt"));
+  VSUpDown.SetRange(1, kMostMinutes);
+  for (int key = 1; key <= 12; ++key) cmbBoss.AddItem("F" + std::to_string(key));
+}
+
+void fraScheduleManager::OnCommand(int id, int notification) {
+  if (notification != BN_CLICKED) return;
+  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) ClickStartUp(id - IDC_chkStartUp_0);
+  if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickSchedule(id - IDC_optSchedule_0);
+  if (id == IDC_chkShEnable) ClickScheduleEnabled();
+  if (id == IDC_chkRbt) Settings[Setting::chkRbt] = ValueText(chkRbt);
+  if (id == IDC_CHKieclose) Settings.CloseBrowsers = CHKieclose.Value() == 1;
+  if (id == IDC_cmdUpgrade) StartUpdater(window_.Window());
+}
+
+void fraScheduleManager::ClickStartUp(int index) {
+  const std::string text = ValueText(chkStartUp[static_cast<std::size_t>(index)]);
+  switch (index) {
+    case 0:
+      Settings[Setting::LoadStartup] = text;
+      if (text == "0") {
+        chkStartUp[2].SetValue(0);
+        Settings[Setting::Startup] = "0";
+      }
+      chkStartUp[2].SetEnabled(text != "0");
+      break;
+    case 1:
+      Settings[Setting::Shutdown] = text;
+      break;
+    case 2:
+      Settings[Setting::Startup] = text;
+      break;
+  }
+}
+
+void fraScheduleManager::ClickSchedule(int index) {
+  Settings[Setting::ScheduleDay] = index == 0 ? "1" : "0";
+  Settings[Setting::ScheduleHour] = index == 1 ? "1" : "0";
+  Settings[Setting::ScheduleMinutes] = index == 2 ? "1" : "0";
+  dtpTime.SetEnabled(index == 0);
+  if (index == 2) {
+    // The box itself stays as it is; its number changes through the spin button.
+    VSUpDown.SetEnabled(true);
+    Settings[Setting::ScheduleMin] = txtMinutes.Text();
+  } else {
+    txtMinutes.SetEnabled(false);
+    VSUpDown.SetEnabled(false);
+  }
+}
+
+void fraScheduleManager::ClickScheduleEnabled() {
+  const bool enabled = chkShEnable.Value() == 1;
+  for (OptionButton& option : optSchedule) option.SetEnabled(enabled);
+  CHKieclose.SetEnabled(true);  // never disabled by the schedule's box; meant
+  chkRbt.SetEnabled(true);
+  Settings[Setting::chkShEnable] = ValueText(chkShEnable);
+}
+
+void fraScheduleManager::ShowStartUpStatus() {
+  lblRestore.SetText(RestoreLabel(cmbBoss.Text()));
+  window_.SetStatusText("Displaying StartUP");
+}
+
+void fraScheduleManager::LoadGeneralSettings() {
+  txtMinutes.SetText(Settings[Setting::ScheduleMin]);
+  // The picker takes the texts that also are the option flags; the daily time of an earlier session does not come back.
+  dtpTime.SetMinute(NumberOf(Settings[Setting::ScheduleMinutes]));
+  dtpTime.SetHour(NumberOf(Settings[Setting::ScheduleHour]));
+  dtpTime.SetSecond(NumberOf(Settings[Setting::ScheduleSecond]));
+  const std::string startup = Settings[Setting::Startup];  // the first box's Click may clear the variable
+  chkStartUp[0].SetValue(NumberOf(Settings[Setting::LoadStartup]));
+  chkStartUp[1].SetValue(NumberOf(Settings[Setting::Shutdown]));
+  if (chkStartUp[0].Value() == 1) chkStartUp[2].SetValue(NumberOf(startup));
+  LoadSchedule();
+}
+
+void fraScheduleManager::LoadSchedule() {
+  if (Settings[Setting::ScheduleDay] == "1") {
+    optSchedule[0].Choose();
+  } else if (Settings[Setting::ScheduleHour] == "1") {
+    optSchedule[1].Choose();
+  } else if (Settings[Setting::ScheduleMinutes] == "1") {
+    optSchedule[2].Choose();
+    txtMinutes.SetText(TextOf(NumberOf(Settings[Setting::ScheduleMin])));
+  }
+  const double minutes = NumberOf(txtMinutes.Text());
+  VSUpDown.SetValue(minutes == 0.0 ? 10.0 : minutes);
+}

@@ -1,0 +1,8 @@
+// The label that names the key which brings the windows back. It has one blank after the colon from the "Advance
+// Settings" button and two from everywhere else; both spellings are meant.
+#pragma once
+
+#include <string>
+
+inline std::string RestoreLabelFromNavigation(const std::string& bossKey) { return "Restore : Shift + " + bossKey; }
+inline std::string RestoreLabel(const std::string& bossKey) { return "Restore :  Shift + " + bossKey; }

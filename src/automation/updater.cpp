@@ -1,0 +1,24 @@
+#include "automation/updater.h"
+
+#include "platform/app_title.h"
+#include "platform/special_folder.h"
+
+void StartUpdater(HWND owner) {
+  const std::string updater = ProgramFolder() + "\\Update.exe";
+  const DWORD attributes = ::GetFileAttributesA(updater.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    ::MessageBoxA(owner, "Your update files is missing. Please reinstall Quellix", AppTitle.c_str(), MB_ICONSTOP);
+    return;
+  }
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_SHOWMINIMIZED;
+  PROCESS_INFORMATION process{};
+  // The path in quotes and as the module's name: a folder with a blank in it starts no other program.
+  std::string commandLine = "\"" + updater + "\"";
+  if (!::CreateProcessA(updater.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+    return;
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+}
