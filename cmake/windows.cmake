@@ -13,6 +13,12 @@ add_compile_definitions(
   "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_HELP_ADDRESS=\"${QUELLIX_HELP_ADDRESS}\">"
   "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_CONTACT_ADDRESS=\"${QUELLIX_CONTACT_ADDRESS}\">")
 
+if(QUELLIX_TESTS)
+  # Compile options only: the linker would look for a runtime library that this system's compiler has not.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
+endif()
+
 # An archive in image form: each object is compiled once and linked where it is needed.
 add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
 target_include_directories(quellix_core PUBLIC src)

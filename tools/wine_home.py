@@ -15,7 +15,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
 HOMES = BUILD / "wine"
-TEMPLATE_VERSION = "3"  # raise it when what the template holds changes
+TEMPLATE_VERSION = "4"  # raise it when what the template holds changes
 
 
 def private_environment(base: Path, display: str | None = None) -> dict[str, str]:
@@ -168,6 +168,10 @@ def _template() -> Path:
             raise SystemExit("quellix: Wine could not make a private Windows; run `wineboot -i` by hand to see why. "
                              + made.stderr.decode(errors="replace")[-400:])
         _close_the_doors(prefix)
+        # The caption buttons are drawn with it, and Wine only finds it here.
+        marlett = Path("/usr/share/wine/fonts/marlett.ttf")
+        if marlett.exists():
+            shutil.copy(marlett, prefix / "drive_c/windows/Fonts")
         for key, value, kind, data in (
             (r"HKCU\Software\Wine\WineDbg", "ShowCrashDialog", "REG_DWORD", "0"),
             (r"HKCU\Software\Wine\Drivers", "Audio", "REG_SZ", ""),

@@ -23,10 +23,12 @@ bool frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& res
     case kTrayCallback:
       OnTrayCallback(wParam, lParam);
       return false;
-    case WM_CTLCOLORSTATIC:
-      if (::GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) != IDC_Picture1) return false;
+    case WM_CTLCOLORSTATIC: {
+      const int id = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
+      if (id != IDC_Picture1 && id != IDC_Image1) return false;
       answerDirectly_ = reinterpret_cast<INT_PTR>(bannerColour_.get());
       return true;
+    }
     case WM_CLOSE:
       CloseQuery(false);
       Unload();

@@ -13,134 +13,100 @@
 #include <optional>
 #include <string>
 
-class OtherProcess
-{
-public:
-    explicit OtherProcess(DWORD pid)
-        : m_pid(pid), m_process(::OpenProcess(PROCESS_ALL_ACCESS, FALSE, pid))
-    {
+class OtherProcess {
+ public:
+  explicit OtherProcess(DWORD pid) : m_pid(pid), m_process(::OpenProcess(PROCESS_ALL_ACCESS, FALSE, pid)) {}
+  OtherProcess(const OtherProcess&) = delete;
+  OtherProcess& operator=(const OtherProcess&) = delete;
+  ~OtherProcess() {
+    if (m_process) ::CloseHandle(m_process);
+  }
+  explicit operator bool() const { return m_process != nullptr; }
+
+  // A piece of memory in the other process. It is kept when somebody there may still write to it.
+  class Memory {
+   public:
+    Memory(const OtherProcess& owner, size_t size)
+        : m_owner(owner),
+          m_size(size),
+          m_address(::VirtualAllocEx(owner.m_process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE)) {}
+    Memory(const Memory&) = delete;
+    Memory& operator=(const Memory&) = delete;
+    ~Memory() {
+      if (m_address && !m_keep) ::VirtualFreeEx(m_owner.m_process, m_address, 0, MEM_RELEASE);
     }
-    OtherProcess(const OtherProcess &) = delete;
-    OtherProcess &operator=(const OtherProcess &) = delete;
-    ~OtherProcess()
-    {
-        if (m_process)
-            ::CloseHandle(m_process);
+    void* address() const { return m_address; }
+    void keep() { m_keep = true; }
+    bool read(void* into, size_t size) const {
+      SIZE_T got = 0;
+      return m_address && size <= m_size && ::ReadProcessMemory(m_owner.m_process, m_address, into, size, &got) && got == size;
     }
-    explicit operator bool() const
-    {
-        return m_process != nullptr;
+    bool write(const void* from, size_t size) {
+      SIZE_T put = 0;
+      return m_address && size <= m_size && ::WriteProcessMemory(m_owner.m_process, m_address, from, size, &put) && put == size;
+    }
+    std::wstring text() const {
+      std::wstring out(m_size / sizeof(wchar_t), L'\0');
+      if (!read(out.data(), out.size() * sizeof(wchar_t))) return {};
+      out.resize(std::wcslen(out.c_str()));
+      return out;
     }
 
-    // A piece of memory in the other process. It is kept when somebody there may still write to it.
-    class Memory
-    {
-    public:
-        Memory(const OtherProcess &owner, size_t size)
-            : m_owner(owner), m_size(size),
-              m_address(::VirtualAllocEx(owner.m_process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE))
-        {
-        }
-        Memory(const Memory &) = delete;
-        Memory &operator=(const Memory &) = delete;
-        ~Memory()
-        {
-            if (m_address && !m_keep)
-                ::VirtualFreeEx(m_owner.m_process, m_address, 0, MEM_RELEASE);
-        }
-        void *address() const
-        {
-            return m_address;
-        }
-        void keep()
-        {
-            m_keep = true;
-        }
-        bool read(void *into, size_t size) const
-        {
-            SIZE_T got = 0;
-            return m_address && size <= m_size &&
-                   ::ReadProcessMemory(m_owner.m_process, m_address, into, size, &got) && got == size;
-        }
-        bool write(const void *from, size_t size)
-        {
-            SIZE_T put = 0;
-            return m_address && size <= m_size &&
-                   ::WriteProcessMemory(m_owner.m_process, m_address, from, size, &put) && put == size;
-        }
-        std::wstring text() const
-        {
-            std::wstring out(m_size / sizeof(wchar_t), L'\0');
-            if (!read(out.data(), out.size() * sizeof(wchar_t)))
-                return {};
-            out.resize(std::wcslen(out.c_str()));
-            return out;
-        }
+   private:
+    const OtherProcess& m_owner;
+    size_t m_size;
+    void* m_address;
+    bool m_keep = false;
+  };
 
-    private:
-        const OtherProcess &m_owner;
-        size_t m_size;
-        void *m_address;
-        bool m_keep = false;
+  // Calls a stdcall function of user32 there; nothing when it did not answer in time.
+  std::optional<DWORD> callUser32(const char* function, std::initializer_list<DWORD> arguments) const {
+    const auto address = user32Function(function);
+    if (!m_process || !address) return std::nullopt;
+    unsigned char code[128];
+    size_t used = 0;
+    const auto put = [&](unsigned char op, DWORD value) {
+      code[used++] = op;
+      std::memcpy(code + used, &value, sizeof value);
+      used += sizeof value;
     };
+    for (auto it = arguments.end(); it != arguments.begin();) put(0x68, *--it);  // push value
+    put(0xB8, address);                                                          // mov eax, address
+    code[used++] = 0xFF;                                                         // call eax
+    code[used++] = 0xD0;
+    code[used++] = 0xC2;  // ret 4
+    code[used++] = 0x04;
+    code[used++] = 0x00;
 
-    // Calls a stdcall function of user32 there; nothing when it did not answer in time.
-    std::optional<DWORD> callUser32(const char *function, std::initializer_list<DWORD> arguments) const
-    {
-        const auto address = user32Function(function);
-        if (!m_process || !address)
-            return std::nullopt;
-        unsigned char code[128];
-        size_t used = 0;
-        const auto put = [&](unsigned char op, DWORD value) {
-            code[used++] = op;
-            std::memcpy(code + used, &value, sizeof value);
-            used += sizeof value;
-        };
-        for (auto it = arguments.end(); it != arguments.begin();)
-            put(0x68, *--it); // push value
-        put(0xB8, address);   // mov eax, address
-        code[used++] = 0xFF;  // call eax
-        code[used++] = 0xD0;
-        code[used++] = 0xC2; // ret 4
-        code[used++] = 0x04;
-        code[used++] = 0x00;
+    Memory memory(*this, sizeof code);
+    if (!memory.write(code, used)) return std::nullopt;
+    LPTHREAD_START_ROUTINE start;
+    void* const entry = memory.address();
+    std::memcpy(&start, &entry, sizeof start);
+    const HANDLE thread = ::CreateRemoteThread(m_process, nullptr, 0, start, nullptr, 0, nullptr);
+    if (!thread) return std::nullopt;
+    DWORD result = 0;
+    const bool ended = ::WaitForSingleObject(thread, 3000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
+    if (!ended) memory.keep();
+    ::CloseHandle(thread);
+    return ended ? std::optional(result) : std::nullopt;
+  }
 
-        Memory memory(*this, sizeof code);
-        if (!memory.write(code, used))
-            return std::nullopt;
-        LPTHREAD_START_ROUTINE start;
-        void *const entry = memory.address();
-        std::memcpy(&start, &entry, sizeof start);
-        const HANDLE thread = ::CreateRemoteThread(m_process, nullptr, 0, start, nullptr, 0, nullptr);
-        if (!thread)
-            return std::nullopt;
-        DWORD result = 0;
-        const bool ended = ::WaitForSingleObject(thread, 3000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
-        if (!ended)
-            memory.keep();
-        ::CloseHandle(thread);
-        return ended ? std::optional(result) : std::nullopt;
-    }
+ private:
+  DWORD user32Function(const char* function) const {
+    const HMODULE here = ::GetModuleHandleA("user32.dll");
+    const HANDLE modules = ::CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, m_pid);
+    if (modules == INVALID_HANDLE_VALUE) return 0;
+    MODULEENTRY32 module{};
+    module.dwSize = sizeof module;
+    DWORD there = 0;
+    for (BOOL more = ::Module32First(modules, &module); more && !there; more = ::Module32Next(modules, &module))
+      if (!::lstrcmpiA(module.szModule, "user32.dll")) there = reinterpret_cast<DWORD>(module.modBaseAddr);
+    ::CloseHandle(modules);
+    const auto address = reinterpret_cast<DWORD>(reinterpret_cast<void*>(::GetProcAddress(here, function)));
+    return there && address ? address - reinterpret_cast<DWORD>(here) + there : 0;
+  }
 
-private:
-    DWORD user32Function(const char *function) const
-    {
-        const HMODULE here = ::GetModuleHandleA("user32.dll");
-        const HANDLE modules = ::CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, m_pid);
-        if (modules == INVALID_HANDLE_VALUE)
-            return 0;
-        MODULEENTRY32 module{};
-        module.dwSize = sizeof module;
-        DWORD there = 0;
-        for (BOOL more = ::Module32First(modules, &module); more && !there; more = ::Module32Next(modules, &module))
-            if (!::lstrcmpiA(module.szModule, "user32.dll"))
-                there = reinterpret_cast<DWORD>(module.modBaseAddr);
-        ::CloseHandle(modules);
-        const auto address = reinterpret_cast<DWORD>(reinterpret_cast<void *>(::GetProcAddress(here, function)));
-        return there && address ? address - reinterpret_cast<DWORD>(here) + there : 0;
-    }
-
-    DWORD m_pid;
-    HANDLE m_process;
+  DWORD m_pid;
+  HANDLE m_process;
 };

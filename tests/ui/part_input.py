@@ -1,0 +1,151 @@
+"""What a `Desktop` does with mouse and keyboard. Each action returns when Windows has taken the input."""
+import contextlib
+import os
+import subprocess
+
+from probe import View
+from wine_home import wait_for
+
+
+class Input:
+    def _xdotool(self, *words) -> None:
+        subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.DEVNULL,
+                       env=dict(os.environ, DISPLAY=self.display.name))
+
+    def move(self, x: int, y: int) -> None:
+        self._xdotool("mousemove", x, y)
+        wait_for(f"the mouse at {x},{y}", lambda: (lambda i: (i.x, i.y) == (x, y))(self.probe.ask("input")), 10, 0.01)
+
+    def _button(self, button: int, down: bool) -> None:
+        # Windows has the event when the button's state says so; before that, a check could look too early.
+        state = "left" if button == 1 else "right"
+        self._xdotool("mousedown" if down else "mouseup", button)
+        wait_for(f"the {state} button {'down' if down else 'up'}", lambda: self.probe.ask("input")[state] == down, 30, 0.01)
+
+    def click_at(self, x: int, y: int, button: int = 1) -> None:
+        # Two clicks at one place in short order would be a double click, which a test asks for by name.
+        if max(abs(x - self._last_click[0]), abs(y - self._last_click[1])) < 5:
+            x += 5 if x <= self._last_click[0] else -5
+        self._last_click = (x, y)
+        self.move(x, y)
+        self._button(button, True)
+        self._button(button, False)
+
+    def right_click_at(self, x: int, y: int) -> None:
+        self.click_at(x, y, 3)
+
+    def double_click_at(self, x: int, y: int) -> None:
+        if max(abs(x - self._last_click[0]), abs(y - self._last_click[1])) < 5:
+            x += 5 if x <= self._last_click[0] else -5
+        self._last_click = (x, y)
+        self.move(x, y)
+        self._xdotool("click", "--repeat", 2, "--delay", 30, 1)
+        wait_for("the mouse button up", lambda: not self.probe.ask("input").left, 30, 0.01)
+
+    def _reachable(self, target: View, even_if_disabled: bool) -> View:
+        if not target.visible:
+            raise AssertionError(f"a user cannot click what is not on show: {dict(target)}")
+        if not target.enabled and not even_if_disabled:
+            raise AssertionError(f"a user cannot click what is disabled: {dict(target)}")
+        x, y = target.centre
+        for window in self.windows():
+            left, top, right, bottom = window.rect
+            if window["class"] == "tooltips_class32":  # goes away when the mouse comes
+                continue
+            if window.visible and not window.iconic and left <= x < right and top <= y < bottom:
+                if window.hwnd != target.root:
+                    raise AssertionError(f"{window['class']} '{window.title}' covers {target.text!r} at {x},{y}")
+                break
+        return target
+
+    def click(self, name, window=None, even_if_disabled: bool = False, button: int = 1) -> None:
+        """A real click on the middle of a control, which has to be on show, enabled and not covered."""
+        self.click_at(*self._reachable(self.control(name, window), even_if_disabled).centre, button)
+
+    def right_click(self, name, window=None) -> None:
+        self.click(name, window, button=3)
+
+    def double_click(self, name, window=None) -> None:
+        self.double_click_at(*self._reachable(self.control(name, window), False).centre)
+
+    def click_item(self, name, item, window=None, double: bool = False) -> None:
+        """Clicks a line of a list box, by its text or number; the line has to be scrolled into view."""
+        hwnd = self._reachable(self.control(name, window), False).hwnd
+        number = item if isinstance(item, int) else self.items(name, window).index(item)
+        place = self.probe.ask("itemrect", hwnd, number)
+        (left, top, right, bottom), area = place.rect, place.client
+        if top < area[1] or bottom > area[3]:
+            raise AssertionError(f"line {number} is not in view")
+        (self.double_click_at if double else self.click_at)((left + right) // 2, (top + bottom) // 2)
+
+    def set_checked(self, name, checked: bool = True, window=None) -> None:
+        """Clicks a box unless it already is as wanted."""
+        if self.checked(name, window) != checked:
+            self.click(name, window)
+            self.wait_checked(name, checked, window)
+
+    def choose(self, name, text: str, window=None) -> None:
+        """Chooses a line of a drop-down list with the keyboard, as one does after a click on it."""
+        target = self.items(name, window).index(text)
+        left, top, right, bottom = self._reachable(self.control(name, window), False).rect
+        self.click_at(right - 8, (top + min(bottom, top + 20)) // 2)
+        self.wait_control(name, lambda c: c.dropped, "to open", window)
+        at = self.control(name, window).selected
+        while at != target:
+            self.key("Down" if target > at else "Up")
+            at = self.wait_control(name, lambda c, old=at: c.selected != old, "to move on", window).selected
+        self.key("Return")
+        self.wait_control(name, lambda c: not c.dropped, "to close", window)
+
+    # Keys
+
+    def _keys(self, how: str, *words) -> None:
+        before = self.probe.ask("input")
+        if before.now == before.last:  # the clock of the last input counts milliseconds
+            wait_for("a new millisecond", lambda: self.probe.ask("input").now != before.last, 1, 0.001)
+        self._xdotool(how, *words)
+        wait_for(f"Windows to take {how} {words}", lambda: self.probe.ask("input").last != before.last, 30, 0.01)
+
+    def key(self, keys: str) -> None:
+        """Presses and releases: "Tab", "ctrl+2", "alt+F4", "shift+F10"."""
+        self._keys("key", keys)
+
+    def keydown(self, keys: str) -> None:
+        self._keys("keydown", keys)
+
+    def keyup(self, keys: str) -> None:
+        self._keys("keyup", keys)
+
+    @contextlib.contextmanager
+    def held(self, *keys: str):
+        """Holds keys down for as long as the block runs."""
+        down: list[str] = []
+        try:
+            for one in keys:
+                self.keydown(one)
+                down.append(one)
+            yield
+        finally:
+            for one in reversed(down):
+                self.keyup(one)
+
+    def type_text(self, text: str) -> None:
+        self._keys("type", "--delay", 15, "--", text)
+
+    def replace_text(self, name, text: str, window=None) -> None:
+        """Types a new text into an edit box."""
+        self.click(name, window)
+        self.wait_focus(name, window)
+        self.key("ctrl+Home")  # a classic edit box knows no Ctrl+A
+        self.key("ctrl+shift+End")
+        self.type_text(text)
+        self.wait_text(name, text, window)
+
+    def settle(self, name, window=None, seconds: float = 30) -> None:
+        """Waits until the window thread of a control on show has worked off its input.
+
+        For tests that nothing happens: a window paints only when no input is left for it.
+        """
+        hwnd = self.handle(name, window)
+        self.probe.ask("invalidate", hwnd)
+        wait_for(f"{name} to be idle", lambda: not self.probe.ask("unpainted", hwnd).waits, seconds, 0.01)

@@ -1,0 +1,130 @@
+"""What a `Desktop` sees: windows, controls by name, the focus; and waiting for it to become something."""
+import re
+
+from probe import ProbeError, View
+from wine_home import wait_for
+
+
+class Windows:
+    def windows(self) -> list[View]:
+        return self.probe.ask("windows")
+
+    def find_windows(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
+                     pid: int | None = None) -> list[View]:
+        return [w for w in self.windows()
+                if (class_name is None or w["class"].lower() == class_name.lower()) and (title is None or w.title == title)
+                and (visible is None or w.visible == visible) and (pid is None or w.pid == pid)]
+
+    def find_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
+                    pid: int | None = None) -> View | None:
+        return next(iter(self.find_windows(class_name, title, visible, pid)), None)
+
+    def wait_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
+                    seconds: float = 20) -> View:
+        return wait_for(f"a window, class {class_name}, title {title}, visible {visible}",
+                        lambda: self.find_window(class_name, title, visible), seconds)
+
+    def wait_no_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
+                       seconds: float = 20) -> None:
+        wait_for(f"the window to go, class {class_name}, title {title}, visible {visible}",
+                 lambda: not self.find_window(class_name, title, visible), seconds)
+
+    @property
+    def main(self) -> View:
+        """The main window, shown or not."""
+        found = self.find_window(self.main_class, visible=None)
+        if not found:
+            raise LookupError(f"there is no window of class {self.main_class}; there are "
+                              + ", ".join(f"{w['class']} '{w.title}'" for w in self.windows()))
+        return found
+
+    def _window_handle(self, window) -> int:
+        return self.main.hwnd if window is None else window if isinstance(window, int) else window.hwnd
+
+    def handle(self, name, window=None) -> int:
+        """The window handle of a control: by name, by (name, index) of an array, by id, or already a View.
+
+        Where several controls of the window have the id, the one on show is meant.
+        """
+        if isinstance(name, View):
+            return name.hwnd
+        number = name if isinstance(name, int) else self.ids.get(name)
+        if number is None:
+            raise LookupError(f"no header names a control {name}")
+        found = self.probe.ask("withid", self._window_handle(window), number)
+        shown = [c for c in found if c.visible]
+        if len(shown or found) != 1:
+            raise LookupError(f"{len(found)} controls have the id {number} of {name}, {len(shown)} of them on show")
+        return (shown or found)[0].hwnd
+
+    def control(self, name, window=None) -> View:
+        return self.probe.ask("control", self.handle(name, window))
+
+    def controls(self, window=None) -> list[View]:
+        return self.probe.ask("controls", self._window_handle(window))
+
+    def has_control(self, name, window=None) -> bool:
+        try:
+            self.handle(name, window)
+        except LookupError:
+            return False
+        return True
+
+    def text(self, name, window=None) -> str:
+        return self.control(name, window).text
+
+    def checked(self, name, window=None) -> bool:
+        return self.control(name, window).checked
+
+    def items(self, name, window=None) -> list[str]:
+        """Every line of a list box or combo box."""
+        return self.probe.ask("items", self.handle(name, window))["items"]
+
+    def wait_control(self, name, condition, what: str = "", window=None, seconds: float = 20) -> View:
+        """Waits until `condition(view)` holds and returns the view."""
+        last: list = [None]
+
+        def holds():
+            try:
+                last[0] = self.control(name, window)
+            except (LookupError, ProbeError):
+                return None
+            return last[0] if condition(last[0]) else None
+        try:
+            return wait_for(f"{name} {what}", holds, seconds)
+        except TimeoutError as e:
+            raise TimeoutError(f"{e}; it is {last[0] and dict(last[0])}") from None
+
+    def wait_text(self, name, text, window=None, seconds: float = 20) -> str:
+        """Waits until a control shows a text, or one that matches a compiled expression."""
+        fits = text.search if isinstance(text, re.Pattern) else text.__eq__
+        return self.wait_control(name, lambda c: fits(c.text), f"to show {text!r}", window, seconds).text
+
+    def wait_checked(self, name, checked: bool = True, window=None, seconds: float = 20) -> None:
+        self.wait_control(name, lambda c: c.checked == checked, f"to be {'checked' if checked else 'unchecked'}", window, seconds)
+
+    def wait_enabled(self, name, enabled: bool = True, window=None, seconds: float = 20) -> None:
+        self.wait_control(name, lambda c: c.enabled == enabled, f"to be enabled: {enabled}", window, seconds)
+
+    def wait_visible(self, name, visible: bool = True, window=None, seconds: float = 20) -> None:
+        self.wait_control(name, lambda c: c.visible == visible, f"to be visible: {visible}", window, seconds)
+
+    def status_text(self, part: int = 1, window=None) -> str:
+        """The text of a part of the window's status bar."""
+        bars = [c for c in self.controls(window) if c["class"].lower() == "msctls_statusbar32"]
+        if not bars:
+            raise LookupError("the window has no status bar")
+        return bars[0].simple_text if bars[0].simple else bars[0].parts[part]
+
+    def wait_status(self, text: str, part: int = 1, seconds: float = 20) -> None:
+        wait_for(f"the status bar to say {text!r}", lambda: self.status_text(part) == text, seconds)
+
+    def focus(self) -> View:
+        """The control that has the keyboard, in the window in front."""
+        return self.probe.ask("focus")
+
+    def wait_focus(self, name, window=None, seconds: float = 20) -> None:
+        wait_for(f"the keyboard to be on {name}", lambda: self.focus().hwnd == self.handle(name, window), seconds)
+
+    def foreground(self) -> View | None:
+        return self.probe.ask("foreground")

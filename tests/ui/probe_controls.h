@@ -1,0 +1,183 @@
+// What a control of another process shows, kind by kind.
+#pragma once
+
+#include "probe_basics.h"
+#include "probe_other_process.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+constexpr UINT kQueryTimeout = 2000;
+constexpr int kItemsInOverview = 100;
+
+// Messages to other processes, none of which can hold the probe up: a thread that let one time out is not asked again.
+class Asker {
+ public:
+  std::optional<DWORD> send(HWND window, UINT message, WPARAM w = 0, LPARAM l = 0) {
+    const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
+    if (m_silent.count(thread)) return std::nullopt;
+    DWORD_PTR result = 0;
+    ::SetLastError(0);
+    if (::SendMessageTimeoutW(window, message, w, l, SMTO_NORMAL, kQueryTimeout, &result)) return static_cast<DWORD>(result);
+    if (::IsWindow(window)) m_silent.insert(thread);
+    return std::nullopt;
+  }
+
+  std::wstring text(HWND window) {
+    const auto length = send(window, WM_GETTEXTLENGTH).value_or(0);
+    std::wstring out(length + 2, L'\0');
+    const auto got = send(window, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data()));
+    out.resize(std::min<size_t>(got.value_or(0), length + 1));
+    return out;
+  }
+
+  bool everyoneAnswered() const { return m_silent.empty(); }
+
+ private:
+  std::set<DWORD> m_silent;
+};
+
+inline std::optional<std::wstring> itemText(Asker& ask, HWND list, UINT lengthMessage, UINT textMessage, int index) {
+  const auto length = ask.send(list, lengthMessage, index);
+  if (!length || static_cast<int>(*length) < 0) return std::nullopt;
+  std::wstring out(*length + 2, L'\0');
+  const auto got = ask.send(list, textMessage, index, reinterpret_cast<LPARAM>(out.data()));
+  if (!got || static_cast<int>(*got) < 0) return std::nullopt;
+  out.resize(std::min<size_t>(*got, *length + 1));
+  return out;
+}
+
+inline std::string itemsFrom(Asker& ask, HWND list, bool combo, int first, int last) {
+  json::Array items;
+  for (int i = first; i < last; ++i) {
+    const auto text =
+        combo ? itemText(ask, list, CB_GETLBTEXTLEN, CB_GETLBTEXT, i) : itemText(ask, list, LB_GETTEXTLEN, LB_GETTEXT, i);
+    if (!text) break;
+    items.add(json::quoted(*text));
+  }
+  return items.done();
+}
+
+inline void describeButton(Asker& ask, HWND window, json::Object& out) {
+  const auto checked = ask.send(window, BM_GETCHECK);
+  if (checked) out.number("check", *checked);
+}
+
+inline void describeList(Asker& ask, HWND window, json::Object& out) {
+  const int count = static_cast<int>(ask.send(window, LB_GETCOUNT).value_or(0));
+  out.number("count", count);
+  out.raw("items", itemsFrom(ask, window, false, 0, std::min(count, kItemsInOverview)));
+  out.number("selected", static_cast<int>(ask.send(window, LB_GETCURSEL).value_or(static_cast<DWORD>(LB_ERR))));
+  out.number("top", static_cast<int>(ask.send(window, LB_GETTOPINDEX).value_or(0)));
+  json::Array chosen;
+  if (::GetWindowLongA(window, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL))
+    for (int i = 0; i < count; ++i)
+      if (static_cast<int>(ask.send(window, LB_GETSEL, i).value_or(0)) > 0) chosen.add(std::to_string(i));
+  out.raw("chosen", chosen.done());
+}
+
+inline void describeCombo(Asker& ask, HWND window, json::Object& out) {
+  const int count = static_cast<int>(ask.send(window, CB_GETCOUNT).value_or(0));
+  out.number("count", count);
+  out.raw("items", itemsFrom(ask, window, true, 0, std::min(count, kItemsInOverview)));
+  out.number("selected", static_cast<int>(ask.send(window, CB_GETCURSEL).value_or(static_cast<DWORD>(CB_ERR))));
+  out.flag("dropped", ask.send(window, CB_GETDROPPEDSTATE).value_or(0) != 0);
+}
+
+inline void describeProgress(Asker& ask, HWND window, json::Object& out) {
+  out.number("min", static_cast<int>(ask.send(window, PBM_GETRANGE, TRUE).value_or(0)));
+  out.number("max", static_cast<int>(ask.send(window, PBM_GETRANGE, FALSE).value_or(0)));
+  out.number("pos", static_cast<int>(ask.send(window, PBM_GETPOS).value_or(0)));
+}
+
+inline void describeStatusBar(Asker& ask, HWND window, const OtherProcess& process, json::Object& out) {
+  const auto part = [&](int index) -> std::wstring {
+    const auto length = LOWORD(ask.send(window, SB_GETTEXTLENGTHW, index).value_or(0));
+    OtherProcess::Memory memory(process, (length + 2) * sizeof(wchar_t));
+    if (!ask.send(window, SB_GETTEXTW, index, reinterpret_cast<LPARAM>(memory.address()))) {
+      memory.keep();
+      return {};
+    }
+    return memory.text();
+  };
+  const bool simple = ask.send(window, SB_ISSIMPLE).value_or(0) != 0;
+  const int count = static_cast<int>(ask.send(window, SB_GETPARTS).value_or(0));
+  json::Array parts;
+  for (int i = 0; i < count && ask.everyoneAnswered(); ++i) parts.add(json::quoted(part(i)));
+  out.raw("parts", parts.done()).flag("simple", simple);
+  if (simple) out.text("simple_text", part(SB_SIMPLEID));
+}
+
+inline void describeDatePicker(Asker& ask, HWND window, const OtherProcess& process, json::Object& out) {
+  OtherProcess::Memory memory(process, sizeof(SYSTEMTIME));
+  const auto kind = ask.send(window, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(memory.address()));
+  if (!kind) {
+    memory.keep();
+    return;
+  }
+  SYSTEMTIME t{};
+  if (*kind != GDT_VALID || !memory.read(&t, sizeof t)) {
+    out.raw("time", "null");
+    return;
+  }
+  out.raw("time", json::Object()
+                      .number("year", t.wYear)
+                      .number("month", t.wMonth)
+                      .number("day", t.wDay)
+                      .number("hour", t.wHour)
+                      .number("minute", t.wMinute)
+                      .number("second", t.wSecond)
+                      .done());
+}
+
+inline void describeUpDown(Asker& ask, HWND window, json::Object& out) {
+  // The 16-bit messages, because they carry no pointers.
+  const DWORD range = ask.send(window, UDM_GETRANGE).value_or(0);
+  out.number("min", static_cast<short>(HIWORD(range)));
+  out.number("max", static_cast<short>(LOWORD(range)));
+  out.number("pos", static_cast<short>(LOWORD(ask.send(window, UDM_GETPOS).value_or(0))));
+  out.number("buddy", ask.send(window, UDM_GETBUDDY).value_or(0));
+}
+
+inline std::string describeControl(Asker& ask, HWND window) {
+  const std::wstring kind = className(window);
+  const LONG style = ::GetWindowLongA(window, GWL_STYLE);
+  DWORD pid = 0;
+  ::GetWindowThreadProcessId(window, &pid);
+  json::Object out;
+  out.raw("hwnd", hexHandle(window));
+  out.raw("parent", hexHandle(::GetAncestor(window, GA_PARENT)));
+  out.raw("root", hexHandle(::GetAncestor(window, GA_ROOT)));
+  out.text("class", kind);
+  out.number("id", ::GetDlgCtrlID(window));
+  out.number("pid", pid);
+  out.flag("visible", ::IsWindowVisible(window));
+  out.flag("own_visible", style & WS_VISIBLE);
+  out.flag("enabled", ::IsWindowEnabled(window));
+  out.flag("own_enabled", !(style & WS_DISABLED));
+  out.raw("rect", windowRectangle(window));
+  out.number("style", static_cast<DWORD>(style));
+  out.number("exstyle", static_cast<DWORD>(::GetWindowLongA(window, GWL_EXSTYLE)));
+  out.text("text", ask.text(window));
+  if (same(kind, L"Button"))
+    describeButton(ask, window, out);
+  else if (same(kind, L"ListBox") || same(kind, L"ComboLBox"))
+    describeList(ask, window, out);
+  else if (same(kind, L"ComboBox"))
+    describeCombo(ask, window, out);
+  else if (same(kind, PROGRESS_CLASSW))
+    describeProgress(ask, window, out);
+  else if (same(kind, UPDOWN_CLASSW))
+    describeUpDown(ask, window, out);
+  else if (same(kind, STATUSCLASSNAMEW))
+    describeStatusBar(ask, window, OtherProcess(pid), out);
+  else if (same(kind, DATETIMEPICK_CLASSW))
+    describeDatePicker(ask, window, OtherProcess(pid), out);
+  out.flag("answered", ask.everyoneAnswered());
+  return out.done();
+}

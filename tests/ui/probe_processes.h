@@ -1,0 +1,69 @@
+// Processes of the prefix: listed, measured, started on the desktop of the program under test and watched to their end.
+#pragma once
+
+#include "probe_basics.h"
+
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <map>
+
+inline std::map<DWORD, HANDLE> startedProcesses;
+inline std::wstring desktopName;
+
+inline std::string processes(const Words&) {
+  json::Array all;
+  const HANDLE list = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = ::Process32FirstW(list, &entry); more; more = ::Process32NextW(list, &entry))
+    all.add(json::Object()
+                .number("pid", entry.th32ProcessID)
+                .number("parent", entry.th32ParentProcessID)
+                .text("exe", entry.szExeFile)
+                .done());
+  ::CloseHandle(list);
+  return all.done();
+}
+
+inline std::string cpuTime(const Words& words) {
+  const HANDLE process = ::OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, static_cast<DWORD>(toNumber(words.at(1))));
+  FILETIME made{}, ended{}, kernel{}, user{};
+  const bool known = process && ::GetProcessTimes(process, &made, &ended, &kernel, &user);
+  if (process) ::CloseHandle(process);
+  if (!known) return failure("no such process");
+  const auto ms = [](const FILETIME& t) {
+    return static_cast<long long>((static_cast<unsigned long long>(t.dwHighDateTime) << 32 | t.dwLowDateTime) / 10000);
+  };
+  return json::Object().number("ms", ms(kernel) + ms(user)).number("user", ms(user)).number("kernel", ms(kernel)).done();
+}
+
+inline std::string start(const Words& words) {
+  std::wstring folder = words.at(1), line = words.at(2);
+  STARTUPINFOW how{};
+  how.cb = sizeof how;
+  how.lpDesktop = desktopName.data();
+  PROCESS_INFORMATION process{};
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr, folder.c_str(), &how,
+                        &process))
+    return failure("could not start, error " + std::to_string(::GetLastError()));
+  ::CloseHandle(process.hThread);
+  startedProcesses[process.dwProcessId] = process.hProcess;
+  return json::Object().number("pid", process.dwProcessId).done();
+}
+
+// Only for processes that the probe started itself, whose handles it holds: their end cannot be missed.
+inline std::string ended(const Words& words) {
+  const auto found = startedProcesses.find(static_cast<DWORD>(toNumber(words.at(1))));
+  if (found == startedProcesses.end()) return failure("not a process of the probe");
+  DWORD code = 0;
+  const bool over = ::WaitForSingleObject(found->second, 0) == WAIT_OBJECT_0 && ::GetExitCodeProcess(found->second, &code);
+  return json::Object().flag("ended", over).number("code", code).done();
+}
+
+inline std::string terminate(const Words& words) {
+  const auto found = startedProcesses.find(static_cast<DWORD>(toNumber(words.at(1))));
+  if (found == startedProcesses.end()) return failure("not a process of the probe");
+  return json::Object().flag("done", ::TerminateProcess(found->second, 1)).done();
+}

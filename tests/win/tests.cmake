@@ -1,0 +1,1 @@
+quellix_win_test(find_os VERSIONS ${ALL_VERSIONS})
