@@ -11,6 +11,7 @@ set(LOGIC_SOURCES
   src/cleaners/listed_names.cpp
   src/cleaners/temp_guard.cpp
   src/cleaners/wipe_fill.cpp
+  src/automation/boss_key.cpp
   src/shred/folder_chain.cpp
   src/erase/catalogue.cpp
   src/erase/erase_run.cpp

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr char kAbout[] =
-    QUELLIX_CAPTION "\r\n\r\nQuellix removes the traces that web browsing and everyday work leave on this computer: lists of "
-                    "visited pages and opened documents, caches, cookies, temporary files and the recycle bin. It shreds "
-                    "files and folders so that they do not come back.\r\n\r\nNothing that it finds leaves this computer.";
+constexpr char kAbout[] = QUELLIX_CAPTION
+    "\r\n\r\nQuellix removes the traces that web browsing and everyday work leave on this computer: lists of "
+    "visited pages and opened documents, caches, cookies, temporary files and the recycle bin. It shreds "
+    "files and folders so that they do not come back.\r\n\r\nNothing that it finds leaves this computer.";
 
 }  // namespace
 
@@ -52,6 +52,4 @@ bool fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& res
   return false;
 }
 
-void fraHelp::OpenPage(const char* address) {
-  ::ShellExecuteA(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL);
-}
+void fraHelp::OpenPage(const char* address) { ::ShellExecuteA(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }

@@ -27,7 +27,9 @@ class fraMain : public Dialog {
   void OnInit() override;
   void OnCommand(int id, int notification) override;
 
-  CheckBox& Box(BoxArray array, int index) { return boxes_[static_cast<std::size_t>(array)][static_cast<std::size_t>(index)]; }
+  CheckBox& Box(BoxArray array, int index) {
+    return boxes_[static_cast<std::size_t>(array)][static_cast<std::size_t>(index)];
+  }
   void ClickBox(BoxArray array, int index);
   void SetEveryBox(int value);
   void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);

@@ -14,6 +14,7 @@ void frmMain::RunStartUp() {
   ReadStoredSettings();
   LoadEraseSettings();
   LoadGeneralSettings();
+  resumeNext([this] { panels_.scheduleManager.getBossKeySetting(); });
   resumeNext([this] { BringToFront(Panel::MainSettings); });
   OsName = FindOS();
   ::ShowWindow(Handle(), SW_SHOW);

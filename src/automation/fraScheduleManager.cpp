@@ -1,5 +1,6 @@
 #include "automation/fraScheduleManager.h"
 
+#include "automation/boss_key.h"
 #include "automation/fraScheduleManager_ids.h"
 #include "automation/restore_label.h"
 #include "automation/updater.h"
@@ -88,6 +89,8 @@ void fraScheduleManager::ClickScheduleEnabled() {
   chkRbt.SetEnabled(true);
   Settings[Setting::chkShEnable] = ValueText(chkShEnable);
 }
+
+void fraScheduleManager::getBossKeySetting() { cmbBoss.SetText(BossKeyName(Settings.BossKeyCode)); }
 
 void fraScheduleManager::ShowStartUpStatus() {
   lblRestore.SetText(RestoreLabel(cmbBoss.Text()));

@@ -20,6 +20,9 @@ class fraScheduleManager : public Dialog {
   // The restore label as at start-up, and "Displaying StartUP" in the status bar. It changes no panel.
   void ShowStartUpStatus();
 
+  // Shows the stored boss key in the combo.
+  void getBossKeySetting();
+
   void ClickScheduleEnabled();
 
   CheckBox chkShEnable;

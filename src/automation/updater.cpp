@@ -17,7 +17,8 @@ void StartUpdater(HWND owner) {
   PROCESS_INFORMATION process{};
   // The path in quotes and as the module's name: a folder with a blank in it starts no other program.
   std::string commandLine = "\"" + updater + "\"";
-  if (!::CreateProcessA(updater.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+  if (!::CreateProcessA(updater.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process))
     return;
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);

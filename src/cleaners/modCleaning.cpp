@@ -49,7 +49,8 @@ void ClearWindowsTemp() {
       return;
     }
     ClearFolderContents(facts.reported, false, true);
-    LogCleanResult(StopErase ? "Windows Temporary Files **** aborted by user" : "Windows Temporary Files Cleared", ResultStamp());
+    LogCleanResult(StopErase ? "Windows Temporary Files **** aborted by user" : "Windows Temporary Files Cleared",
+                   ResultStamp());
   });
 }
 

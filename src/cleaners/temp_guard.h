@@ -5,10 +5,10 @@
 #include <vector>
 
 struct TempFolderFacts {
-  std::string configured;  // what the variables say (TMP before TEMP), empty when neither is set
-  std::string reported;    // what the system made of it, as AppendBackslash leaves it
-  std::string canonical;   // `reported` in full and, as far as it exists, in short names; to be compared with `keep`
-  bool isLink = false;     // the folder itself is a junction or symbolic link
+  std::string configured;         // what the variables say (TMP before TEMP), empty when neither is set
+  std::string reported;           // what the system made of it, as AppendBackslash leaves it
+  std::string canonical;          // `reported` in full and, as far as it exists, in short names; to be compared with `keep`
+  bool isLink = false;            // the folder itself is a junction or symbolic link
   std::vector<std::string> keep;  // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };
 

@@ -40,7 +40,7 @@ enum class Cleaner {
 struct EraseItem {
   BoxArray array;
   int index;
-  Setting flag;         // the item flag of the box
+  Setting flag;  // the item flag of the box
   const char* caption;
   bool runs;            // false: shown, saved and counted, but never run
   const char* logLine;  // null: the item writes none

@@ -29,7 +29,7 @@ class EraseRunHost {
   virtual bool ScheduledShredEnabled() = 0;  // chkOptions
   virtual bool RebootAfterErase() = 0;       // chkRbt
 
-  virtual int SelectedItemCount() = 0;                       // boxes whose Value is 1
+  virtual int SelectedItemCount() = 0;  // boxes whose Value is 1
   virtual std::string ItemFlag(const EraseItem& item) = 0;
   virtual bool StopRequested() = 0;
   virtual void SetStopRequest(bool stop) = 0;

@@ -145,8 +145,8 @@ void StatusBar::Arrange(const std::string& firstText) {
 void StatusBar::SetPanel2(const std::string& text) { Send(SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(text.c_str())); }
 
 void InitControls() {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_UPDOWN_CLASS | ICC_DATE_CLASSES |
-                                                      ICC_WIN95_CLASSES};
+  INITCOMMONCONTROLSEX controls{
+      sizeof controls, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_UPDOWN_CLASS | ICC_DATE_CLASSES | ICC_WIN95_CLASSES};
   static_assert(sizeof controls == 8, "the record of the first version");
   ::InitCommonControlsEx(&controls);
 }

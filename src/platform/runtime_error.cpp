@@ -39,8 +39,8 @@ constexpr Wording kWordings[] = {
 PendingError Err;
 
 const char* RuntimeErrorDescription(int number) {
-  const auto* found =
-      std::find_if(std::begin(kWordings), std::end(kWordings), [number](const Wording& row) { return row.number == number; });
+  const auto* found = std::find_if(std::begin(kWordings), std::end(kWordings),
+                                   [number](const Wording& row) { return row.number == number; });
   return found != std::end(kWordings) ? found->text : "Application-defined or object-defined error";
 }
 

@@ -28,5 +28,4 @@ inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIB
 // Windows 9x only.
 inline const LateFunction<DWORD(WINAPI*)(DWORD, DWORD)> RegisterServiceProcess{"kernel32.dll", "RegisterServiceProcess"};
 
-
 }  // namespace late

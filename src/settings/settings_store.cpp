@@ -32,8 +32,8 @@ void SaveSetting(Setting setting, const std::string& value) {
   const SettingRow& row = SchemaRow(setting);
   HKEY opened = nullptr;
   char noClass[] = "";
-  LONG status = ::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(row).c_str(), 0, noClass, 0, KEY_SET_VALUE, nullptr, &opened,
-                                  nullptr);
+  LONG status =
+      ::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(row).c_str(), 0, noClass, 0, KEY_SET_VALUE, nullptr, &opened, nullptr);
   if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
   const UniqueKey key(opened);
   status = ::RegSetValueExA(key.get(), row.key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),

@@ -13,9 +13,9 @@ struct SettingsVariables {
   const std::string& operator[](Setting setting) const { return text[static_cast<std::size_t>(setting)]; }
 
   std::array<std::string, kSettingCount> text;
-  bool CloseBrowsers = false;           // "CHKieclose"
-  std::int32_t BossKeyCode = 121;       // a virtual-key code; F10 until the stored one is read
-  std::int16_t ScheduleTickCount = 0;   // minutes; 0 whenever the settings are read
+  bool CloseBrowsers = false;          // "CHKieclose"
+  std::int32_t BossKeyCode = 121;      // a virtual-key code; F10 until the stored one is read
+  std::int16_t ScheduleTickCount = 0;  // minutes; 0 whenever the settings are read
 };
 
 // Module-level, alive for the life of the process.

@@ -39,11 +39,13 @@ class OtherProcess {
     void keep() { m_keep = true; }
     bool read(void* into, size_t size) const {
       SIZE_T got = 0;
-      return m_address && size <= m_size && ::ReadProcessMemory(m_owner.m_process, m_address, into, size, &got) && got == size;
+      return m_address && size <= m_size && ::ReadProcessMemory(m_owner.m_process, m_address, into, size, &got) &&
+             got == size;
     }
     bool write(const void* from, size_t size) {
       SIZE_T put = 0;
-      return m_address && size <= m_size && ::WriteProcessMemory(m_owner.m_process, m_address, from, size, &put) && put == size;
+      return m_address && size <= m_size && ::WriteProcessMemory(m_owner.m_process, m_address, from, size, &put) &&
+             put == size;
     }
     std::wstring text() const {
       std::wstring out(m_size / sizeof(wchar_t), L'\0');

@@ -76,9 +76,10 @@ inline std::string setValue(const Words& words) {
   const std::wstring& text = words.at(4);
   const bool number = words.size() > 5 && same(words[5], L"dword");
   const DWORD value = number ? static_cast<DWORD>(toNumber(text)) : 0;
-  const LONG error = number ? ::RegSetValueExW(key, words.at(3).c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), 4)
-                            : ::RegSetValueExW(key, words.at(3).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+  const LONG error = number
+                         ? ::RegSetValueExW(key, words.at(3).c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), 4)
+                         : ::RegSetValueExW(key, words.at(3).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                                            static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
   ::RegCloseKey(key);
   return json::Object().flag("set", error == 0).done();
 }

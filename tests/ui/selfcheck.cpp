@@ -105,8 +105,8 @@ void showPanel(int which) {
 }
 
 void ask() {
-  const int answer =
-      ::MessageBoxA(mainWindow, "Are you sure you want to go on?", "Confirmation", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
+  const int answer = ::MessageBoxA(mainWindow, "Are you sure you want to go on?", "Confirmation",
+                                   MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
   say(answer == IDYES ? "yes" : "no");
   ::MessageBoxA(mainWindow, "Nothing to see here", "Selfcheck", MB_OK | MB_ICONERROR);
 }
@@ -210,12 +210,15 @@ void fillFirstPanel(HWND panel) {
   add(panel, "BUTTON", "Second option", BS_AUTOCHECKBOX | WS_TABSTOP, IDC_chkOption_1, {10, 35, 150, 20});
   add(panel, "BUTTON", "Mode A", BS_AUTORADIOBUTTON | WS_GROUP | WS_TABSTOP, IDC_optMode_0, {170, 10, 100, 20});
   add(panel, "BUTTON", "Mode B", BS_AUTORADIOBUTTON, IDC_optMode_1, {170, 35, 100, 20});
-  const HWND list = add(panel, "LISTBOX", "", WS_BORDER | WS_VSCROLL | LBS_NOTIFY | WS_GROUP, IDC_lstItems, {10, 65, 180, 100});
+  const HWND list =
+      add(panel, "LISTBOX", "", WS_BORDER | WS_VSCROLL | LBS_NOTIFY | WS_GROUP, IDC_lstItems, {10, 65, 180, 100});
   for (int i = 0; i < 150; ++i)
     ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(("line " + std::to_string(i)).c_str()));
   add(panel, "EDIT", "old text", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, IDC_txtName, {210, 65, 180, 22});
-  const HWND combo = add(panel, "COMBOBOX", "", CBS_DROPDOWNLIST | WS_TABSTOP | WS_VSCROLL, IDC_cmbPick, {210, 95, 180, 200});
-  for (const char* key : {"F1", "F2", "F3", "F4", "F5"}) ::SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(key));
+  const HWND combo =
+      add(panel, "COMBOBOX", "", CBS_DROPDOWNLIST | WS_TABSTOP | WS_VSCROLL, IDC_cmbPick, {210, 95, 180, 200});
+  for (const char* key : {"F1", "F2", "F3", "F4", "F5"})
+    ::SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(key));
   ::SendMessageA(combo, CB_SETCURSEL, 3, 0);
   add(panel, "STATIC", "shared on the first", 0, IDC_lblShared, {210, 140, 180, 20});
 }

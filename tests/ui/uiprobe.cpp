@@ -156,8 +156,8 @@ std::string send(const Words& words) {
   ::SetLastError(0);
   const bool answered =
       ::SendMessageTimeoutA(toWindow(words.at(1)), static_cast<UINT>(toNumber(words.at(2))),
-                            static_cast<WPARAM>(toNumber(words.at(3))), static_cast<LPARAM>(toNumber(words.at(4))), SMTO_NORMAL,
-                            static_cast<UINT>(toNumber(words.at(5))), &result) != 0;
+                            static_cast<WPARAM>(toNumber(words.at(3))), static_cast<LPARAM>(toNumber(words.at(4))),
+                            SMTO_NORMAL, static_cast<UINT>(toNumber(words.at(5))), &result) != 0;
   const DWORD error = ::GetLastError();
   ::QueryPerformanceCounter(&after);
   const double ms = 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(rate.QuadPart);
