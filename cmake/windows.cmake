@@ -43,3 +43,7 @@ if(QUELLIX_TESTS)
   enable_testing()
   add_subdirectory(tests/win)
 endif()
+
+if(NOT QUELLIX_TESTS)
+  add_subdirectory(bench)
+endif()

@@ -15,7 +15,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
 HOMES = BUILD / "wine"
-TEMPLATE_VERSION = "4"  # raise it when what the template holds changes
+TEMPLATE_VERSION = "5"  # raise it when what the template holds changes
 
 
 def private_environment(base: Path, display: str | None = None) -> dict[str, str]:
@@ -148,13 +148,40 @@ class WineHome:
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
+# The colours of the systems that the program is for.
+CLASSIC_COLOURS = {
+    "192 192 192": "ActiveBorder ButtonAlternateFace ButtonFace InactiveBorder InactiveTitleText Menu MenuBar Scrollbar "
+                   "GradientInactiveTitle",
+    "0 0 128": "ActiveTitle Hilight MenuHilight",
+    "16 132 208": "GradientActiveTitle",
+    "128 128 128": "AppWorkSpace ButtonShadow GrayText InactiveTitle",
+    "0 128 128": "Background",
+    "0 0 0": "ButtonDkShadow ButtonText InfoText MenuText WindowFrame WindowText",
+    "255 255 255": "ButtonHilight HilightText TitleText Window",
+    "223 223 223": "ButtonLight",
+    "255 255 225": "InfoWindow",
+    "0 0 255": "HotTrackingColor",
+}
+
+
+def _registry_text() -> str:
+    """No crash window, no sound, and the classic look: the one that the layouts are judged in."""
+    colours = [f'"{name}"="{value}"' for value, names in CLASSIC_COLOURS.items() for name in names.split()]
+    return "\r\n".join([
+        "REGEDIT4", "",
+        r"[HKEY_CURRENT_USER\Software\Wine\WineDbg]", '"ShowCrashDialog"=dword:00000000', "",
+        r"[HKEY_CURRENT_USER\Software\Wine\Drivers]", '"Audio"=""', "",
+        r"[HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\ThemeManager]", '"ThemeActive"="0"', "",
+        r"[HKEY_CURRENT_USER\Control Panel\Colors]", *colours, ""])
+
+
 def _template() -> Path:
     """The template prefix, made once; a lock keeps two tasks from making it at the same time."""
     HOMES.mkdir(parents=True, exist_ok=True)
-    base = HOMES / "template"
+    base = HOMES / f"template-{TEMPLATE_VERSION}"
     with open(HOMES / "template.lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
-        done = base / f"made-{TEMPLATE_VERSION}"
+        done = base / "made"
         if done.exists():
             return base
         shutil.rmtree(base, ignore_errors=True)
@@ -172,12 +199,11 @@ def _template() -> Path:
         marlett = Path("/usr/share/wine/fonts/marlett.ttf")
         if marlett.exists():
             shutil.copy(marlett, prefix / "drive_c/windows/Fonts")
-        for key, value, kind, data in (
-            (r"HKCU\Software\Wine\WineDbg", "ShowCrashDialog", "REG_DWORD", "0"),
-            (r"HKCU\Software\Wine\Drivers", "Audio", "REG_SZ", ""),
-        ):
-            subprocess.run(["wine", "reg", "add", key, "/v", value, "/t", kind, "/d", data, "/f"], env=environment,
-                           check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        look = prefix / "drive_c/look.reg"
+        look.write_text(_registry_text(), encoding="ascii")
+        subprocess.run(["wine", "regedit", "/S", r"C:\look.reg"], env=environment, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        look.unlink()
         subprocess.run(["wineserver", "-k"], env=environment, check=False)
         subprocess.run(["wineserver", "-w"], env=environment, timeout=60, check=False)
         _close_the_doors(prefix)

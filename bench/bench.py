@@ -1,0 +1,142 @@
+"""The benchmarks: what the program does beside a bare program doing the same, in the same run, in turn.
+
+usage: ./quellix bench [NAME ...]   (without a name: all; the names stand in the first column)
+Each row gives the median with its spread and the aim that stands beside it. Nothing here fails on a slow machine.
+"""
+import os
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "tests/ui"))
+from driver import BUILD, Desktop, wait_for  # noqa: E402
+from wine_home import WineHome  # noqa: E402
+
+PAIRS = 7
+
+
+def row(name: str, what: str, figures: list[float], unit: str, aim: str, digits: int = 2) -> None:
+    middle = statistics.median(figures)
+    print(f"   {name:8} {what:62} {middle:8.{digits}f}{unit} ({min(figures):.{digits}f} to {max(figures):.{digits}f}, "
+          f"{len(figures)} runs)  aim: {aim}", flush=True)
+
+
+def walk(home: WineHome, folders: int, files: int, shape: str, pairs: int, baseline: str) -> list[tuple[float, float]]:
+    done = home.run(r"C:\bench_walk.exe", str(folders), str(files), shape, str(pairs), baseline, timeout=900, check=True)
+    return [tuple(map(float, line.split("\t"))) for line in done.stdout.splitlines() if "\t" in line]
+
+
+def bench_walk() -> None:
+    with WineHome("bench-walk") as home:
+        (home.c / "bench_walk.exe").write_bytes((BUILD / "win32/bench/bench_walk.exe").read_bytes())
+        pairs = walk(home, 1100, 18, "nested", PAIRS, "loop")
+        row("walk", "19,800 files in 1,100 nested folders, against a bare loop", [a / b for a, b in pairs], "", "1.25, better 1.10")
+        pairs = walk(home, 1100, 18, "nested", 5, "rd")
+        row("walk", "the same: cmd /c rd /s /q takes as many times as long", [b / a for a, b in pairs], "", "5 or more")
+        per_file = {}
+        for folders, runs in ((110, 5), (1100, 5), (5500, 3)):
+            per_file[folders] = [a / (folders * 18) * 1000 for a, _ in walk(home, folders, 18, "nested", runs, "none")]
+            row("walk", f"{folders * 18:,} files: microseconds a file", per_file[folders], " us", "the same for each", 1)
+        flat = [a / 10000 * 1000 for a, _ in walk(home, 10000, 1, "flat", 5, "none")]
+        row("walk", "10,000 folders in one folder, a file in each: a folder", flat, " us", "linear", 1)
+        flat = [a / 1000 * 1000 for a, _ in walk(home, 1000, 1, "flat", 5, "none")]
+        row("walk", "1,000 of them: a folder", flat, " us", "the same", 1)
+
+
+def bench_start() -> None:
+    files = {"Quellix.exe": BUILD / "dist/Quellix.exe", "bare_dialog.exe": BUILD / "win32/bench/bare_dialog.exe",
+             "bench_start.exe": BUILD / "win32/bench/bench_start.exe"}
+    with Desktop("bench-start", files=files, start=False) as desktop:
+        done = desktop.home.run(r"C:\Quellix\bench_start.exe", "11", r"C:\Quellix\Quellix.exe", "Quellix v1.0",
+                                r"C:\Quellix\bare_dialog.exe", "Bare dialog", timeout=300, check=True)
+        pairs = [tuple(map(float, line.split("\t"))) for line in done.stdout.splitlines() if "\t" in line]
+    row("start", "start to visible window, against a bare dialog program", [a / b for a, b in pairs], "", "1.30")
+
+
+def plant_temp(home: WineHome, folders: int, files: int) -> None:
+    for number in range(folders):
+        folder = home.temp / f"branch {number // 11}" / "/".join(f"level {n}" for n in range(number % 11))
+        folder.mkdir(parents=True, exist_ok=True)
+        for file in range(files):
+            (folder / f"~file{file}.tmp").write_bytes(b"trace")
+
+
+def bench_run() -> None:
+    with Desktop("bench-run") as desktop:
+        desktop.click("cmdCleenFrame")
+        desktop.wait_visible("cmdClean")
+        before, started = desktop.cpu(), time.monotonic()
+        desktop.click("cmdClean")
+        wait_for("the run's end", lambda: desktop.items("lstCln")[-1:] == ["Quellix has successfully erased selected item(s)."],
+                 seconds=60, every=1)
+        row("run", f"processor time of a run of all items, {time.monotonic() - started:.0f} s long, nothing to erase",
+            [(desktop.cpu() - before) / 1000], " s", "0.3")
+
+
+def bench_idle() -> None:
+    with Desktop("bench-idle") as desktop:
+        desktop.wait_icon()
+        time.sleep(2)  # what starting leaves behind is over
+        before = desktop.cpu()
+        time.sleep(30)  # the span that is measured
+        row("idle", "processor share over 30 s with the icon on show", [(desktop.cpu() - before) / 300], " %", "0.5")
+
+
+TEMP_ONLY = {"CleanSettings": dict.fromkeys(
+    ["LocationbarHistory", "ClearAutoComplete", "TemporaryInternetFile", "ClearAutoCompletePower", "InternetHistory",
+     "UrlErrorLogs", "IEHistory", "ClearLockedIndex", "Cookies", "RecentDocumentList", "RecycleBin", "ScanDisk",
+     "FindFileFolderHistory", "RunHistory", "OpenSavedDialoge", "RecentDocument", "EraseRegistryFrame", "NCookies",
+     "NTypedHistory", "NClearMailHistry", "NCache", "Ocookies", "OClean", "OTypedUrl"], "0") | {"WinTempFileFolder": "1"}}
+
+
+def bench_answer() -> None:
+    """One clean for the window's answers, five that are stopped in the middle."""
+    freezes, stops = [], []
+    with Desktop("bench-answer", settings=TEMP_ONLY) as desktop:
+        desktop.click("cmdCleenFrame")
+        desktop.wait_visible("cmdClean")
+        for _ in range(3):
+            plant_temp(desktop.home, 1100, 18)
+            desktop.click("cmdClean")
+            freezes.append(desktop.longest_freeze(lambda: not any(desktop.home.temp.iterdir())))
+            desktop.wait_enabled("cmdStop", False)
+        for _ in range(5):
+            plant_temp(desktop.home, 1100, 18)
+            desktop.click("cmdClean")
+            desktop.wait_enabled("cmdStop")
+            stop = desktop.handle("cmdStop")
+            left = sum(len(files) for _, _, files in os.walk(desktop.home.temp))
+            started = time.perf_counter()
+            desktop.post(stop, 0x00F5)  # BM_CLICK: the mouse's own way would be measured with it
+            wait_for("the run's end", lambda: not desktop.control("cmdStop").enabled, every=0.001)
+            stops.append((time.perf_counter() - started) * 1000)
+            if left == 0 or not any(desktop.home.temp.rglob("*.tmp")):
+                print("   (this clean was over before it was stopped)")
+            desktop.click("cmdClean")
+            wait_for("an empty folder", lambda: not any(desktop.home.temp.iterdir()), seconds=60)
+            desktop.wait_enabled("cmdStop", False)
+    row("answer", "longest time a WM_NULL waits during a clean of 19,800 files", freezes, " ms", "200", 0)
+    row("answer", "from \"Stop\" to the end of the run", stops, " ms", "200", 0)
+
+
+BENCHES = {"walk": bench_walk, "start": bench_start, "answer": bench_answer, "run": bench_run, "idle": bench_idle}
+
+
+def main() -> int:
+    chosen = sys.argv[1:] or list(BENCHES)
+    unknown = [name for name in chosen if name not in BENCHES]
+    if unknown:
+        raise SystemExit(f"quellix: there is no benchmark {unknown[0]}; there are {', '.join(BENCHES)}.")
+    built = subprocess.run(["cmake", "--build", "--preset", "win32", "--target", "bench"], cwd=ROOT, capture_output=True, text=True)
+    if built.returncode:
+        raise SystemExit(built.stdout[-3000:] + "quellix: the benchmark programs could not be built.")
+    for name in chosen:
+        BENCHES[name]()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,121 @@
+// Times the program's folder walk beside a bare loop that does the same work, on equal trees, in one process and in turn.
+//
+// usage: bench_walk FOLDERS FILES_PER_FOLDER SHAPE PAIRS BASELINE
+//   SHAPE "nested" (eleven folders a branch, each in the one before) or "flat" (every folder in the one that is cleaned)
+//   BASELINE "loop" (FindFirstFile, DeleteFile, RemoveDirectory), "rd" (cmd /c rd /s /q) or "none"
+// Prints a line "product<TAB>baseline" in milliseconds for each pair; a figure that is not measured is 0.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "cleaners/folder_contents.h"
+#include "platform/win32.h"
+
+namespace {
+
+constexpr int kBranchDepth = 11;
+
+struct Tree {
+  int folders;
+  int filesPerFolder;
+  bool nested;
+};
+
+void MakeFile(const std::string& path) {
+  const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  DWORD written = 0;
+  ::WriteFile(file, "trace", 5, &written, nullptr);
+  ::CloseHandle(file);
+}
+
+void MakeTree(const std::string& root, const Tree& tree) {
+  ::CreateDirectoryA(root.c_str(), nullptr);
+  std::string folder = root;
+  for (int number = 0; number < tree.folders; ++number) {
+    if (!tree.nested || number % kBranchDepth == 0) folder = root;
+    folder += "\\folder" + std::to_string(number);
+    ::CreateDirectoryA(folder.c_str(), nullptr);
+    for (int file = 0; file < tree.filesPerFolder; ++file) MakeFile(folder + "\\~file" + std::to_string(file) + ".tmp");
+  }
+}
+
+void BareLoop(const std::string& folder) {
+  WIN32_FIND_DATAA found;
+  const HANDLE find = ::FindFirstFileA((folder + "\\*").c_str(), &found);
+  if (find == INVALID_HANDLE_VALUE) return;
+  do {
+    if (std::strcmp(found.cFileName, ".") == 0 || std::strcmp(found.cFileName, "..") == 0) continue;
+    const std::string path = folder + "\\" + found.cFileName;
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+      ::DeleteFileA(path.c_str());
+    } else {
+      BareLoop(path);
+      ::RemoveDirectoryA(path.c_str());
+    }
+  } while (::FindNextFileA(find, &found));
+  ::FindClose(find);
+}
+
+void RemoveByCommand(const std::string& folder) {
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  std::string command = "cmd /c rd /s /q \"" + folder + "\"";
+  if (!::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) return;
+  ::WaitForSingleObject(process.hProcess, INFINITE);
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+}
+
+bool IsEmpty(const std::string& folder) {
+  WIN32_FIND_DATAA found;
+  const HANDLE find = ::FindFirstFileA((folder + "\\*").c_str(), &found);
+  if (find == INVALID_HANDLE_VALUE) return true;
+  int entries = 1;
+  while (::FindNextFileA(find, &found)) ++entries;
+  ::FindClose(find);
+  return entries == 2;
+}
+
+template <class Work>
+double Milliseconds(const std::string& root, const Tree& tree, Work work) {
+  MakeTree(root, tree);
+  LARGE_INTEGER frequency, before, after;
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&before);
+  work();
+  ::QueryPerformanceCounter(&after);
+  if (!IsEmpty(root)) {
+    std::fprintf(stderr, "%s is not empty after the work\n", root.c_str());
+    std::exit(1);
+  }
+  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double Product(const Tree& tree) {
+  return Milliseconds("C:\\bench", tree, [] { ClearFolderContents("C:\\bench", false, true); });
+}
+
+double Baseline(const Tree& tree, const std::string& which) {
+  if (which == "loop") return Milliseconds("C:\\bare", tree, [] { BareLoop("C:\\bare"); });
+  if (which == "rd") return Milliseconds("C:\\rd", tree, [] { RemoveByCommand("C:\\rd"); });
+  return 0;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 6) return 2;
+  const Tree tree{std::atoi(arguments[1]), std::atoi(arguments[2]), std::strcmp(arguments[3], "nested") == 0};
+  for (int pair = 0; pair < std::atoi(arguments[4]); ++pair) {
+    // In turn, and each goes first every other time.
+    double product = 0, baseline = 0;
+    if (pair % 2 == 0) product = Product(tree);
+    baseline = Baseline(tree, arguments[5]);
+    if (pair % 2 == 1) product = Product(tree);
+    std::printf("%.3f\t%.3f\n", product, baseline);
+    std::fflush(stdout);
+  }
+  return 0;
+}

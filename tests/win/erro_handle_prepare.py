@@ -1,0 +1,24 @@
+"""A proxy on this machine that has every page of the world and writes down what it is asked for."""
+import threading
+from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
+
+
+def prepare(home):
+    requests = home.c / "test" / "requests.txt"
+    requests.touch()
+
+    class Page(BaseHTTPRequestHandler):
+        def do_GET(self):
+            with requests.open("a") as log:
+                log.write(f"GET {self.path} by {self.headers['User-Agent']}\n")
+            self.send_response(200)
+            self.send_header("Content-Length", "2")
+            self.end_headers()
+            self.wfile.write(b"ok")
+
+        def log_message(self, *_):
+            pass
+
+    server = ThreadingHTTPServer(("127.0.0.1", 0), Page)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    return {"QUELLIX_TEST_PROXY": f"127.0.0.1:{server.server_port}"}

@@ -1,0 +1,238 @@
+// The machine is put on line by a proxy that the test's preparation runs, and off line by one that is not there.
+#include "platform/ErroHandle.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "connection.h"
+#include "message_box_user.h"
+#include "platform/Reg32.h"
+#include "platform/addresses.h"
+#include "platform/app_title.h"
+#include "platform/internet_transfer.h"
+#include "platform/system_functions.h"
+#include "scratch_key.h"
+
+namespace {
+
+// What the server was asked for, oldest first.
+std::vector<std::string> Requests() {
+  std::ifstream log("C:\\test\\requests.txt");
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(log, line);) lines.push_back(line);
+  return lines;
+}
+
+class ErroHandle : public testing::Test {
+ protected:
+  void SetUp() override {
+    Err.Clear();
+    GoOnline();
+    requestsBefore = Requests().size();
+  }
+  void TearDown() override { EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description(); }
+
+  std::size_t Probes() const { return Requests().size() - requestsBefore; }
+
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
+    return texts;
+  }
+
+  MessageBoxUser user;
+  std::size_t requestsBefore = 0;
+};
+using IsOnlineTest = ErroHandle;
+using ReportErrorTest = ErroHandle;
+using ReportAndLeaveTest = ErroHandle;
+using ResumeNextTest = ErroHandle;
+
+void SetPending(int number) { Err.Set({number, RuntimeErrorDescription(number)}); }
+
+int dispatched = 0;
+void CALLBACK CountDispatch(HWND, UINT, UINT_PTR, DWORD) { ++dispatched; }
+
+}  // namespace
+
+TEST_F(IsOnlineTest, IsTrueWhenThePageOpens) { EXPECT_TRUE(IsOnline()); }
+
+TEST_F(IsOnlineTest, AsksForTheProbePageUnderTheTitleOfTheApplication) {
+  const std::string before = std::exchange(AppTitle, "Some other title");
+  EXPECT_TRUE(IsOnline());
+  AppTitle = before;
+  ASSERT_EQ(Probes(), 1u);
+  EXPECT_EQ(Requests().back(), std::string("GET ") + kProbeAddress + " by Some other title");
+}
+
+TEST_F(IsOnlineTest, IsFalseAndQuickWhenThePageDoesNotOpen) {
+  GoOffline();
+  const DWORD start = ::GetTickCount();
+  EXPECT_FALSE(IsOnline());
+  EXPECT_LT(::GetTickCount() - start, 2000u) << "milliseconds";
+}
+
+TEST_F(IsOnlineTest, LeavesAPendingErrorAsItIs) {
+  SetPending(kDiskFull);
+  EXPECT_TRUE(IsOnline());
+  GoOffline();
+  EXPECT_FALSE(IsOnline());
+  EXPECT_EQ(Err.Number(), kDiskFull);
+  Err.Clear();
+}
+
+TEST_F(IsOnlineTest, LetsWindowEventsRun) {
+  dispatched = 0;
+  MSG message;
+  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // gives the thread a queue
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&CountDispatch));
+  GoOffline();
+  IsOnline();
+  EXPECT_EQ(dispatched, 1);
+}
+
+TEST_F(ReportErrorTest, ShowsTagNumberAndDescriptionRunTogether) {
+  SetPending(kInvalidCall);
+  ReportError("Reg32,SaveKeyValue");
+  ASSERT_EQ(user.Boxes().size(), 1u);
+  EXPECT_EQ(user.Boxes()[0].text, "Reg32,SaveKeyValue5Invalid procedure call or argument");
+  EXPECT_EQ(user.Boxes()[0].title, AppTitle);
+  EXPECT_EQ(user.Boxes()[0].buttons, 1) << "OK and no other";
+}
+
+TEST_F(ReportErrorTest, TakesTheTitleAsItStands) {
+  const std::string before = std::exchange(AppTitle, "Some other title");
+  SetPending(kOverflow);
+  ReportError("tag");
+  AppTitle = before;
+  ASSERT_EQ(user.Boxes().size(), 1u);
+  EXPECT_EQ(user.Boxes()[0].title, "Some other title");
+}
+
+TEST_F(ReportErrorTest, ShowsADescriptionThatIsNotOfTheList) {
+  Err.Set({-2147467259, "Unspecified error"});
+  ReportError("CURLHistory,Refresh");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"CURLHistory,Refresh-2147467259Unspecified error"}));
+}
+
+TEST_F(ReportErrorTest, ShowsNothingAndMakesNoProbeWithoutAnError) {
+  ReportError("Reg32,SaveKeyValue");
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  EXPECT_EQ(Probes(), 0u);
+}
+
+TEST_F(ReportErrorTest, ShowsNothingOffLineAndClearsTheError) {
+  GoOffline();
+  SetPending(kInvalidCall);
+  const DWORD start = ::GetTickCount();
+  ReportError("Reg32,SaveKeyValue");
+  EXPECT_LT(::GetTickCount() - start, 2000u) << "milliseconds";
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  EXPECT_EQ(Err.Number(), 0);
+  EXPECT_EQ(Err.Description(), "");
+}
+
+TEST_F(ReportErrorTest, ReportsAnErrorOnce) {
+  SetPending(kInvalidCall);
+  ReportError("first");
+  ReportError("second");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"first5Invalid procedure call or argument"}));
+}
+
+TEST_F(ReportErrorTest, StopsTheTransferBeforeTheMessageAndOnlyThen) {
+  void* const session = late::InternetOpen("test", 0, nullptr, nullptr, 0);
+  InternetTransfer transfer;
+  transfer.Adopt(late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, 0, 0));
+  ASSERT_TRUE(transfer.StillExecuting());
+  SetReporterTransfer(&transfer);
+  GoOffline();
+  SetPending(kInvalidCall);
+  ReportError("tag");
+  EXPECT_TRUE(transfer.StillExecuting()) << "off line nothing is said, so nothing is stopped";
+  GoOnline();
+  SetPending(kInvalidCall);
+  ReportError("tag");
+  EXPECT_FALSE(transfer.StillExecuting());
+  EXPECT_EQ(user.Boxes().size(), 1u);
+  SetReporterTransfer(nullptr);
+  late::InternetCloseHandle(session);
+}
+
+TEST_F(ReportAndLeaveTest, SkipsTheRestOfTheBodyAndReports) {
+  std::string done;
+  reportAndLeave("modShred,DeleteFileShred", [&] {
+    done += "a";
+    Raise(kPermissionDenied);
+    done += "b";
+  });
+  EXPECT_EQ(done, "a");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"modShred,DeleteFileShred70Permission denied"}));
+}
+
+TEST_F(ReportAndLeaveTest, SaysNothingWhenNothingFails) {
+  reportAndLeave("tag", [] {});
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  EXPECT_EQ(Probes(), 0u);
+}
+
+TEST_F(ReportAndLeaveTest, IsNotDisturbedByAnErrorFromBefore) {
+  SetPending(kOverflow);
+  reportAndLeave("tag", [] {});
+  EXPECT_EQ(user.Boxes().size(), 0u);
+}
+
+TEST_F(ReportAndLeaveTest, ReportsOutOfMemory) {
+  reportAndLeave("tag", [] { throw std::bad_alloc(); });
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"tag7Out of memory"}));
+}
+
+TEST_F(ReportAndLeaveTest, LetsTheOuterBodyGoOnAfterTheInnerReported) {
+  std::string done;
+  reportAndLeave("outer", [&] {
+    reportAndLeave("inner", [] { Raise(kFileNotFound); });
+    done += "went on";
+  });
+  EXPECT_EQ(done, "went on");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"inner53File not found"}));
+}
+
+TEST_F(ReportAndLeaveTest, ReportsTheOuterBodysOwnErrorToo) {
+  reportAndLeave("outer", [] {
+    reportAndLeave("inner", [] { Raise(kFileNotFound); });
+    Raise(kPathNotFound);
+  });
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"inner53File not found", "outer76Path not found"}));
+}
+
+TEST_F(ReportAndLeaveTest, LeavesWithTheDefaultAndReportsATextThatIsNoNumber) {
+  const ScratchKey key("Software\\QuellixTest\\Report");
+  key.PutText("name", "12abc");
+  key.PutText("big", "2147483648");
+  EXPECT_EQ(GetSettingString(HKEY_CURRENT_USER, key.Path(), "name", 42), 42);
+  EXPECT_EQ(GetSettingString(HKEY_CURRENT_USER, key.Path(), "big", 42), 42);
+  EXPECT_EQ(GetSettingString(HKEY_CURRENT_USER, key.Path(), "missing", 42), 42);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Reg32,GetSettingString13Type mismatch", "Reg32,GetSettingString6Overflow"}));
+}
+
+TEST_F(ResumeNextTest, GoesOnAndLeavesTheLastErrorPending) {
+  std::string done;
+  resumeNext([&] { done += "a", Raise(kFileNotFound), done += "never"; });
+  resumeNext([&] { done += "b"; });
+  EXPECT_EQ(Err.Number(), kFileNotFound) << "a statement that works clears nothing";
+  resumeNext([&] { Raise(kDiskFull); });
+  EXPECT_EQ(done, "ab");
+  EXPECT_EQ(Err.Number(), kDiskFull);
+  EXPECT_EQ(Err.Description(), "Disk full");
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  Err.Clear();
+}
+
+TEST_F(ResumeNextTest, ReportsEachFailingStatementWhenAskedTo) {
+  for (const int number : {kFileNotFound, kPermissionDenied}) {
+    resumeNext([&] { Raise(number); });
+    ReportError("modShred,DeleteFileShred");
+  }
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"modShred,DeleteFileShred53File not found",
+                                               "modShred,DeleteFileShred70Permission denied"}));
+}

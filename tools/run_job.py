@@ -1,0 +1,118 @@
+"""The main job on real input: a private profile full of traces, the real program, "Erase Only" pressed from outside.
+
+Prints the run's log as it appears, a table of traces before and after per item, the time and the screenshot's path.
+Exit status 1 when an item that was selected left something that it should erase, or something outside was touched.
+"""
+import os
+import sys
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "tests/ui"))
+from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
+
+SCREENSHOT = BUILD / "run/erased.png"
+TRACES = ROOT / "tools/traces/traces.cpp"
+
+# Item as the program names it, family as the traces program or a counter below names it.
+ITEMS = [
+    ("Erase Windows Temp File/Folder", "temporary files"),
+    ("Erase Recent Document List", "recent documents"),
+    ("Erase Recycle Bin", "recycle bin"),
+    ("Erase ScanDisk .chk File", "ScanDisk files"),
+    ("Erase Find File/Folder History", "find history"),
+    ("Erase Clipboard", "clipboard"),
+    ("Erase Registry Fragment", "registry streams"),
+]
+
+
+def plant_files(home) -> None:
+    """Temporary files of every awkward kind, lost clusters, and canaries that a link leads to."""
+    canaries = home.c / "canaries"
+    canaries.mkdir()
+    for number in range(20):
+        (canaries / f"keep {number}.txt").write_text("mine")
+    deep = home.temp
+    for level in range(12):
+        deep = deep / f"level {level}"
+        deep.mkdir()
+        for number in range(25):
+            (deep / f"~DF{level:02}{number:02}.tmp").write_bytes(b"x" * 512)
+    (home.temp / "Пароли.txt").write_text("outside the code page")
+    (home.temp / " leading blank.txt").write_text("x")
+    (home.temp / ("n" * 250 + ".tmp")).write_text("x")
+    os.symlink(canaries, home.temp / "link to the documents")
+    for number in range(3):
+        (home.c / f"FILE{number:04}.CHK").write_bytes(b"lost cluster")
+
+
+def count_files(home) -> dict[str, int]:
+    # Without links: Wine cannot remove one, Windows can.
+    found = (Path(place, name) for place, folders, files in os.walk(home.temp) for name in folders + files)
+    return {
+        "temporary files": sum(1 for entry in found if not entry.is_symlink()),
+        "ScanDisk files": sum(1 for f in home.c.iterdir() if f.suffix.lower() == ".chk"),
+    }
+
+
+def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
+    text = desktop.home.run(r"C:\traces.exe", command, check=True).stdout
+    counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
+    return counted | count_files(desktop.home)
+
+
+def follow_log(desktop: Desktop) -> list[str]:
+    """Prints each log line as it appears, until the run has written its last one."""
+    shown: list[str] = []
+
+    def over() -> bool:
+        lines = desktop.items("lstCln")
+        for line in lines[len(shown):]:
+            print(f"   {line}", flush=True)
+        shown[:] = lines
+        return len(lines) > 1 and lines[-2] == "" and not desktop.control("cmdStop").enabled
+    wait_for("the end of the run", over, seconds=180, every=0.2)
+    return shown
+
+
+def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
+    print(f"\n   {'item':34} {'traces':20} {'before':>7} {'after':>7}")
+    clean = True
+    for item, family in ITEMS:
+        left = after[family]
+        clean = clean and left == 0
+        print(f"   {item:34} {family:20} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
+    return clean
+
+
+def main() -> int:
+    print("== laying out a private profile", flush=True)
+    traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
+    with Desktop("run-job", start=False, prepare=plant_files) as desktop:
+        (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
+        before = count_traces(desktop, "plant")
+        empty = [family for _, family in ITEMS if before[family] == 0]
+        if empty:
+            raise SystemExit(f"quellix: no traces could be laid out of: {', '.join(empty)}")
+        print("== starting Quellix.exe and pressing \"Erase Only\"", flush=True)
+        desktop.start(r"C:\Quellix\Quellix.exe", folder="C:\\")
+        desktop.wait_window("frmMain")
+        desktop.click("cmdCleenFrame")
+        desktop.wait_visible("cmdClean")
+        started = time.monotonic()
+        desktop.click("cmdClean")
+        log = follow_log(desktop)
+        seconds = time.monotonic() - started
+        desktop.screenshot(SCREENSHOT)
+        after = count_traces(desktop, "count")
+        kept = len(list((desktop.home.c / "canaries").iterdir()))
+    clean = print_table(before, after)
+    print(f"\n   {kept} of 20 files behind a link in the temporary folder are untouched")
+    print(f"   the run took {seconds:.1f} s, its pauses included; screenshot: {SCREENSHOT.relative_to(ROOT)}")
+    done = log[-1] == "Quellix has successfully erased selected item(s)."
+    return 0 if clean and kept == 20 and done else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
