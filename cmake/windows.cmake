@@ -22,7 +22,7 @@ endif()
 # An archive in image form: each object is compiled once and linked where it is needed.
 add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
 target_include_directories(quellix_core PUBLIC src)
-target_link_libraries(quellix_core PUBLIC comctl32 shell32 ole32 advapi32 user32 gdi32 kernel32)
+target_link_libraries(quellix_core PUBLIC comctl32 advapi32 user32 gdi32 kernel32)
 
 add_executable(Quellix WIN32 src/app/WinMain.cpp src/platform/crt_floor.cpp src/platform/standard_errors.cpp src/app/quellix.rc)
 set_source_files_properties(src/app/quellix.rc PROPERTIES

@@ -3,12 +3,9 @@
 #include "app/single_instance.h"
 #include "platform/message_pump.h"
 
-#include <objbase.h>
-
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is a failing statement, not a window
   ShowPrevInstance();
-  ::CoInitialize(nullptr);
   InitControls();
   static frmMain window;
   SetMessageTranslator([](MSG& message) { return window.TranslateKey(message); });

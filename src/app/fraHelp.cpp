@@ -4,8 +4,7 @@
 #include "app/quellix_ids.h"
 #include "platform/addresses.h"
 #include "platform/product.h"
-
-#include <shellapi.h>
+#include "platform/system_functions.h"
 
 namespace {
 
@@ -52,4 +51,4 @@ bool fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& res
   return false;
 }
 
-void fraHelp::OpenPage(const char* address) { ::ShellExecuteA(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }
+void fraHelp::OpenPage(const char* address) { late::ShellOpen(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }

@@ -89,7 +89,7 @@ void frmMain::AskToExit() {
   constexpr UINT kYesNoQuestion = MB_YESNO | MB_ICONQUESTION;
   static_assert(kYesNoQuestion == 36);
   if (::MessageBoxA(Handle(), "Are you sure you want to exit Quellix?", "Confirmation", kYesNoQuestion) == IDNO) return;
-  icon_.Remove();
+  resumeNext([this] { icon_.Remove(); });
   CloseQuery(false);
   Unload();
 }
@@ -105,6 +105,6 @@ void frmMain::CloseQuery(bool sessionEnds) {
 // The process ends here, also from inside a running erase; nothing touches the window afterwards.
 void frmMain::Unload() {
   resumeNext([this] { SaveAllSettings(); });
-  icon_.Remove();
+  resumeNext([this] { icon_.Remove(); });
   ::ExitProcess(0);
 }

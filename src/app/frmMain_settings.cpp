@@ -5,6 +5,7 @@
 #include "platform/Reg32.h"
 #include "platform/os_name.h"
 #include "platform/product.h"
+#include "platform/system_functions.h"
 #include "platform/text_value.h"
 #include "settings/settings_store.h"
 #include "settings/stored_settings.h"
@@ -18,10 +19,11 @@ void frmMain::RunStartUp() {
   resumeNext([this] { BringToFront(Panel::MainSettings); });
   OsName = FindOS();
   ::ShowWindow(Handle(), SW_SHOW);
+  resumeNext([] { late::CoInitialize(nullptr); });  // for the shell
   // Before the icon exists and the status text is set; both then show that the run is over.
   if (Trim(Settings[Setting::Startup]) == "1") EraseOnly();
   icon_.Fill(Handle(), reinterpret_cast<HICON>(::SendMessageA(Handle(), WM_GETICON, ICON_SMALL, 0)), QUELLIX_CAPTION);
-  icon_.Add();
+  resumeNext([this] { icon_.Add(); });
   SetStatusText(PanelStatusText(Panel::MainSettings, cmdDefault.Text()));
 }
 

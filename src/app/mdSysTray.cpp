@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "app/tray_callback.h"
+#include "platform/system_functions.h"
 
 namespace {
 constexpr DWORD kRecordSize = 88;  // of the first version, the one that every taskbar knows
@@ -23,13 +24,13 @@ void NotificationIcon::Fill(HWND window, HICON icon, const std::string& tip) {
 }
 
 void NotificationIcon::Add() {
-  ::Shell_NotifyIconA(NIM_ADD, &record_);
   onShow_ = true;
+  late::ShellNotifyIcon(NIM_ADD, &record_);
 }
 
 void NotificationIcon::Remove() {
-  ::Shell_NotifyIconA(NIM_DELETE, &record_);
   onShow_ = false;
+  late::ShellNotifyIcon(NIM_DELETE, &record_);
 }
 
 void MinimiseAllWindows() {

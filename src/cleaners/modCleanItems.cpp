@@ -6,12 +6,8 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
-// The shell's headers need the lean windows.h before them.
-#include <objbase.h>
-#include <shlobj.h>
-
 void ClearRecentDocs() {
-  ::SHAddToRecentDocs(0, nullptr);
+  resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
   resumeNext([] { LogCleanResult("Recent Docs List Cleared", ResultStamp()); });
 }
 

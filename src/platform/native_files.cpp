@@ -44,7 +44,7 @@ bool UsesWideNames() {
            late::RemoveDirectoryWide && late::CreateFileWide &&
            (late::GetFileAttributesWide(L".") != INVALID_FILE_ATTRIBUTES || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED);
   }();
-  return wide;
+  return wide && !AnsiNamesOnly;
 }
 
 NativePath ToNativePath(const std::string& path) {

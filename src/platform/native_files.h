@@ -11,6 +11,9 @@
 #include "platform/handles.h"
 #include "platform/win32.h"
 
+// Set: the ANSI functions also where the wide ones work. A NativePath of the one way is of no use to the other.
+inline bool AnsiNamesOnly = false;
+
 bool UsesWideNames();
 
 using NativePath = std::wstring;

@@ -1,17 +1,13 @@
 #include "platform/special_folder.h"
 
-#include "platform/win32.h"
-
-// The shell's headers need the lean windows.h before them.
-#include <objbase.h>
-#include <shlobj.h>
+#include "platform/system_functions.h"
 
 std::string FindSpecialFolder(int identifier) {
-  LPITEMIDLIST items = nullptr;
-  if (::SHGetSpecialFolderLocation(nullptr, identifier, &items) != NOERROR) return {};
+  ItemIdList* items = nullptr;
+  if (late::SHGetSpecialFolderLocation(nullptr, identifier, &items) != NOERROR) return {};
   char path[MAX_PATH] = "";
-  const BOOL found = ::SHGetPathFromIDListA(items, path);
-  ::CoTaskMemFree(items);
+  const BOOL found = late::SHGetPathFromIDList(items, path);
+  late::CoTaskMemFree(items);
   return found ? path : "";
 }
 

@@ -4,11 +4,27 @@
 #include "platform/late_binding.h"
 #include "platform/win32.h"
 
+#include <shellapi.h>
+
+struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
+
 namespace late {
 
 // Internet Explorer 4 or the first system that came with it.
 inline const LateFunction<DWORD(WINAPI*)(HKEY, LPCSTR)> SHDeleteKey{"shlwapi.dll", "SHDeleteKeyA"};
 inline const LateFunction<HRESULT(WINAPI*)(HWND, LPCSTR, DWORD)> SHEmptyRecycleBin{"shell32.dll", "SHEmptyRecycleBinA"};
+
+// Every system has these. They are bound late because loading the shell takes longer than making the main window, and
+// nothing needs it before the window is on the screen.
+inline const LateFunction<BOOL(WINAPI*)(DWORD, NOTIFYICONDATAA*)> ShellNotifyIcon{"shell32.dll", "Shell_NotifyIconA"};
+inline const LateFunction<HINSTANCE(WINAPI*)(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)> ShellOpen{"shell32.dll",
+                                                                                                        "ShellExecuteA"};
+inline const LateFunction<void(WINAPI*)(UINT, const void*)> SHAddToRecentDocs{"shell32.dll", "SHAddToRecentDocs"};
+inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecialFolderLocation{"shell32.dll",
+                                                                                                "SHGetSpecialFolderLocation"};
+inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll", "SHGetPathFromIDListA"};
+inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};
+inline const LateFunction<void(WINAPI*)(void*)> CoTaskMemFree{"ole32.dll", "CoTaskMemFree"};
 
 // Internet Explorer 3. A handle is an opaque pointer; null is none.
 inline const LateFunction<void*(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> InternetOpen{"wininet.dll", "InternetOpenA"};

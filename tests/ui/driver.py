@@ -64,7 +64,7 @@ class Desktop(Windows, Input, Popups, Registry):
         return self
 
     def _set_up(self) -> None:
-        probe = compile_windows_program(HERE / "uiprobe.cpp")
+        probe = compile_windows_program(HERE / "uiprobe.cpp", "-lgdi32")
         self.display = self._leave.enter_context(Display(SIZE))
         self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name))
         shutil.copy2(probe, self.home.c / "uiprobe.exe")

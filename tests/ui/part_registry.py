@@ -48,6 +48,11 @@ class Registry:
     def reg_delete_key(self, hive: str, path: str) -> bool:
         return self.probe.ask("regdelkey", hive, path).deleted
 
+    def reg_make_volatile(self, hive: str, path: str) -> None:
+        """Makes a key that takes no lasting keys below it, so that a program cannot store anything there."""
+        if not self.probe.ask("regvolatile", hive, path).made:
+            raise ProbeError(f"{hive}\\{path} was already there")
+
     def _section(self, section: str, app_title: str | None) -> str:
         return rf"Software\Quellix\{app_title or self.app_title}\{section}"
 

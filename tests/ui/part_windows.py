@@ -76,6 +76,11 @@ class Windows:
     def checked(self, name, window=None) -> bool:
         return self.control(name, window).checked
 
+    def text_size(self, name, width: int = 0, window=None) -> View:
+        """The `width` and `height` that a control's text takes in its font, broken at a width or on one line, and its
+        `client` rectangle."""
+        return self.probe.ask("textsize", self.handle(name, window), width)
+
     def items(self, name, window=None) -> list[str]:
         """Every line of a list box or combo box."""
         return self.probe.ask("items", self.handle(name, window))["items"]
@@ -108,6 +113,10 @@ class Windows:
 
     def wait_visible(self, name, visible: bool = True, window=None, seconds: float = 20) -> None:
         self.wait_control(name, lambda c: c.visible == visible, f"to be visible: {visible}", window, seconds)
+
+    def hide_window(self, window=None) -> None:
+        """What a program that manages other programs' windows can do; no user can."""
+        self.probe.ask("show", self._window_handle(window), 0)
 
     def status_text(self, part: int = 1, window=None) -> str:
         """The text of a part of the window's status bar."""

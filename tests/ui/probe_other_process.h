@@ -61,9 +61,13 @@ class OtherProcess {
     bool m_keep = false;
   };
 
-  // Calls a stdcall function of user32 there; nothing when it did not answer in time.
   std::optional<DWORD> callUser32(const char* function, std::initializer_list<DWORD> arguments) const {
-    const auto address = user32Function(function);
+    return call("user32.dll", function, arguments);
+  }
+
+  // Calls a stdcall function of a system module there; nothing when it did not answer in time.
+  std::optional<DWORD> call(const char* module, const char* function, std::initializer_list<DWORD> arguments) const {
+    const auto address = functionThere(module, function);
     if (!m_process || !address) return std::nullopt;
     unsigned char code[128];
     size_t used = 0;
@@ -95,15 +99,15 @@ class OtherProcess {
   }
 
  private:
-  DWORD user32Function(const char* function) const {
-    const HMODULE here = ::GetModuleHandleA("user32.dll");
+  DWORD functionThere(const char* moduleName, const char* function) const {
+    const HMODULE here = ::GetModuleHandleA(moduleName);
     const HANDLE modules = ::CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, m_pid);
     if (modules == INVALID_HANDLE_VALUE) return 0;
     MODULEENTRY32 module{};
     module.dwSize = sizeof module;
     DWORD there = 0;
     for (BOOL more = ::Module32First(modules, &module); more && !there; more = ::Module32Next(modules, &module))
-      if (!::lstrcmpiA(module.szModule, "user32.dll")) there = reinterpret_cast<DWORD>(module.modBaseAddr);
+      if (!::lstrcmpiA(module.szModule, moduleName)) there = reinterpret_cast<DWORD>(module.modBaseAddr);
     ::CloseHandle(modules);
     const auto address = reinterpret_cast<DWORD>(reinterpret_cast<void*>(::GetProcAddress(here, function)));
     return there && address ? address - reinterpret_cast<DWORD>(here) + there : 0;

@@ -84,6 +84,17 @@ inline std::string setValue(const Words& words) {
   return json::Object().flag("set", error == 0).done();
 }
 
+// A key that takes values but refuses every lasting key below it: a store that cannot be written to.
+inline std::string makeVolatileKey(const Words& words) {
+  HKEY key = nullptr;
+  DWORD how = 0;
+  if (::RegCreateKeyExW(hive(words.at(1)), words.at(2).c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_WRITE, nullptr, &key,
+                        &how))
+    return failure("the key could not be made");
+  ::RegCloseKey(key);
+  return json::Object().flag("made", how == REG_CREATED_NEW_KEY).done();
+}
+
 inline LONG deleteTree(HKEY parent, const std::wstring& path) {
   HKEY key = nullptr;
   if (const LONG error = ::RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ | KEY_WRITE, &key)) return error;

@@ -4,6 +4,7 @@
 // It never reads the keyboard by GetAsyncKeyState: that call uses up the "pressed since the last call" mark, which is
 // kept once per desktop and which the program under test waits for.
 #include "probe_controls.h"
+#include "probe_looks.h"
 #include "probe_processes.h"
 #include "probe_registry.h"
 
@@ -83,7 +84,8 @@ std::string withId(const Words& words) {
   const int id = static_cast<int>(toNumber(words.at(2)));
   json::Array found;
   for (const HWND child : descendants(toWindow(words.at(1))))
-    if (::GetDlgCtrlID(child) == id)
+    // A combo box's own edit box has an id that the program gives to another control.
+    if (::GetDlgCtrlID(child) == id && !same(className(::GetAncestor(child, GA_PARENT)), L"ComboBox"))
       found.add(json::Object()
                     .raw("hwnd", hexHandle(child))
                     .text("class", className(child))
@@ -167,6 +169,12 @@ std::string send(const Words& words) {
       .flag("timed_out", !answered && (error == ERROR_TIMEOUT || ::IsWindow(toWindow(words.at(1)))))
       .number("result", static_cast<int>(result))
       .done();
+}
+
+// What another program can do to a window without asking it.
+std::string show(const Words& words) {
+  ::ShowWindow(toWindow(words.at(1)), static_cast<int>(toNumber(words.at(2))));
+  return json::Object().flag("visible", ::IsWindowVisible(toWindow(words.at(1)))).done();
 }
 
 std::string setText(const Words& words) {
@@ -280,7 +288,9 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"focus", threadFocus},
     {L"post", post},
     {L"send", send},
+    {L"show", show},
     {L"settext", setText},
+    {L"textsize", textSize},
     {L"invalidate", invalidate},
     {L"unpainted", waitsForPaint},
     {L"input", input},
@@ -294,6 +304,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"reg", readValue},
     {L"reglist", listKey},
     {L"regset", setValue},
+    {L"regvolatile", makeVolatileKey},
     {L"regdelkey", deleteKey},
     {L"dropicon", dropIcon},
     {L"broadcast", broadcast},

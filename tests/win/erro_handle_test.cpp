@@ -53,6 +53,14 @@ void SetPending(int number) { Err.Set({number, RuntimeErrorDescription(number)})
 
 int dispatched = 0;
 void CALLBACK CountDispatch(HWND, UINT, UINT_PTR, DWORD) { ++dispatched; }
+void CALLBACK FailOtherwise(HWND, UINT, UINT_PTR, DWORD) { SetPending(kTypeMismatch); }
+
+// A window event that waits in the queue of this thread.
+void PostTimer(TIMERPROC procedure) {
+  MSG message;
+  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // gives the thread a queue
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(procedure));
+}
 
 }  // namespace
 
@@ -84,9 +92,7 @@ TEST_F(IsOnlineTest, LeavesAPendingErrorAsItIs) {
 
 TEST_F(IsOnlineTest, LetsWindowEventsRun) {
   dispatched = 0;
-  MSG message;
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // gives the thread a queue
-  ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&CountDispatch));
+  PostTimer(&CountDispatch);
   GoOffline();
   IsOnline();
   EXPECT_EQ(dispatched, 1);
@@ -138,6 +144,13 @@ TEST_F(ReportErrorTest, ReportsAnErrorOnce) {
   ReportError("first");
   ReportError("second");
   EXPECT_EQ(Texts(), (std::vector<std::string>{"first5Invalid procedure call or argument"}));
+}
+
+TEST_F(ReportErrorTest, ReportsItsErrorWhateverFailsInTheWindowEventsMeanwhile) {
+  PostTimer(&FailOtherwise);
+  SetPending(kDiskFull);
+  ReportError("tag");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"tag61Disk full"}));
 }
 
 TEST_F(ReportErrorTest, StopsTheTransferBeforeTheMessageAndOnlyThen) {

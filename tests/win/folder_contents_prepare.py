@@ -1,0 +1,154 @@
+"""Plants what a Windows program cannot make: links, names outside the rules, trees deeper than a path may be long.
+
+Everything stands twice, for the walk by wide names and for the one by ANSI names; what the walk must not touch stands in
+C:\\outside. Afterwards the disk is looked at from outside of Windows, which does not show everything that is there.
+"""
+import atexit
+import os
+import subprocess
+import sys
+import threading
+import time
+from pathlib import Path
+
+# A broken run leaves trees here that are deeper than what Python removes by default.
+sys.setrecursionlimit(10000)
+
+WAYS = ("wide", "ansi")
+
+LINKS = {  # name: target, seen from C:\plant\WAY\links
+    "absolute": "{outside}",
+    "relative": "../../../outside/{way}/full",
+    "to an empty folder": "../../../outside/{way}/empty",
+    "broken": "nowhere",
+    "to itself": "to itself",
+    "to its folder": ".",
+    "to its parent": "..",
+    "to the root": "{c}",
+    "to the drive": "{drive}",
+    " blank at the head": "{outside}",
+    "blank at the end ": "{outside}",
+    "dot at the end.": "{outside}",
+    "чужое": "{outside}",
+    "one/two/three/deep": "{outside}",
+    "one/two/up": "../../..",
+    "one/空": "{outside}/empty",
+}
+
+NAMES = [
+    "a", "a ", " a", "  a", "a  ", "a.", "a..", ".a", "...", "....", " .", ". ", " ..", ".. ", ".. .", " . ", "b b", "~", "[b]", "%b%",
+    "CON", "con ", "NUL.txt", "COM1", "LPT1.txt", "AUX.", "prn", "desktop.ini", "Ünïcödé", "Привет, мир", "日本語のファイル名",
+    "😀 smile", "e\u0301", "\u202egnp.exe", "．．", "．．＼．．", "／", "x" * 255, "日" * 85, "y" * 250 + ".html", "A~1", "LONGNA~1.TXT",
+]
+
+# Names that lead out of the folder for a program that puts them together with its path as they are. Only other systems'
+# disks hold them; "out" is a link.
+TRAPS_AS_FILES = ["..\\canary.txt", "out\\canary.txt", "out/../x"[:3] + ".\\canary.txt", "..\\kept\\canary.txt"]
+TRAPS_AS_FOLDERS = ["．．", "．．＼kept", "...", ".. ", "..  .", "out.", "out ", "out..", "..\\kept", "out\\full"]
+
+LENGTHS = (255, 258, 259, 260, 261, 262, 300, 400)
+
+snapshots: dict[Path, list[str]] = {}
+
+
+def put(path: Path) -> None:
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text("some bytes")
+
+
+def listing(folder: Path) -> list[str]:
+    found = []
+    for root, folders, files in os.walk(folder):
+        found += [os.path.relpath(os.path.join(root, name), folder) for name in folders + files]
+    return sorted(found)
+
+
+def plant_outside(outside: Path) -> None:
+    put(outside / "canary.txt")
+    put(outside / "full/inner/canary.txt")
+    (outside / "empty").mkdir()
+    put(outside / "root/canary.txt")
+
+
+def plant_links(home, way: str, plant: Path, outside: Path) -> None:
+    places = {"outside": outside, "way": way, "c": home.c, "drive": home.prefix / "dosdevices/c:"}
+    for name, target in LINKS.items():
+        link = plant / "links" / name
+        link.parent.mkdir(parents=True, exist_ok=True)
+        link.symlink_to(target.format(**places))
+    for name in ("before.txt", "one/file.txt", "one/two/three/file.txt", "zz/file.txt"):
+        put(plant / "links" / name)
+    (plant / "root").symlink_to(outside / "root")
+
+
+def plant_names(plant: Path) -> None:
+    for name in NAMES:
+        put(plant / "names/files" / name)
+        put(plant / "names/folders" / name / "inner.txt")
+
+
+def plant_traps(plant: Path, outside: Path) -> None:
+    put(plant / "traps/canary.txt")
+    put(plant / "traps/kept/canary.txt")
+    inner = plant / "traps/inner"
+    inner.mkdir()
+    (inner / "out").symlink_to(outside)
+    for name in TRAPS_AS_FILES:
+        put(inner / name)
+    for name in TRAPS_AS_FOLDERS:
+        put(inner / name / "bait.txt")
+
+
+def plant_long(plant: Path, way: str) -> None:
+    for length in LENGTHS:
+        parent = f"C:\\plant\\{way}\\long\\{length}\\{'d' * 150}\\"
+        rest = "e" * (length - len(parent))
+        put(plant / f"long/{length}/{'d' * 150}/{rest}")
+        put(plant / f"long/{length}/{'d' * 149}f/{rest}/inner.txt")
+
+
+def plant_tower(folder: Path, levels: int, name: str) -> None:
+    folder.mkdir(parents=True)
+    here = os.open(folder, os.O_RDONLY)
+    for _ in range(levels):
+        os.close(os.open("file.txt", os.O_CREAT, dir_fd=here))
+        os.mkdir(name, dir_fd=here)
+        below = os.open(name, os.O_RDONLY, dir_fd=here)
+        os.close(here)
+        here = below
+    os.close(here)
+
+
+def swap_when_asked(swap: Path, outside: Path) -> None:
+    """Puts a link in the place of a folder that the walk has listed and not yet entered."""
+    while not (swap / "please").exists():
+        time.sleep(0.005)
+    (swap / "tree/b").rename(swap / "moved away")
+    (swap / "tree/b").symlink_to(outside / "full")
+    (swap / "done").touch()
+
+
+def prepare(home) -> dict[str, str]:
+    atexit.register(subprocess.run, ["rm", "-rf", "--", str(home.c / "plant")], check=False)
+    for way in WAYS:
+        plant, outside, swap = home.c / "plant" / way, home.c / "outside" / way, home.c / "swap" / way
+        plant.mkdir(parents=True)
+        plant_outside(outside)
+        plant_links(home, way, plant, outside)
+        plant_names(plant)
+        plant_traps(plant, outside)
+        plant_long(plant, way)
+        plant_tower(plant / "tower200", 200, "level")
+        plant_tower(plant / "tower1000", 1000, "l")
+        plant_tower(plant / "tower too high", 500, "a longer name")
+        for name in ("a", "b", "c"):
+            put(swap / "tree" / name / "inner/file.txt")
+        threading.Thread(target=swap_when_asked, args=(swap, outside), daemon=True).start()
+        snapshots[outside] = listing(outside)
+    return {}
+
+
+def check(home) -> None:
+    for way in WAYS:
+        plant, outside = home.c / "plant" / way, home.c / "outside" / way
+        print(way, {name: listing(plant / name)[:60] for name in ("links", "names", "traps", "long", "tower200", "tower1000")})

@@ -1,0 +1,283 @@
+#include "settings/stored_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "locked_key.h"
+#include "platform/runtime_error.h"
+#include "scratch_key.h"
+#include "settings/settings_store.h"
+
+namespace {
+
+class StoredSettings : public testing::Test {
+ protected:
+  void SetUp() override {
+    Settings = SettingsVariables();
+    Err.Clear();
+  }
+
+  static std::string Section(Setting setting) { return std::string("Quellix\\") + SchemaRow(setting).section; }
+  void Put(Setting setting, const std::string& text) const { store.PutText(SchemaRow(setting).key, text, Section(setting)); }
+  std::string Stored(Setting setting) const { return store.Text(SchemaRow(setting).key, Section(setting)); }
+
+  // The number of the error that saving raises, 0 for none.
+  static int SavingRaises(const ControlTexts& controls) {
+    try {
+      WriteStoredSettings(controls);
+    } catch (const RuntimeError& error) {
+      return error.number;
+    }
+    return 0;
+  }
+
+  // The saved settings that the store holds, and no others.
+  std::vector<Setting> WrittenInOrder() const {
+    std::vector<Setting> written;
+    for (const Setting setting : SaveOrder())
+      if (Stored(setting) != "(no value)") written.push_back(setting);
+    return written;
+  }
+
+  ScratchKey store{"Software\\Quellix"};
+};
+using ReadStoredSettingsTest = StoredSettings;
+using WriteStoredSettingsTest = StoredSettings;
+
+const ControlTexts kControls = {"15", "30", "9", "45", "1", "07"};
+
+// The rows that ReadStoredSettings has a variable for.
+std::vector<SettingRow> VariableRows() {
+  std::vector<SettingRow> rows;
+  std::copy_if(kSchema.begin(), kSchema.end(), std::back_inserter(rows),
+               [](const SettingRow& row) { return row.reader == SettingReader::ReadStoredSettings; });
+  return rows;
+}
+
+}  // namespace
+
+TEST_F(ReadStoredSettingsTest, GivesEveryVariableItsDefaultWhenTheStoreIsEmpty) {
+  ReadStoredSettings();
+  for (std::size_t item = 0; item < kItemFlagCount; ++item)
+    EXPECT_EQ(Settings[static_cast<Setting>(item)], "1") << SchemaRow(static_cast<Setting>(item)).key;
+  const std::pair<Setting, const char*> others[] = {
+      {Setting::chkShEnable, "0"},     {Setting::chkRbt, "0"},       {Setting::CHKieclose, "False"},
+      {Setting::ScheduleSecond, "0"},  {Setting::ScheduleHour, "0"}, {Setting::ScheduleDay, "0"},
+      {Setting::ScheduleMinutes, "0"}, {Setting::ScheduleMin, "60"}, {Setting::ScheduledTime, "9:00 AM"},
+      {Setting::LoadStartup, "0"},     {Setting::Startup, "0"},      {Setting::Shutdown, "0"}};
+  for (const auto& [setting, text] : others) EXPECT_EQ(Settings[setting], text) << SchemaRow(setting).key;
+  EXPECT_FALSE(Settings.CloseBrowsers);
+  EXPECT_EQ(Settings.BossKeyCode, 121);
+  EXPECT_EQ(Err.Number(), 0);
+}
+
+TEST_F(ReadStoredSettingsTest, ReadsEveryVariableFromItsOwnKey) {
+  for (const SettingRow& row : VariableRows()) Put(row.setting, std::string("of ") + row.key);
+  ReadStoredSettings();
+  for (const SettingRow& row : VariableRows()) EXPECT_EQ(Settings[row.setting], std::string("of ") + row.key);
+}
+
+TEST_F(ReadStoredSettingsTest, TakesTheBlanksAroundAwayAndNothingElse) {
+  for (const SettingRow& row : VariableRows()) Put(row.setting, "   9:00 AM\t  ");
+  ReadStoredSettings();
+  for (const SettingRow& row : VariableRows()) EXPECT_EQ(Settings[row.setting], "9:00 AM\t") << row.key;
+}
+
+TEST_F(ReadStoredSettingsTest, TakesTheDefaultForAValueThatIsNoText) {
+  for (const DWORD type : {REG_DWORD, REG_BINARY, REG_EXPAND_SZ, REG_MULTI_SZ}) {
+    for (const SettingRow& row : kSchema) store.Put(row.key, type, std::string("7\0\0\0", 4), Section(row.setting));
+    Settings = SettingsVariables();
+    ReadStoredSettings();
+    for (const SettingRow& row : VariableRows())
+      EXPECT_EQ(Settings[row.setting], row.defaultText) << row.key << ", type " << type;
+    EXPECT_EQ(Settings.BossKeyCode, 121) << "type " << type;
+    EXPECT_FALSE(Settings.CloseBrowsers) << "type " << type;
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, TakesOddTextsAsTheyAre) {
+  const std::string texts[] = {"", "2", "-1", "abc", "99999999999999999999", std::string(10000, '1')};
+  for (const std::string& text : texts) {
+    for (const SettingRow& row : kSchema) Put(row.setting, text);
+    ReadStoredSettings();
+    for (const SettingRow& row : VariableRows())
+      EXPECT_TRUE(Settings[row.setting] == text) << row.key << ", \"" << text.substr(0, 40) << '"';
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, ReadsUpToAZeroAndWithoutATerminatingOne) {
+  if (EndsEveryText()) GTEST_SKIP() << "this Windows has no such value";
+  for (const SettingRow& row : kSchema)
+    store.Put(row.key, REG_SZ,
+              std::string("12\0"
+                          "34",
+                          5),
+              Section(row.setting));
+  ReadStoredSettings();
+  for (const SettingRow& row : VariableRows()) EXPECT_EQ(Settings[row.setting], "12") << row.key;
+  for (const SettingRow& row : kSchema) store.Put(row.key, REG_SZ, "34", Section(row.setting));
+  ReadStoredSettings();
+  for (const SettingRow& row : VariableRows()) EXPECT_EQ(Settings[row.setting], "34") << row.key;
+  EXPECT_EQ(Settings.BossKeyCode, 34);
+}
+
+TEST_F(ReadStoredSettingsTest, MakesABooleanOfTheTextOfTheCloseBrowsersOption) {
+  const std::pair<const char*, bool> cases[] = {{"True", true}, {"true", true}, {" TRUE ", true}, {"False", false},
+                                                {"1", true},    {"-1", true},   {"0", false}};
+  for (const auto& [text, value] : cases) {
+    Settings.CloseBrowsers = !value;
+    Put(Setting::CHKieclose, text);
+    ReadStoredSettings();
+    EXPECT_EQ(Settings.CloseBrowsers, value) << '"' << text << '"';
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, KeepsTheBooleanForATextThatIsNone) {
+  for (const char* text : {"", "Yes", "Falsch", "1 0"}) {
+    for (const bool before : {true, false}) {
+      Settings.CloseBrowsers = before;
+      Put(Setting::CHKieclose, text);
+      ReadStoredSettings();
+      EXPECT_EQ(Settings.CloseBrowsers, before) << '"' << text << '"';
+    }
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, MakesANumberOfTheTextOfTheBossKey) {
+  const std::pair<const char*, std::int32_t> cases[] = {
+      {"112", 112}, {" 123 ", 123}, {"0", 0}, {"-5", -5}, {"F10", 0}, {"", 0}, {"2147483647", 2147483647}};
+  for (const auto& [text, code] : cases) {
+    Put(Setting::bossKey, text);
+    ReadStoredSettings();
+    EXPECT_EQ(Settings.BossKeyCode, code) << '"' << text << '"';
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, KeepsTheBossKeyForANumberThatIsOutOfRange) {
+  for (const std::string& text : {std::string("2147483648"), std::string("1e300"), std::string(10000, '9')}) {
+    Put(Setting::bossKey, text);
+    ReadStoredSettings();
+    EXPECT_EQ(Settings.BossKeyCode, 121) << text.substr(0, 40);
+  }
+}
+
+TEST_F(ReadStoredSettingsTest, SetsTheTickCounterOfTheSchedulerToZero) {
+  Settings.ScheduleTickCount = 1234;
+  ReadStoredSettings();
+  EXPECT_EQ(Settings.ScheduleTickCount, 0);
+}
+
+TEST_F(WriteStoredSettingsTest, WritesEverySavedSettingAndLeavesTheOthersAlone) {
+  ReadStoredSettings();
+  WriteStoredSettings(kControls);
+  for (const SettingRow& row : kSchema)
+    EXPECT_EQ(Stored(row.setting) == "(no value)", row.saveOrder == kNotSaved) << row.key;
+  for (std::size_t item = 0; item < kItemFlagCount; ++item) EXPECT_EQ(Stored(static_cast<Setting>(item)), "1");
+  EXPECT_EQ(Stored(Setting::ScheduleMin), "15");
+  EXPECT_EQ(Stored(Setting::ScheduleMinutes), "30");
+  EXPECT_EQ(Stored(Setting::ScheduleHour), "9");
+  EXPECT_EQ(Stored(Setting::ScheduleSecond), "45");
+  EXPECT_EQ(Stored(Setting::chkOptions), "1");
+  EXPECT_EQ(Stored(Setting::txtLevel), "07") << "the text of the box as it stands";
+}
+
+TEST_F(WriteStoredSettingsTest, BringsBackWhatItWrote) {
+  ReadStoredSettings();
+  for (std::size_t item = 0; item < kItemFlagCount; item += 2) Settings[static_cast<Setting>(item)] = "0";
+  Settings[Setting::chkShEnable] = Settings[Setting::chkRbt] = Settings[Setting::Shutdown] = "1";
+  Settings[Setting::LoadStartup] = Settings[Setting::Startup] = Settings[Setting::ScheduleDay] = "1";
+  Settings[Setting::ScheduledTime] = "11:45 PM";
+  Settings.CloseBrowsers = true;
+  WriteStoredSettings(kControls);
+  const SettingsVariables saved = std::exchange(Settings, SettingsVariables());
+  ReadStoredSettings();
+  for (const SettingRow& row : VariableRows()) {
+    if (row.saveOrder != kNotSaved) {
+      EXPECT_EQ(Settings[row.setting], saved[row.setting]) << row.key;
+    }
+  }
+  EXPECT_TRUE(Settings.CloseBrowsers);
+}
+
+TEST_F(WriteStoredSettingsTest, WritesTheCloseBrowsersOptionAsAWordAndTheFlagsAsDigits) {
+  ReadStoredSettings();
+  WriteStoredSettings(kControls);
+  EXPECT_EQ(Stored(Setting::CHKieclose), "False");
+  EXPECT_EQ(Stored(Setting::chkRbt), "0");
+  Settings.CloseBrowsers = true;
+  Settings[Setting::chkRbt] = "1";
+  WriteStoredSettings(kControls);
+  EXPECT_EQ(Stored(Setting::CHKieclose), "True");
+  EXPECT_EQ(Stored(Setting::chkRbt), "1");
+}
+
+TEST_F(WriteStoredSettingsTest, NeverKeepsErasingAtStartUpWithoutLoadingAtStartUp) {
+  ReadStoredSettings();
+  Settings[Setting::LoadStartup] = "0";
+  Settings[Setting::Startup] = "1";
+  WriteStoredSettings(kControls);
+  EXPECT_EQ(Stored(Setting::Startup), "0");
+  EXPECT_EQ(Settings[Setting::Startup], "0");
+  Settings[Setting::LoadStartup] = Settings[Setting::Startup] = "1";
+  WriteStoredSettings(kControls);
+  EXPECT_EQ(Stored(Setting::Startup), "1");
+}
+
+TEST_F(WriteStoredSettingsTest, PutsThePickersHourAndMinutesInThePlaceOfTheOptionFlags) {
+  ReadStoredSettings();
+  Settings[Setting::ScheduleHour] = "1";  // every hour
+  WriteStoredSettings({"60", "0", "9", "0", "0", "50"});
+  EXPECT_EQ(Stored(Setting::ScheduleHour), "9");
+  EXPECT_EQ(Settings[Setting::ScheduleHour], "9");
+  Settings[Setting::ScheduleMinutes] = "1";  // every N minutes
+  WriteStoredSettings({"60", "30", "1", "0", "0", "50"});
+  EXPECT_EQ(Stored(Setting::ScheduleMinutes), "30");
+  EXPECT_EQ(Stored(Setting::ScheduleHour), "1") << "one o'clock reads as the every-hour option";
+}
+
+TEST_F(WriteStoredSettingsTest, ComesBackAfterTheStoreWasDeletedMeanwhile) {
+  ReadStoredSettings();
+  WriteStoredSettings(kControls);
+  store.Remove();
+  WriteStoredSettings(kControls);
+  EXPECT_EQ(WrittenInOrder().size(), kSavedCount);
+}
+
+TEST_F(WriteStoredSettingsTest, RaisesAndWritesNothingWhenTheStoreCannotBeMade) {
+  ReadStoredSettings();
+  store.Create("", REG_OPTION_VOLATILE);  // which can hold no lasting key
+  EXPECT_NE(SavingRaises(kControls), 0);
+  EXPECT_FALSE(store.Exists("Quellix"));
+}
+
+// Each section in turn may not be written: what stands before its first key is new, all the rest is as it was.
+TEST_F(WriteStoredSettingsTest, StopsAtTheFirstKeyThatCannotBeWritten) {
+  for (const Setting blocked :
+       {Setting::LocationbarHistory, Setting::ScheduleSecond, Setting::LoadStartup, Setting::txtLevel}) {
+    store.Remove();
+    ReadStoredSettings();
+    const std::string section = Section(blocked);
+    store.Create(section);
+    const LockedKey lock(store.Path() + "\\" + section);
+    EXPECT_EQ(SavingRaises(kControls), kPermissionDenied);
+    const auto order = SaveOrder();
+    EXPECT_EQ(WrittenInOrder(), std::vector<Setting>(order.begin(), std::find(order.begin(), order.end(), blocked)))
+        << section;
+  }
+}
+
+TEST_F(WriteStoredSettingsTest, KeepsTheEarlierValuesOfWhatItCannotWrite) {
+  ReadStoredSettings();
+  WriteStoredSettings(kControls);
+  const LockedKey lock(store.Path() + "\\" + Section(Setting::Shutdown));
+  Settings[Setting::Cookies] = "0";
+  Settings[Setting::Shutdown] = "1";
+  EXPECT_EQ(SavingRaises({"16", "31", "10", "46", "0", "08"}), kPermissionDenied);
+  EXPECT_EQ(Stored(Setting::Cookies), "0") << "stands before";
+  EXPECT_EQ(Stored(Setting::Shutdown), "0");
+  EXPECT_EQ(Stored(Setting::ScheduleMin), "15");
+  EXPECT_EQ(Stored(Setting::txtLevel), "07") << "stands after";
+}
