@@ -42,6 +42,7 @@ target_link_options(Quellix PRIVATE
 if(QUELLIX_TESTS)
   enable_testing()
   add_subdirectory(tests/win)
+  include(tests/other_tests.cmake)
 endif()
 
 if(NOT QUELLIX_TESTS)

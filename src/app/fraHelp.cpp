@@ -1,6 +1,5 @@
 #include "app/fraHelp.h"
 
-#include "app/fraHelp_ids.h"
 #include "app/quellix_ids.h"
 #include "platform/addresses.h"
 #include "platform/product.h"
@@ -18,8 +17,6 @@ constexpr char kAbout[] = QUELLIX_CAPTION
 HWND fraHelp::Create(HWND parent) { return Dialog::Create(IDD_fraHelp, parent); }
 
 void fraHelp::OnInit() {
-  Label16.Attach(Handle(), IDC_Label16);
-  Label22.Attach(Handle(), IDC_Label22);
   Label16.SetText(kHelpAddress);
   ::SetDlgItemTextA(Handle(), IDC_lblAbout, kAbout);
   picAbout_.reset(

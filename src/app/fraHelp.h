@@ -1,6 +1,7 @@
 // The panel "Help": the links to the help and contact pages, and what the program is.
 #pragma once
 
+#include "app/fraHelp_ids.h"
 #include "app/link_label.h"
 #include "platform/dialog.h"
 #include "platform/handles.h"
@@ -15,7 +16,7 @@ class fraHelp : public Dialog {
   bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
   void OpenPage(const char* address);
 
-  LinkLabel Label16;
-  LinkLabel Label22;
+  LinkLabel Label16{*this, IDC_Label16};
+  LinkLabel Label22{*this, IDC_Label22};
   UniqueGdiObject picAbout_;
 };

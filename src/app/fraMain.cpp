@@ -1,6 +1,5 @@
 #include "app/fraMain.h"
 
-#include "app/fraMain_ids.h"
 #include "app/quellix_ids.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
@@ -20,15 +19,16 @@ void ForEachBox(Visit visit) {
 
 }  // namespace
 
+fraMain::fraMain(MainWindow& window) : window_(window) {
+  ForEachBox([this](BoxArray array, int index) {
+    const auto number = static_cast<std::size_t>(array);
+    boxes_[number].emplace_back(*this, kFirstIds[number] + index).SetText(FindItem(array, index)->caption);
+  });
+}
+
 HWND fraMain::Create(HWND parent) { return Dialog::Create(IDD_fraMain, parent); }
 
 void fraMain::OnInit() {
-  ForEachBox([this](BoxArray array, int index) {
-    Box(array, index).Attach(Handle(), kFirstIds[static_cast<std::size_t>(array)] + index);
-    Box(array, index).SetText(FindItem(array, index)->caption);
-  });
-  Label1.Attach(Handle(), IDC_Label1);
-  Label6.Attach(Handle(), IDC_Label6);
   LOGFONTA font{};
   ::GetObjectA(reinterpret_cast<HGDIOBJ>(::SendMessageA(Handle(), WM_GETFONT, 0, 0)), sizeof font, &font);
   font.lfHeight = font.lfHeight * 9 / 5;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <deque>
 
+#include "app/fraMain_ids.h"
 #include "erase/catalogue.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
@@ -11,19 +13,17 @@
 
 class fraMain : public Dialog {
  public:
-  explicit fraMain(MainWindow& window) : window_(window) {}
+  explicit fraMain(MainWindow& window);
   HWND Create(HWND parent);
 
   // Each box takes its item flag's number; a flag that no box can show leaves its box as it is.
   void LoadItemBoxes();
   int SelectedItemCount();
 
-  Label Label1;  // the boss key
-  Label Label6;
+  Label Label1{*this, IDC_Label1};  // the boss key
+  Label Label6{*this, IDC_Label6};
 
  private:
-  static constexpr int kMaxBoxes = 9;
-
   void OnInit() override;
   void OnCommand(int id, int notification) override;
 
@@ -35,7 +35,7 @@ class fraMain : public Dialog {
   void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);
 
   MainWindow& window_;
-  std::array<std::array<CheckBox, kMaxBoxes>, kBoxCounts.size()> boxes_;
+  std::array<std::deque<CheckBox>, kBoxCounts.size()> boxes_;
   UniqueGdiObject picNet_;
   UniqueGdiObject picOpe_;
   UniqueGdiObject bossKeyFont_;

@@ -1,6 +1,5 @@
 #include "app/frmMain.h"
 
-#include "app/frmMain_ids.h"
 #include "app/quellix_ids.h"
 #include "app/single_instance.h"
 #include "app/tray_callback.h"
@@ -54,27 +53,28 @@ void frmMain::OnInit() {
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON))));
   ::SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))));
-  cmdDefault.Attach(Handle(), IDC_cmdDefault);
-  cmdCleenFrame.Attach(Handle(), IDC_cmdCleenFrame);
-  cmdSecureDelk.Attach(Handle(), IDC_cmdSecureDelk);
-  cmdSchedule.Attach(Handle(), IDC_cmdSchedule);
-  cmdHelp.Attach(Handle(), IDC_cmdHelp);
-  stBar.Attach(Handle(), IDC_stBar);
   stBar.Arrange(QUELLIX_CAPTION);
   bannerColour_.reset(::CreateSolidBrush(kBannerGround));
   banner_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_banner), IMAGE_BITMAP, 0, 0, 0));
   ::SendDlgItemMessageA(Handle(), IDC_Image1, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(banner_.get()));
-  CreatePanels();
+  PlacePanel(panels_.main.Create(Handle()), cmdHelp.Handle());
 }
 
-void frmMain::CreatePanels() {
+// In the common place, and in the tab order behind `after`.
+void frmMain::PlacePanel(HWND panel, HWND after) {
   RECT place;
   ::GetWindowRect(::GetDlgItem(Handle(), IDC_panel), &place);
   ::MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&place), 2);
-  HWND after = cmdHelp.Handle();  // in the tab order behind the navigation buttons
-  for (const HWND panel : {panels_.main.Create(Handle()), panels_.clean.Create(Handle()), panels_.shred.Create(Handle()),
+  ::SetWindowPos(panel, after, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+// The panels that the user does not see at first. Their hundred controls take as long as all the rest of the start, so
+// they are made once the window is on the screen; what was loaded into them until then shows itself.
+void frmMain::CreateOtherPanels() {
+  HWND after = panels_.main.Handle();
+  for (const HWND panel : {panels_.clean.Create(Handle()), panels_.shred.Create(Handle()),
                            panels_.scheduleManager.Create(Handle()), panels_.help.Create(Handle())}) {
-    ::SetWindowPos(panel, after, place.left, place.top, 0, 0, SWP_NOSIZE);
+    PlacePanel(panel, after);
     after = panel;
   }
 }

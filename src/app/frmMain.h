@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/erase_host.h"
+#include "app/frmMain_ids.h"
 #include "app/mdSysTray.h"
 #include "app/panels.h"
 #include "platform/controls.h"
@@ -34,7 +35,8 @@ class frmMain final : public Dialog, public MainWindow {
   void OnCommand(int id, int notification) override;
   bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
-  void CreatePanels();
+  void PlacePanel(HWND panel, HWND after);
+  void CreateOtherPanels();
   HWND PanelWindow(Panel panel) const;
   Control& NavigationButton(Panel panel);
   void BringToFront(Panel panel);
@@ -57,12 +59,12 @@ class frmMain final : public Dialog, public MainWindow {
   EraseHost host_;
   Panels panels_;
   Panel shown_ = Panel::MainSettings;
-  Button cmdDefault;
-  Button cmdCleenFrame;
-  Button cmdSecureDelk;
-  Button cmdSchedule;
-  Button cmdHelp;
-  StatusBar stBar;
+  Button cmdDefault{*this, IDC_cmdDefault};
+  Button cmdCleenFrame{*this, IDC_cmdCleenFrame};
+  Button cmdSecureDelk{*this, IDC_cmdSecureDelk};
+  Button cmdSchedule{*this, IDC_cmdSchedule};
+  Button cmdHelp{*this, IDC_cmdHelp};
+  StatusBar stBar{*this, IDC_stBar};
   InternetTransfer Inet1;
   InternetTransfer Inet2;
   NotificationIcon icon_;

@@ -1,6 +1,5 @@
 // The main window's events: notification icon and popup menu, minimise, close, session end.
 #include "app/frmMain.h"
-#include "app/frmMain_ids.h"
 #include "app/quellix_ids.h"
 #include "app/tray_callback.h"
 #include "automation/modHide.h"

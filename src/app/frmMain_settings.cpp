@@ -16,9 +16,12 @@ void frmMain::RunStartUp() {
   LoadEraseSettings();
   LoadGeneralSettings();
   resumeNext([this] { panels_.scheduleManager.getBossKeySetting(); });
+  resumeNext([this] { panels_.main.Label1.SetText(panels_.scheduleManager.cmbBoss.Text()); });
   resumeNext([this] { BringToFront(Panel::MainSettings); });
   OsName = FindOS();
   ::ShowWindow(Handle(), SW_SHOW);
+  ::RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  CreateOtherPanels();
   resumeNext([] { late::CoInitialize(nullptr); });  // for the shell
   // Before the icon exists and the status text is set; both then show that the run is over.
   if (Trim(Settings[Setting::Startup]) == "1") EraseOnly();

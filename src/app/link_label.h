@@ -5,6 +5,8 @@
 
 class LinkLabel : public Control {
  public:
+  using Control::Control;
+
   // Answers the dialog's WM_DRAWITEM for this control.
   void Draw(const DRAWITEMSTRUCT& item) const;
 };

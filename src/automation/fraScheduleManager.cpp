@@ -1,7 +1,6 @@
 #include "automation/fraScheduleManager.h"
 
 #include "automation/boss_key.h"
-#include "automation/fraScheduleManager_ids.h"
 #include "automation/restore_label.h"
 #include "automation/updater.h"
 #include "platform/text_value.h"
@@ -17,29 +16,21 @@ std::string ValueText(const CheckBox& box) { return Trim(std::to_string(box.Valu
 
 }  // namespace
 
+fraScheduleManager::fraScheduleManager(MainWindow& window) : window_(window) { VSUpDown.SetRange(1, kMostMinutes); }
+
 HWND fraScheduleManager::Create(HWND parent) { return Dialog::Create(IDD_fraScheduleManager, parent); }
 
 void fraScheduleManager::OnInit() {
-  chkShEnable.Attach(Handle(), IDC_chkShEnable);
-  chkRbt.Attach(Handle(), IDC_chkRbt);
-  CHKieclose.Attach(Handle(), IDC_CHKieclose);
-  for (int index = 0; index < 3; ++index) {
-    chkStartUp[static_cast<std::size_t>(index)].Attach(Handle(), IDC_chkStartUp_0 + index);
-    optSchedule[static_cast<std::size_t>(index)].Attach(Handle(), IDC_optSchedule_0 + index);
-  }
-  dtpTime.Attach(Handle(), IDC_dtpTime);
-  txtMinutes.Attach(Handle(), IDC_txtMinutes);
-  VSUpDown.Attach(Handle(), IDC_VSUpDown);
-  cmbBoss.Attach(Handle(), IDC_cmbBoss);
-  lblRestore.Attach(Handle(), IDC_lblRestore);
   ::SendMessageA(dtpTime.Handle(), DTM_SETFORMATA, 0, reinterpret_cast<LPARAM>("hh:mm tt"));
-  VSUpDown.SetRange(1, kMostMinutes);
   for (int key = 1; key <= 12; ++key) cmbBoss.AddItem("F" + std::to_string(key));
 }
 
 void fraScheduleManager::OnCommand(int id, int notification) {
   if (notification != BN_CLICKED) return;
-  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) ClickStartUp(id - IDC_chkStartUp_0);
+  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) {
+    ClickStartUp(id - IDC_chkStartUp_0);
+    ShowStartUpStatus();
+  }
   if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickSchedule(id - IDC_optSchedule_0);
   if (id == IDC_chkShEnable) ClickScheduleEnabled();
   if (id == IDC_chkRbt) Settings[Setting::chkRbt] = ValueText(chkRbt);

@@ -4,13 +4,14 @@
 
 #include <array>
 
+#include "automation/fraScheduleManager_ids.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 
 class fraScheduleManager : public Dialog {
  public:
-  explicit fraScheduleManager(MainWindow& window) : window_(window) {}
+  explicit fraScheduleManager(MainWindow& window);
   HWND Create(HWND parent);
 
   // The controls' share of loading: minutes box, picker, start-up boxes and schedule option, in that order. Raises for a
@@ -25,15 +26,14 @@ class fraScheduleManager : public Dialog {
 
   void ClickScheduleEnabled();
 
-  CheckBox chkShEnable;
-  CheckBox chkRbt;
-  CheckBox CHKieclose;
-  std::array<CheckBox, 3> chkStartUp;
-  std::array<OptionButton, 3> optSchedule;
-  TimePicker dtpTime;
-  TextBox txtMinutes;
-  ComboBox cmbBoss;
-  Label lblRestore;
+  CheckBox chkShEnable{*this, IDC_chkShEnable};
+  CheckBox chkRbt{*this, IDC_chkRbt};
+  CheckBox CHKieclose{*this, IDC_CHKieclose};
+  std::array<CheckBox, 3> chkStartUp{{{*this, IDC_chkStartUp_0}, {*this, IDC_chkStartUp_1}, {*this, IDC_chkStartUp_2}}};
+  TimePicker dtpTime{*this, IDC_dtpTime};
+  TextBox txtMinutes{*this, IDC_txtMinutes};
+  ComboBox cmbBoss{*this, IDC_cmbBoss};
+  Label lblRestore{*this, IDC_lblRestore};
 
  private:
   void OnInit() override;
@@ -43,5 +43,8 @@ class fraScheduleManager : public Dialog {
   void LoadSchedule();
 
   MainWindow& window_;
-  SpinButton VSUpDown;
+  OptionGroup schedule_;
+  std::array<OptionButton, 3> optSchedule{
+      {{*this, IDC_optSchedule_0, schedule_}, {*this, IDC_optSchedule_1, schedule_}, {*this, IDC_optSchedule_2, schedule_}}};
+  SpinButton VSUpDown{*this, IDC_VSUpDown, txtMinutes};
 };

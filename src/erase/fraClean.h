@@ -2,6 +2,7 @@
 #pragma once
 
 #include "erase/erase_run.h"
+#include "erase/fraClean_ids.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 
@@ -10,14 +11,13 @@ class fraClean : public Dialog {
   explicit fraClean(EraseRunHost& host) : host_(host) {}
   HWND Create(HWND parent);
 
-  Button cmdClean;
-  Button CmdCleanReboot;
-  Button cmdStop;
-  ProgressBar PbarClean;
-  ListBox lstCln;
+  Button cmdClean{*this, IDC_cmdClean};
+  Button CmdCleanReboot{*this, IDC_CmdCleanReboot};
+  Button cmdStop{*this, IDC_cmdStop};
+  ProgressBar PbarClean{*this, IDC_PbarClean};
+  ListBox lstCln{*this, IDC_lstCln};
 
  private:
-  void OnInit() override;
   void OnCommand(int id, int notification) override;
 
   EraseRunHost& host_;

@@ -31,36 +31,76 @@ int PropertyValue(double value, int min, int max) {
 
 }  // namespace
 
+Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.controls_.push_back(this); }
+
+void Control::Attach() {
+  window_ = ::GetDlgItem(dialog_.Handle(), id_);
+  if (text_) ::SetWindowTextA(window_, text_->c_str());
+  if (enabled_) ::EnableWindow(window_, *enabled_);
+  if (visible_) ::ShowWindow(window_, *visible_ ? SW_SHOWNA : SW_HIDE);
+  ShowState();
+}
+
+bool Control::Enabled() const { return window_ != nullptr ? ::IsWindowEnabled(window_) != 0 : enabled_.value_or(true); }
+
+void Control::SetEnabled(bool enabled) {
+  if (window_ == nullptr)
+    enabled_ = enabled;
+  else
+    ::EnableWindow(window_, enabled);
+}
+
+bool Control::Visible() const {
+  return window_ != nullptr ? (::GetWindowLongA(window_, GWL_STYLE) & WS_VISIBLE) != 0 : visible_.value_or(true);
+}
+
+void Control::SetVisible(bool visible) {
+  if (window_ == nullptr)
+    visible_ = visible;
+  else
+    ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
 std::string Control::Text() const {
+  if (window_ == nullptr) return text_.value_or("");
   std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window_)) + 1, '\0');
   text.resize(static_cast<std::size_t>(::GetWindowTextA(window_, text.data(), static_cast<int>(text.size()))));
   return text;
 }
 
-void Control::SetText(const std::string& text) { ::SetWindowTextA(window_, text.c_str()); }
-
-void Control::FireClick() const {
-  ::SendMessageA(::GetParent(window_), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(window_), BN_CLICKED),
-                 reinterpret_cast<LPARAM>(window_));
+void Control::SetText(const std::string& text) {
+  if (window_ == nullptr)
+    text_ = text;
+  else
+    ::SetWindowTextA(window_, text.c_str());
 }
 
 void CheckBox::SetValue(double value) {
   if (value != 0.0 && value != 1.0) Raise(kInvalidPropertyValue);
-  Send(BM_SETCHECK, value == 1.0 ? BST_CHECKED : BST_UNCHECKED);
+  value_ = value == 1.0 ? BST_CHECKED : BST_UNCHECKED;
+  if (Handle() != nullptr) ShowState();
   FireClick();
 }
 
 void OptionButton::Choose() {
-  // The group is everything between two controls with the group style.
-  const HWND dialog = ::GetParent(Handle());
-  for (HWND other = ::GetNextDlgGroupItem(dialog, Handle(), FALSE); other != nullptr && other != Handle();
-       other = ::GetNextDlgGroupItem(dialog, other, FALSE))
-    ::SendMessageA(other, BM_SETCHECK, BST_UNCHECKED, 0);
-  Send(BM_SETCHECK, BST_CHECKED);
+  group_.chosen = Id();
+  if (Handle() != nullptr) {
+    // The group is everything between two controls with the group style.
+    for (HWND other = ::GetNextDlgGroupItem(Parent(), Handle(), FALSE); other != nullptr && other != Handle();
+         other = ::GetNextDlgGroupItem(Parent(), other, FALSE))
+      ::SendMessageA(other, BM_SETCHECK, BST_UNCHECKED, 0);
+    ShowState();
+  }
   FireClick();
 }
 
+void OptionButton::ShowState() { Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED); }
+
 void ListBox::AddItem(const std::string& text) {
+  if (Handle() == nullptr) {
+    items_.push_back(text);
+    return;
+  }
   Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
   const int width = TextWidth(Handle(), text) + ::GetSystemMetrics(SM_CXEDGE) * 4;
   if (width <= widest_) return;
@@ -68,15 +108,27 @@ void ListBox::AddItem(const std::string& text) {
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(width));
 }
 
+void ListBox::ShowState() {
+  for (const std::string& item : items_) AddItem(item);
+  items_.clear();
+}
+
 void ListBox::Clear() {
+  items_.clear();
+  widest_ = 0;
+  if (Handle() == nullptr) return;
   Send(LB_RESETCONTENT);
   Send(LB_SETHORIZONTALEXTENT, 0);
-  widest_ = 0;
+}
+
+int ListBox::ListCount() const {
+  return Handle() != nullptr ? static_cast<int>(Send(LB_GETCOUNT)) : static_cast<int>(items_.size());
 }
 
 std::string ListBox::Item(int index) const {
+  if (index < 0 || index >= ListCount()) return {};
+  if (Handle() == nullptr) return items_[static_cast<std::size_t>(index)];
   const LRESULT length = Send(LB_GETTEXTLEN, static_cast<WPARAM>(index));
-  if (length == LB_ERR) return {};
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
   Send(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(length));
@@ -91,8 +143,7 @@ void ProgressBar::SetRange(int min, int max) {
   min_ = min;
   max_ = max;
   value_ = min;
-  Send(PBM_SETRANGE32, static_cast<WPARAM>(min), max);
-  Send(PBM_SETPOS, static_cast<WPARAM>(min));
+  ShowState();
 }
 
 void ProgressBar::SetValue(int value) {
@@ -101,21 +152,45 @@ void ProgressBar::SetValue(int value) {
   Send(PBM_SETPOS, static_cast<WPARAM>(value));
 }
 
+void ProgressBar::ShowState() {
+  Send(PBM_SETRANGE32, static_cast<WPARAM>(min_), max_);
+  Send(PBM_SETPOS, static_cast<WPARAM>(value_));
+}
+
 void SpinButton::SetRange(int min, int max) {
   min_ = min;
   max_ = max;
   Send(UDM_SETRANGE, 0, MAKELPARAM(max, min));
 }
 
-void SpinButton::SetValue(double value) { Send(UDM_SETPOS, 0, MAKELPARAM(PropertyValue(value, min_, max_), 0)); }
+void SpinButton::SetValue(double value) {
+  value_ = PropertyValue(value, min_, max_);
+  Send(UDM_SETPOS, 0, MAKELPARAM(value_, 0));
+  buddy_.SetText(std::to_string(value_));
+}
+
+void SpinButton::ShowState() {
+  // Setting the position writes it into the buddy, whose text may be another one by now.
+  const std::string text = buddy_.Text();
+  Send(UDM_SETRANGE, 0, MAKELPARAM(max_, min_));
+  Send(UDM_SETPOS, 0, MAKELPARAM(value_, 0));
+  buddy_.SetText(text);
+}
+
+TimePicker::TimePicker(Dialog& dialog, int id) : Control(dialog, id) { ::GetLocalTime(&time_); }
 
 SYSTEMTIME TimePicker::Time() const {
-  SYSTEMTIME time{};
-  Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
+  SYSTEMTIME time = time_;
+  if (Handle() != nullptr) Send(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
   return time;
 }
 
-void TimePicker::SetTime(const SYSTEMTIME& time) { Send(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time)); }
+void TimePicker::SetTime(const SYSTEMTIME& time) {
+  time_ = time;
+  if (Handle() != nullptr) ShowState();
+}
+
+void TimePicker::ShowState() { Send(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time_)); }
 
 void TimePicker::SetHour(double hour) {
   SYSTEMTIME time = Time();

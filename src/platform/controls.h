@@ -1,77 +1,127 @@
-// Small typed wrappers over the controls of a dialog, one object per control under the control's own name.
+// Small typed wrappers over the controls of a dialog, one member per control under the control's own name.
 //
 // Two promises that the program relies on: setting a check box's Value fires its Click handler, and so does choosing an
-// option button. A wrapper that is not attached to a window does nothing and reads as empty.
+// option button. A panel's window may be created after its controls were set: until then a wrapper keeps what it was
+// given, answers from it, and shows it once the window stands.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
-#include "platform/win32.h"
+#include "platform/dialog.h"
 
 class Control {
  public:
-  void Attach(HWND dialog, int id) { window_ = ::GetDlgItem(dialog, id); }
-  HWND Handle() const { return window_; }
+  Control(Dialog& dialog, int id);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
 
-  bool Enabled() const { return ::IsWindowEnabled(window_) != 0; }
-  void SetEnabled(bool enabled) { ::EnableWindow(window_, enabled); }
+  HWND Handle() const { return window_; }
+  int Id() const { return id_; }
+
+  bool Enabled() const;
+  void SetEnabled(bool enabled);
 
   // The control's own state, whatever its parents show.
-  bool Visible() const { return (::GetWindowLongA(window_, GWL_STYLE) & WS_VISIBLE) != 0; }
-  void SetVisible(bool visible) { ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE); }
+  bool Visible() const;
+  void SetVisible(bool visible);
 
   std::string Text() const;
   void SetText(const std::string& text);
 
  protected:
+  ~Control() = default;
+  virtual void ShowState() {}  // what was kept until now, into the control
+
+  HWND Parent() const { return dialog_.Handle(); }
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return ::SendMessageA(window_, message, wParam, lParam);
   }
-  void FireClick() const;
+  void FireClick() { dialog_.Click(id_); }
 
  private:
+  friend class Dialog;
+  void Attach();
+
+  Dialog& dialog_;
+  int id_;
   HWND window_ = nullptr;
+  std::optional<bool> enabled_;
+  std::optional<bool> visible_;
+  std::optional<std::string> text_;
 };
 
-class Button : public Control {};
-class Label : public Control {};
-class TextBox : public Control {};
+class Button : public Control {
+ public:
+  using Control::Control;
+};
+
+class Label : public Control {
+ public:
+  using Control::Control;
+};
+
+class TextBox : public Control {
+ public:
+  using Control::Control;
+};
 
 class CheckBox : public Control {
  public:
-  int Value() const { return static_cast<int>(Send(BM_GETCHECK)); }
+  using Control::Control;
+  int Value() const { return Handle() != nullptr ? static_cast<int>(Send(BM_GETCHECK)) : value_; }
 
   // 0 or 1, and fires Click. Raises 380 for any other number and leaves the box as it is.
   void SetValue(double value);
+
+ private:
+  void ShowState() override { Send(BM_SETCHECK, static_cast<WPARAM>(value_)); }
+  int value_ = 0;
+};
+
+// Which button of a group is chosen while there is no window; 0 for none.
+struct OptionGroup {
+  int chosen = 0;
 };
 
 class OptionButton : public Control {
  public:
-  bool Value() const { return Send(BM_GETCHECK) == BST_CHECKED; }
+  OptionButton(Dialog& dialog, int id, OptionGroup& group) : Control(dialog, id), group_(group) {}
+  bool Value() const { return Handle() != nullptr ? Send(BM_GETCHECK) == BST_CHECKED : group_.chosen == Id(); }
 
   // Chooses this button, clears the others of its group and fires Click.
   void Choose();
+
+ private:
+  void ShowState() override;
+  OptionGroup& group_;
 };
 
 class ListBox : public Control {
  public:
+  using Control::Control;
   void AddItem(const std::string& text);  // and makes the list scroll sideways as far as the text is long
   void Clear();
-  int ListCount() const { return static_cast<int>(Send(LB_GETCOUNT)); }
+  int ListCount() const;
   std::string Item(int index) const;
   void ShowLast();
 
  private:
+  void ShowState() override;
+  std::vector<std::string> items_;
   int widest_ = 0;  // pixels
 };
 
 class ComboBox : public Control {
  public:
-  void AddItem(const std::string& text);
+  using Control::Control;
+  void AddItem(const std::string& text);  // once the window stands
 };
 
 class ProgressBar : public Control {
  public:
+  using Control::Control;
   int Min() const { return min_; }
   int Max() const { return max_; }
   int Value() const { return value_; }
@@ -81,6 +131,7 @@ class ProgressBar : public Control {
   void SetValue(int value);
 
  private:
+  void ShowState() override;
   int min_ = 0;
   int max_ = 100;
   int value_ = 0;
@@ -88,18 +139,23 @@ class ProgressBar : public Control {
 
 class SpinButton : public Control {
  public:
+  SpinButton(Dialog& dialog, int id, TextBox& buddy) : Control(dialog, id), buddy_(buddy) {}
   void SetRange(int min, int max);
 
   // Also writes the number into the buddy. Raises 380 outside the range.
   void SetValue(double value);
 
  private:
+  void ShowState() override;
+  TextBox& buddy_;
   int min_ = 0;
   int max_ = 100;
+  int value_ = 0;
 };
 
 class TimePicker : public Control {
  public:
+  TimePicker(Dialog& dialog, int id);
   int Hour() const { return Time().wHour; }
   int Minute() const { return Time().wMinute; }
   int Second() const { return Time().wSecond; }
@@ -110,13 +166,17 @@ class TimePicker : public Control {
   void SetSecond(double second);
 
  private:
+  void ShowState() override;
   SYSTEMTIME Time() const;
   void SetTime(const SYSTEMTIME& time);
+  SYSTEMTIME time_;
 };
 
 class StatusBar : public Control {
  public:
-  // Two panels; the first is as wide as its text needs.
+  using Control::Control;
+
+  // Two panels; the first is as wide as its text needs. Once the window stands.
   void Arrange(const std::string& firstText);
   void SetPanel2(const std::string& text);
 };

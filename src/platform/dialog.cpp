@@ -2,11 +2,16 @@
 
 #include <utility>
 
+#include "platform/controls.h"
 #include "platform/runtime_error.h"
 
 HWND Dialog::Create(int id, HWND parent) {
   return ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id), parent, &Dialog::Procedure,
                               reinterpret_cast<LPARAM>(this));
+}
+
+void Dialog::Click(int id) {
+  resumeNext([this, id] { OnCommand(id, BN_CLICKED); });
 }
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -33,6 +38,7 @@ INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
     return TRUE;
   }
   if (message == WM_INITDIALOG) {
+    for (Control* control : controls_) control->Attach();
     OnInit();
     return FALSE;  // the main window decides where the keyboard is
   }

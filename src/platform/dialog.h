@@ -1,10 +1,14 @@
 // A window made of a dialog template: one static procedure talks to the system and forwards to the object.
 //
-// The object is attached on WM_INITDIALOG and detached on WM_NCDESTROY; no exception leaves the procedure. A failing
-// handler leaves its error pending in Err, as a user-interface handler does.
+// The object is attached on WM_INITDIALOG, with its controls, and detached on WM_NCDESTROY; no exception leaves the
+// procedure. A failing handler leaves its error pending in Err, as a user-interface handler does.
 #pragma once
 
+#include <vector>
+
 #include "platform/win32.h"
+
+class Control;
 
 class Dialog {
  public:
@@ -12,7 +16,11 @@ class Dialog {
   Dialog(const Dialog&) = delete;
   Dialog& operator=(const Dialog&) = delete;
 
+  // Null before the window is created and after it is destroyed.
   HWND Handle() const { return window_; }
+
+  // What a click on the control does, whether or not there is a window yet.
+  void Click(int id);
 
  protected:
   ~Dialog() = default;
@@ -20,6 +28,7 @@ class Dialog {
   // Makes the modeless window of template `id`; null on failure, with the reason in GetLastError.
   HWND Create(int id, HWND parent);
 
+  // The controls are attached by now.
   virtual void OnInit() {}
   virtual void OnCommand(int /*id*/, int /*notification*/) {}
 
@@ -30,8 +39,10 @@ class Dialog {
   INT_PTR answerDirectly_ = 0;
 
  private:
+  friend class Control;
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window_ = nullptr;
+  std::vector<Control*> controls_;  // members of the derived class, in their order
 };

@@ -60,8 +60,8 @@ class Windows:
     def control(self, name, window=None) -> View:
         return self.probe.ask("control", self.handle(name, window))
 
-    def controls(self, window=None) -> list[View]:
-        return self.probe.ask("controls", self._window_handle(window))
+    def controls(self, window=None, class_name: str | None = None) -> list[View]:
+        return self.probe.ask("controls", self._window_handle(window), *[class_name] * (class_name is not None))
 
     def has_control(self, name, window=None) -> bool:
         try:
@@ -120,7 +120,7 @@ class Windows:
 
     def status_text(self, part: int = 1, window=None) -> str:
         """The text of a part of the window's status bar."""
-        bars = [c for c in self.controls(window) if c["class"].lower() == "msctls_statusbar32"]
+        bars = self.controls(window, "msctls_statusbar32")
         if not bars:
             raise LookupError("the window has no status bar")
         return bars[0].simple_text if bars[0].simple else bars[0].parts[part]

@@ -118,7 +118,7 @@ class ProgramCase(unittest.TestCase):
         return self.d.items("lstCln")
 
     def wait_log(self, *lines: str) -> None:
-        wait_for(f"the log to be {list(lines)}; it is {self.log()}", lambda: self.log() == list(lines))
+        self.d.wait_control("lstCln", lambda c: c["items"] == list(lines), f"to hold {list(lines)}")
 
     def wait_run_over(self) -> list[str]:
         """Waits for the end of a run that a button started and returns its log."""

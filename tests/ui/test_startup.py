@@ -49,7 +49,7 @@ class AnEmptyStore(StartCase):
         self.d.settle("fraMain")
         left, top, _, _ = self.d.main.rect
         picture = self.d.screenshot(BUILT / "title.png")
-        pixel = subprocess.run(["convert", str(picture), "-format", f"%[pixel:p{{{left + 6},{top + 6}}}]", "info:"],
+        pixel = subprocess.run(["convert", str(picture), "-format", f"%[pixel:p{{{left + 5},{top + 5}}}]", "info:"],
                                check=True, capture_output=True, text=True).stdout
         self.assertIn("(0,0,128", pixel)
 
@@ -119,13 +119,14 @@ class StoredValues(StartCase):
     def test_the_mode_is_the_first_of_day_hour_and_minutes_that_is_one(self):
         for hour, day, minutes, mode in [("1", "1", "1", [0]), ("1", "0", "1", [1]), ("0", "0", "1", [2]), ("9", "0", "30", [])]:
             with self.subTest(hour=hour, day=day, minutes=minutes):
-                self.start({"Scheduling": {"ScheduleHour": hour, "ScheduleDay": day, "ScheduleMinutes": minutes,
-                                           "ScheduleMin": "0x"}})
+                self.start({"Scheduling": {"ScheduleHour": hour, "ScheduleDay": day, "ScheduleMinutes": minutes}})
                 self.assertEqual(self.chosen_mode(), mode)
                 self.assertEqual(self.picker(), (int(hour), int(minutes), 0))
                 self.assertEqual(self.d.control("dtpTime").own_enabled, mode in ([0], []))
-                # The text is made a number in the minutes mode only; the spin button then starts at 10.
-                self.assertEqual(self.d.text("txtMinutes"), "10")
+
+    def test_minutes_that_are_no_number_start_the_spin_button_at_ten(self):
+        self.start({"Scheduling": {"ScheduleMin": "an hour"}})
+        self.assertEqual((self.d.control("VSUpDown").pos, self.d.text("txtMinutes")), (10, "10"))
 
     def test_the_hour_on_the_picker_takes_the_place_of_the_hourly_mode(self):
         self.start({"Scheduling": {"chkShEnable": "1", "ScheduleHour": "9"}})

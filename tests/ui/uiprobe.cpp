@@ -66,10 +66,12 @@ std::string windows(const Words&) {
   return all.done();
 }
 
+// All of a window's controls, or only those of one class.
 std::string controls(const Words& words) {
   Asker ask;
   json::Array all;
-  for (const HWND child : descendants(toWindow(words.at(1)))) all.add(describeControl(ask, child));
+  for (const HWND child : descendants(toWindow(words.at(1))))
+    if (words.size() < 3 || same(className(child), words[2].c_str())) all.add(describeControl(ask, child));
   return all.done();
 }
 

@@ -1,4 +1,5 @@
-// A registry key of the current user that may be read and not written while the object lives.
+// A registry key of the current user, made when it is missing, that gives no more than some access while the object lives:
+// reading, if not said otherwise.
 #pragma once
 
 #include <string>
@@ -8,11 +9,11 @@
 
 class LockedKey {
  public:
-  explicit LockedKey(const std::string& path) {
+  explicit LockedKey(const std::string& path, DWORD access = KEY_READ) {
     HKEY key = nullptr;
-    ::RegOpenKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, WRITE_DAC, &key);
+    ::RegCreateKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, WRITE_DAC, nullptr, &key, nullptr);
     key_.reset(key);
-    Allow(KEY_READ);
+    Allow(access);
   }
   LockedKey(const LockedKey&) = delete;
   LockedKey& operator=(const LockedKey&) = delete;

@@ -260,7 +260,6 @@ TEST_F(WriteStoredSettingsTest, StopsAtTheFirstKeyThatCannotBeWritten) {
     store.Remove();
     ReadStoredSettings();
     const std::string section = Section(blocked);
-    store.Create(section);
     const LockedKey lock(store.Path() + "\\" + section);
     EXPECT_EQ(SavingRaises(kControls), kPermissionDenied);
     const auto order = SaveOrder();

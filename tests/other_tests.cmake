@@ -1,0 +1,27 @@
+# The tests that are no Windows test program, so that one ctest run shows everything: the native rules, the shipped program
+# used from outside, the audits.
+find_program(QUELLIX_PYTHON python3 REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+set(logic "${CMAKE_SOURCE_DIR}/build/logic")
+set(shipped "${CMAKE_SOURCE_DIR}/build/dist/Quellix.exe")
+
+add_test(NAME logic/rules COMMAND ${logic}/tests/logic/logic_tests --gtest_brief=1)
+file(GLOB fuzzers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
+foreach(source ${fuzzers})
+  cmake_path(GET source STEM fuzzer)
+  add_test(NAME logic/${fuzzer} COMMAND ${logic}/tests/fuzz/${fuzzer} -max_total_time=10 -verbosity=0 -print_final_stats=0)
+endforeach()
+
+file(GLOB outside CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/ui/test_*.py)
+foreach(source ${outside})
+  cmake_path(GET source STEM name)
+  string(REGEX REPLACE "^test_" "" short ${name})
+  add_test(NAME ui/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q ${name}
+    WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}/tests/ui)
+  set_tests_properties(ui/${short} PROPERTIES TIMEOUT 300)
+endforeach()
+
+add_test(NAME audit/imports COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/audit_pe.py ${shipped} --max-size 409600)
+add_test(NAME audit/wording COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/wording.py ${CMAKE_SOURCE_DIR})
+add_test(NAME audit/same_bytes_elsewhere COMMAND bash ${CMAKE_SOURCE_DIR}/tools/audit/same_bytes.sh)
+add_test(NAME audit/format COMMAND bash ${CMAKE_SOURCE_DIR}/tools/format.sh --all --check)
+add_test(NAME audit/of_the_audits COMMAND ${QUELLIX_PYTHON} -B -m unittest discover -q ${CMAKE_SOURCE_DIR}/tests/tools)

@@ -1,0 +1,18 @@
+# Sourced: builds a CMake preset, quietly; what went wrong is shown, the whole output kept.
+
+build_preset() { # preset, what it is in words
+  local log="build/log/$1.txt"
+  step "building $2"
+  mkdir -p build/log
+  if ! { [ -f "build/$1/build.ninja" ] || cmake --preset "$1"; } >"$log" 2>&1 ||
+     ! cmake --build --preset "$1" >>"$log" 2>&1; then
+    grep -nE 'error:|warning:|FAILED|CMake Error|undefined reference' "$log" | head -n 40 >&2 || true
+    fail "Building $2 failed; the whole output is in $log."
+  fi
+}
+
+build_product() {
+  build_preset win32 'what ships (32-bit Windows)'
+  mkdir -p build/dist
+  cp build/win32/Quellix.exe build/dist/
+}

@@ -1,0 +1,27 @@
+"""Opens the program on your own display, on a private profile, until you close it."""
+import os
+import shutil
+import sys
+
+from wine_home import BUILD, WineHome
+
+
+def main() -> int:
+    display = os.environ.get("DISPLAY")
+    if not display:
+        raise SystemExit("quellix: there is no display to open the window on; set DISPLAY, or use ./quellix run.")
+    with WineHome("by-hand", display, fresh=False) as home:
+        # The caller's own cookie of the display, the one thing of theirs that the program's start needs.
+        cookie = os.environ.get("XAUTHORITY") or os.path.expanduser("~/.Xauthority")
+        environment = {"XAUTHORITY": cookie} if os.path.exists(cookie) else {}
+        folder = home.c / "Quellix"
+        folder.mkdir(exist_ok=True)
+        for file in (BUILD / "dist").iterdir():
+            shutil.copy(file, folder)
+        print(f"== Quellix is open; its Windows lies in {home.c}")
+        return home.run("explorer", "/desktop=Quellix,1024x768", r"C:\Quellix\Quellix.exe", timeout=86400,
+                        environment=environment).returncode
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Every test and audit. Called by ./quellix test.
+#   --logic        only the native rules, seconds
+#   --match REGEX  only the tests whose names match
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. tools/setup.sh
+. tools/build.sh
+
+choice=()
+while [ $# -gt 0 ]; do
+  case "$1" in
+    --logic)
+      need_native
+      build_preset logic 'the rules and their tests, natively'
+      exec ctest --test-dir build/logic --output-on-failure
+      ;;
+    --match) choice=(-R "${2:?--match needs an expression}"); shift 2 ;;
+    *) fail "test takes --logic or --match REGEX, not '$1'." ;;
+  esac
+done
+
+need_test_compiler; need_native; need_checkers; need_wine
+build_preset logic 'the rules and their tests, natively'
+build_product
+build_preset win32-debug 'the test programs'
+step 'running the tests'
+mkdir -p build/log
+status=0
+ctest --test-dir build/win32-debug --output-on-failure --parallel "$(nproc)" "${choice[@]}" || status=$?
+exit "$status"
