@@ -31,7 +31,7 @@ int PropertyValue(double value, int min, int max) {
 
 }  // namespace
 
-Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.controls_.push_back(this); }
+Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.Add(*this); }
 
 void Control::Attach() {
   window_ = ::GetDlgItem(dialog_.Handle(), id_);

@@ -11,7 +11,7 @@
 
 #include "platform/dialog.h"
 
-class Control {
+class Control : public DialogPart {
  public:
   Control(Dialog& dialog, int id);
   Control(const Control&) = delete;
@@ -41,8 +41,7 @@ class Control {
   void FireClick() { dialog_.Click(id_); }
 
  private:
-  friend class Dialog;
-  void Attach();
+  void Attach() final;
 
   Dialog& dialog_;
   int id_;

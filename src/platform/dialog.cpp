@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/controls.h"
 #include "platform/runtime_error.h"
 
 HWND Dialog::Create(int id, HWND parent) {
@@ -38,7 +37,7 @@ INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
     return TRUE;
   }
   if (message == WM_INITDIALOG) {
-    for (Control* control : controls_) control->Attach();
+    for (DialogPart* part : parts_) part->Attach();
     OnInit();
     return FALSE;  // the main window decides where the keyboard is
   }

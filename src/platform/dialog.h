@@ -8,7 +8,14 @@
 
 #include "platform/win32.h"
 
-class Control;
+// What a dialog attaches when its window stands.
+class DialogPart {
+ public:
+  virtual void Attach() = 0;
+
+ protected:
+  ~DialogPart() = default;
+};
 
 class Dialog {
  public:
@@ -18,6 +25,9 @@ class Dialog {
 
   // Null before the window is created and after it is destroyed.
   HWND Handle() const { return window_; }
+
+  // A member of the derived class, in the order of the members.
+  void Add(DialogPart& part) { parts_.push_back(&part); }
 
   // What a click on the control does, whether or not there is a window yet.
   void Click(int id);
@@ -39,10 +49,9 @@ class Dialog {
   INT_PTR answerDirectly_ = 0;
 
  private:
-  friend class Control;
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window_ = nullptr;
-  std::vector<Control*> controls_;  // members of the derived class, in their order
+  std::vector<DialogPart*> parts_;
 };
