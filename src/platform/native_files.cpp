@@ -56,7 +56,7 @@ NativePath ToNativePath(const std::string& path) {
   const DWORD length = ::GetFullPathNameA(path.c_str(), needed, full.data(), &namePart);
   if (length == 0 || length >= needed) return {};
   full.resize(length);
-  const std::wstring wide = Widen(full);
+  std::wstring wide = Widen(full);
   if (!UsesWideNames() || StartsWith(wide, kPrefix) || StartsWith(wide, L"\\\\.\\")) return wide;
   return StartsWith(wide, L"\\\\") ? kSharePrefix + wide.substr(2) : kPrefix + wide;
 }

@@ -24,6 +24,7 @@ void __throw_bad_cast() { Raise(kInvalidCall); }
 
 namespace __gnu_cxx {
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the library looks for this name
 void __verbose_terminate_handler() { ::ExitProcess(3); }
 
 }  // namespace __gnu_cxx

@@ -37,6 +37,6 @@ void SaveSetting(Setting setting, const std::string& value) {
   if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
   const UniqueKey key(opened);
   status = ::RegSetValueExA(key.get(), row.key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                            static_cast<DWORD>(value.size() + 1));
+                            static_cast<DWORD>(value.size()) + 1);
   if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
 }

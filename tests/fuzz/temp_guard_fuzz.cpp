@@ -73,10 +73,12 @@ bool IsFolderBelowARoot(const std::string& path) {
          path[2] == '\\';
 }
 
+// Of one kind: from a drive, from the current drive's root, or of a share.
+std::size_t Beginning(const std::string& path) { return std::min(path.find_first_not_of('\\'), path.size()); }
+
 bool Holds(const std::string& outer, const std::string& inner) {
   const Names out = NamesOf(outer), in = NamesOf(inner);
-  return IsShareText(outer) == IsShareText(inner) && out.size() <= in.size() &&
-         std::equal(out.begin(), out.end(), in.begin());
+  return Beginning(outer) == Beginning(inner) && out.size() <= in.size() && std::equal(out.begin(), out.end(), in.begin());
 }
 
 std::string OtherCase(std::string text) {

@@ -8,9 +8,10 @@ TEST(X, Y) {
     AnsiNamesOnly = ansi;
     std::string way = ansi ? "ansi" : "wide";
     for (std::string s : {"links", "names", "traps\\inner", "long", "tower200", "tower1000", "tower too high"}) {
+      fprintf(stderr, "%s...\n", s.c_str());
       DWORD t = GetTickCount();
       ClearFolderContents("C:\\plant\\" + way + "\\" + s, false, true);
-      printf("%s %s %lu ms\n", way.c_str(), s.c_str(), GetTickCount() - t);
+      fprintf(stderr, "%s %s %lu ms\n", way.c_str(), s.c_str(), GetTickCount() - t);
     }
   }
 }

@@ -2,12 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "cleaners/modCleanItems.h"
-#include "cleaners/recycle_bin_root.h"
 #include "log_recorder.h"
 #include "message_box_user.h"
 #include "platform/runtime_error.h"
-#include "platform/special_folder.h"
 #include "scratch_folder.h"
+#include "scratch_key.h"
 
 // The shell's headers need the lean windows.h before them.
 #include <objbase.h>
@@ -21,9 +20,9 @@ class ClearRecentDocsTest : public testing::Test {
   static void SetUpTestSuite() { ::CoInitialize(nullptr); }
   static void TearDownTestSuite() { ::CoUninitialize(); }
 
-  static std::vector<std::string> Recent() { return NamesIn(FindSpecialFolder(CSIDL_RECENT)); }
-
   ScratchFolder folder;
+  // Where the shell keeps the list; Wine clears this and leaves the links in the Recent folder, which Windows deletes too.
+  ScratchKey list{"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs"};
   LogRecorder log;
 };
 
@@ -66,18 +65,57 @@ class EmptyRecycleBinTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ClearRecentDocsTest, EmptiesTheList) {
-  for (const char* name : {"letter.txt", "picture.bmp"}) ::SHAddToRecentDocs(SHARD_PATHA, folder.File(name).c_str());
-  ASSERT_EQ(Recent().size(), 2u) << FindSpecialFolder(CSIDL_RECENT);
+TEST_F(ClearRecentDocsTest, EmptiesTheListAndLeavesTheDocuments) {
+  const std::string documents[] = {folder.File("letter.txt"), folder.File("picture.bmp")};
+  for (const std::string& document : documents) ::SHAddToRecentDocs(SHARD_PATHA, document.c_str());
+  ASSERT_GE(list.ValueCount(), 2u);
   ClearRecentDocs();
-  EXPECT_EQ(Recent(), std::vector<std::string>());
-  EXPECT_TRUE(IsThere(folder / "letter.txt")) << "the documents themselves stay";
+  EXPECT_EQ(list.ValueCount(), 0u);
+  for (const std::string& document : documents) EXPECT_TRUE(IsThere(document)) << document;
+  EXPECT_EQ(log.Stamped(), (LogLines{{"Recent Docs List Cleared", "(stamp)"}}));
+}
+
+TEST_F(ClearRecentDocsTest, ClearsAnEmptyList) {
+  ClearRecentDocs();
   EXPECT_EQ(log.Stamped(), (LogLines{{"Recent Docs List Cleared", "(stamp)"}}));
 }
 
 TEST_F(EmptyRecycleBinTest, EmptiesEveryBinWithoutAsking) {
   const LogRecorder log;
+  const MessageBoxUser user(IDNO);
   EmptyRecycleBin("", true, true, true);
   EXPECT_EQ(ItemsInRecycleBin(), 0);
+  EXPECT_EQ(user.Boxes().size(), 0u);
   EXPECT_EQ(log.Stamped(), (LogLines{{"Recycle Bin Cleared ", "(stamp)"}})) << "the blank at the end is meant";
+}
+
+TEST_F(EmptyRecycleBinTest, TakesADriveInEachSpelling) {
+  for (const char* root : {"C", "C:", "C:\\", "c"}) {
+    EmptyRecycleBin(root, true, true, true);
+    EXPECT_EQ(ItemsInRecycleBin(), 0) << root;
+    FillBin();
+  }
+  EmptyRecycleBin("", true, true, true);
+}
+
+TEST_F(EmptyRecycleBinTest, AsksWhenConfirmationIsWanted) {
+  const LogRecorder log;
+  {
+    const MessageBoxUser user(IDNO);
+    EmptyRecycleBin("", false, true, true);
+    EXPECT_EQ(user.Boxes().size(), 1u);
+    EXPECT_EQ(ItemsInRecycleBin(), 3);
+  }
+  const MessageBoxUser user(IDYES);
+  EmptyRecycleBin("", false, true, true);
+  EXPECT_EQ(user.Boxes().size(), 1u);
+  EXPECT_EQ(ItemsInRecycleBin(), 0);
+  const LogLine line = {"Recycle Bin Cleared ", "(stamp)"};
+  EXPECT_EQ(log.Stamped(), (LogLines{line, line})) << "whatever the system answers";
+}
+
+TEST_F(EmptyRecycleBinTest, ClearsAnEmptyBin) {
+  EmptyRecycleBin("", true, true, true);
+  EmptyRecycleBin("", true, true, true);
+  EXPECT_EQ(ItemsInRecycleBin(), 0);
 }

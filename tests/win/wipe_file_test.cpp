@@ -1,0 +1,178 @@
+#include "cleaners/wipe_file.h"
+
+#include <gtest/gtest.h>
+
+#include "log_recorder.h"
+#include "platform/late_binding.h"
+#include "platform/runtime_error.h"
+#include "platform/stop_request.h"
+#include "scratch_folder.h"
+
+namespace {
+
+const late::LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, SECURITY_ATTRIBUTES*)> CreateHardLink{"kernel32.dll",
+                                                                                             "CreateHardLinkA"};
+
+class WipeFileTest : public testing::Test {
+ protected:
+  void SetUp() override { Err.Clear(), StopErase = false; }
+  void TearDown() override {
+    StopErase = false;
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+  }
+
+  // A second name of the file: what it shows after the first is deleted was written before the deletion.
+  std::string SecondName(const std::string& path) const {
+    EXPECT_TRUE(CreateHardLink((folder / "second name").c_str(), path.c_str(), nullptr));
+    return folder / "second name";
+  }
+
+  ScratchFolder folder;
+  LogRecorder log;
+};
+using FileExistsFsTest = WipeFileTest;
+
+// Two blocks of one digit each in turn, then what is left over.
+bool IsOverwritten(const std::string& bytes) {
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const std::size_t block = at / 1024;
+    const bool isRest = (block + 1) * 1024 > bytes.size();
+    const char expected = isRest || block % 2 == 0 ? bytes[0] : bytes[1024];
+    if (bytes[at] != expected || bytes[at] < '0' || bytes[at] > '9') return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+TEST_F(FileExistsFsTest, IsTrueForFilesOnly) {
+  const std::string file = folder.File("file.txt");
+  const std::string hidden = folder.File("hidden.txt");
+  ::SetFileAttributesA(hidden.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
+  EXPECT_TRUE(FileExistsFs(file));
+  EXPECT_TRUE(FileExistsFs(hidden));
+  EXPECT_FALSE(FileExistsFs(folder.Path()));
+  EXPECT_FALSE(FileExistsFs(folder.Path() + "\\"));
+  for (const char* path :
+       {"C:\\test\\missing.txt", "C:\\", "C:", "", " ", "C:\\test\\scratch\\*.txt", "Q:\\file.txt", "\\\\"})
+    EXPECT_FALSE(FileExistsFs(path)) << '"' << path << '"';
+}
+
+TEST_F(FileExistsFsTest, TakesAPathFromTheCurrentFolder) {
+  folder.File("file.txt");
+  ::SetCurrentDirectoryA(folder.Path().c_str());
+  EXPECT_TRUE(FileExistsFs("file.txt"));
+  ::SetCurrentDirectoryA("C:\\test");
+  EXPECT_FALSE(FileExistsFs("file.txt"));
+}
+
+TEST_F(WipeFileTest, DeletesAFile) {
+  const std::string file = folder.File("file.txt");
+  const std::string neighbour = folder.File("file.txt2");
+  WipeFile(file, 0);
+  EXPECT_FALSE(IsThere(file));
+  EXPECT_TRUE(IsThere(neighbour));
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, DeletesWithoutOverwritingForNoPasses) {
+  for (const std::int16_t passes : {0, -1}) {
+    const std::string file = folder.File("file.txt", "the content");
+    const std::string second = SecondName(file);
+    WipeFile(file, passes);
+    EXPECT_FALSE(IsThere(file));
+    EXPECT_EQ(ReadWhole(second), "the content");
+    ::DeleteFileA(second.c_str());
+  }
+}
+
+TEST_F(WipeFileTest, OverwritesEveryByteBeforeItDeletes) {
+  for (const std::int16_t passes : {1, 2}) {
+    for (const std::size_t size : {1u, 1023u, 1024u, 1025u, 2048u, 2500u, 3 * 1024u, 100000u}) {
+      const std::string file = folder.File("file.bin", std::string(size, 'x'));
+      const std::string second = SecondName(file);
+      WipeFile(file, passes);
+      EXPECT_FALSE(IsThere(file));
+      const std::string bytes = ReadWhole(second);
+      EXPECT_EQ(bytes.size(), size);
+      EXPECT_TRUE(IsOverwritten(bytes)) << size << " bytes, " << passes << " passes: " << bytes.substr(0, 40);
+      ::DeleteFileA(second.c_str());
+    }
+  }
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, DeletesAnEmptyFileAfterAPass) {
+  const std::string file = folder.File("empty", "");
+  WipeFile(file, 1);
+  EXPECT_FALSE(IsThere(file));
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, SkipsWhatIsNoFile) {
+  folder.File("file.txt");
+  for (const std::int16_t passes : {0, 1}) {
+    WipeFile(folder / "missing.txt", passes);
+    WipeFile(folder.Path(), passes);
+    WipeFile(folder / "*.*", passes);
+    WipeFile("", passes);
+  }
+  EXPECT_TRUE(IsThere(folder / "file.txt"));
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, LeavesAReadOnlyFileAndHandsPathAndReasonToTheLog) {
+  for (const std::int16_t passes : {0, 1, 2}) {
+    const LogRecorder own;
+    const std::string file = folder.File("kept.txt", "the content");
+    ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
+    WipeFile(file, passes);
+    EXPECT_EQ(ReadWhole(file), "the content");
+    EXPECT_EQ(own.Lines(), (LogLines{{file, "Permission denied"}})) << passes << " passes";
+    ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+}
+
+TEST_F(WipeFileTest, LeavesAFileThatAnotherProgramHoldsOpen) {
+  const std::string file = folder.File("kept.txt", "the content");
+  const UniqueFile holder(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(holder);
+  WipeFile(file, 0);
+  WipeFile(file, 1);
+  EXPECT_EQ(ReadWhole(file), "the content");
+  EXPECT_EQ(log.Lines(), (LogLines{{file, "Permission denied"}, {file, "Permission denied"}}));
+}
+
+TEST_F(WipeFileTest, HandsThePathToTheLogAsItWasGiven) {
+  ::SetFileAttributesA(folder.File("kept.txt").c_str(), FILE_ATTRIBUTE_READONLY);
+  ::SetCurrentDirectoryA(folder.Path().c_str());
+  WipeFile("kept.txt", 0);
+  ::SetCurrentDirectoryA("C:\\test");
+  EXPECT_EQ(log.Lines(), (LogLines{{"kept.txt", "Permission denied"}}));
+}
+
+TEST_F(WipeFileTest, KeepsTheFileAfterAStopAndSaysNothing) {
+  const std::string file = folder.File("file.txt", "the content");
+  StopErase = true;
+  WipeFile(file, 0);
+  EXPECT_EQ(ReadWhole(file), "the content");
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, EndsItsFirstPassAfterAStop) {
+  const std::string file = folder.File("file.txt", std::string(2048, 'x'));
+  StopErase = true;
+  WipeFile(file, 2);
+  EXPECT_TRUE(IsOverwritten(ReadWhole(file)));
+  EXPECT_EQ(ReadWhole(file).size(), 2048u);
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, ReachesNamesWithBlanksDotsAndLetters) {
+  for (const char* name : {"with blank.txt", "two.dots.txt", "no_ending", "\xE4\xF6\xFC.txt", "#&'+,;=@.txt"}) {
+    const std::string file = folder.File(name);
+    ASSERT_TRUE(IsThere(file)) << name;
+    WipeFile(file, 1);
+    EXPECT_FALSE(IsThere(file)) << name;
+  }
+}
