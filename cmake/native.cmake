@@ -12,3 +12,4 @@ foreach(target gtest gtest_main gmock gmock_main)
 endforeach()
 
 add_subdirectory(tests/logic)
+add_subdirectory(tests/fuzz)

@@ -9,6 +9,7 @@ set(LOGIC_SOURCES
   src/platform/text_value.cpp
   src/settings/schema.cpp
   src/cleaners/listed_names.cpp
+  src/cleaners/mask_ending.cpp
   src/cleaners/temp_guard.cpp
   src/cleaners/wipe_fill.cpp
   src/automation/boss_key.cpp

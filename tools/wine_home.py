@@ -15,12 +15,12 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build"
 HOMES = BUILD / "wine"
-TEMPLATE_VERSION = "5"  # raise it when what the template holds changes
+TEMPLATE_VERSION = "6"  # raise it when what the template holds changes
 
 
 def private_environment(base: Path, display: str | None = None) -> dict[str, str]:
     """The caller's environment with every place that Wine writes to moved below `base`."""
-    kept = {k: v for k, v in os.environ.items() if not k.startswith(("WINE", "XDG_", "TMP", "TEMP"))}
+    kept = {k: v for k, v in os.environ.items() if not k.startswith(("WINE", "XDG_", "TMP", "TEMP")) and not k.lower().endswith("_proxy")}
     kept.update(
         HOME=str(base / "home"),
         XDG_DATA_HOME=str(base / "home/.local/share"),
@@ -170,6 +170,8 @@ def _registry_text() -> str:
     return "\r\n".join([
         "REGEDIT4", "",
         r"[HKEY_CURRENT_USER\Software\Wine\WineDbg]", '"ShowCrashDialog"=dword:00000000', "",
+        # Without a window manager a managed window takes two seconds to close.
+        r"[HKEY_CURRENT_USER\Software\Wine\X11 Driver]", '"Managed"="N"', "",
         r"[HKEY_CURRENT_USER\Software\Wine\Drivers]", '"Audio"=""', "",
         r"[HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\ThemeManager]", '"ThemeActive"="0"', "",
         r"[HKEY_CURRENT_USER\Control Panel\Colors]", *colours, ""])

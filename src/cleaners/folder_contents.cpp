@@ -52,13 +52,14 @@ class FolderWalk {
   void Descend() {
     parentLength_ = path_.size();
     path_ += entry_.name;
-    if (IsLink(entry_.attributes)) {
-      if (removeSubFolders_) Remove();
-      path_.resize(parentLength_);
+    // Asked once more: the listing may be minutes old, and a link may have taken the folder's place.
+    if (!IsLink(entry_.attributes) && !IsLink(NativeAttributes(path_))) {
+      path_ += L'\\';
+      Enter();
       return;
     }
-    path_ += L'\\';
-    Enter();
+    if (removeSubFolders_ && IsNamedLink(entry_)) Remove();
+    path_.resize(parentLength_);
   }
 
   void Leave() {
@@ -75,9 +76,11 @@ class FolderWalk {
   }
 
   // The two entries that every folder has; the walk has done with them from the start.
+  // IsListed looks past blanks; " ." is a folder like any other.
   static bool IsDoneWith(const std::wstring& name) {
     static const std::vector<std::string> visited = {".", ".."};
-    return name.size() <= 2 && IsListed(visited, std::string(name.begin(), name.end()));
+    if (name.size() > 2 || name.find(L' ') != std::wstring::npos) return false;
+    return IsListed(visited, std::string(name.begin(), name.end()));
   }
 
   std::vector<Level> levels_;

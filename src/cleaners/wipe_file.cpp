@@ -3,14 +3,13 @@
 #include <cstdlib>
 
 #include "cleaners/clean_log.h"
+#include "cleaners/mask_ending.h"
 #include "cleaners/wipe_fill.h"
 #include "cleaners/wipe_state.h"
 #include "platform/message_pump.h"
-#include "platform/path_text.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/system_error.h"
-#include "platform/text_value.h"
 
 namespace {
 
@@ -52,6 +51,19 @@ bool Overwrite(const NativePath& path, std::uint64_t length) {
   return true;
 }
 
+// False when it failed; the error is then pending.
+bool Wipe(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+  Err.Clear();
+  for (std::int16_t pass = 0; pass < passes; ++pass)
+    if (!Overwrite(path, length)) break;
+  if (Err.Number() == 0 && !StopErase) {
+    resumeNext([&] {
+      if (!NativeDeleteFile(path)) RaiseSystemError(::GetLastError());
+    });
+  }
+  return Err.Number() == 0;
+}
+
 }  // namespace
 
 bool FileExistsFs(const std::string& path) {
@@ -69,32 +81,21 @@ void WipeFile(const std::string& path, std::int16_t passes) {
     const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
     length = (static_cast<std::uint64_t>(high) << 32) | low;
   }
-  WipeListedFile(native, length, passes);
+  if (!Wipe(native, length, passes)) LogCleanResult(path, Err.Description());
+  Err.Clear();
 }
 
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes) {
-  Err.Clear();
-  for (std::int16_t pass = 0; pass < passes; ++pass)
-    if (!Overwrite(path, length)) break;
-  if (Err.Number() == 0 && !StopErase) {
-    resumeNext([&] {
-      if (!NativeDeleteFile(path)) RaiseSystemError(::GetLastError());
-    });
-  }
-  if (Err.Number() != 0) LogCleanResult(ShownPath(path), Err.Description());
+  if (!Wipe(path, length, passes)) LogCleanResult(ShownPath(path), Err.Description());
   Err.Clear();
 }
 
 void WipeMatchingFiles(const std::string& mask) {
   WIN32_FIND_DATAA found;
   const UniqueFind find(::FindFirstFileA(mask.c_str(), &found));
-  if (!find) return;
-  const std::string ending = UpperCase(mask.substr(mask.rfind('.') + 1));
-  do {
-    // A mask also matches short names, where ".chkdsk" reads ".CHK"; the name itself has to have the ending.
-    const std::string name = found.cFileName;
-    const bool meant = UpperCase(name.substr(name.rfind('.') + 1)) == ending;
-    if (meant && (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) WipeFile(name, WipePasses);
+  for (bool more = static_cast<bool>(find); more && !StopErase; more = ::FindNextFileA(find.get(), &found) != 0) {
+    const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (!folder && IsMeantByMask(found.cFileName, mask)) WipeFile(found.cFileName, WipePasses);
     DoEventsNowAndThen();
-  } while (!StopErase && ::FindNextFileA(find.get(), &found));
+  }
 }

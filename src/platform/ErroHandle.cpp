@@ -8,6 +8,10 @@
 
 namespace {
 
+// INTERNET_FLAG_RELOAD, NO_CACHE_WRITE, NO_COOKIES, NO_UI: the probe of a privacy cleaner leaves no page in the cache, and a
+// page that lies there does not make the machine look on line.
+constexpr DWORD kLeaveNoTrace = 0x84080200;
+
 InternetTransfer* mainTransfer = nullptr;
 
 void StopTransfer() {
@@ -39,7 +43,7 @@ bool IsOnline() {
   resumeNext([&] {
     session = late::InternetOpen(AppTitle.c_str(), 0 /* INTERNET_OPEN_TYPE_PRECONFIG */, nullptr, nullptr, 0);
     DoEvents();
-    if (session != nullptr) page = late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, 0, 0);
+    if (session != nullptr) page = late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, kLeaveNoTrace, 0);
     online = page != nullptr;
   });
   resumeNext([&] {

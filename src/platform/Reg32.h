@@ -22,5 +22,6 @@ void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueN
 // The name of the running system (os_name.h); empty when the system does not tell its version.
 std::string FindOS();
 
-// All access (KEY_ALL_ACCESS less SYNCHRONIZE), the mask of every registry procedure of the program.
+// Read, write, subkeys, notification and links (KEY_READ | KEY_WRITE | KEY_CREATE_LINK): every registry procedure asks
+// for the same.
 constexpr DWORD kRegistryAccess = 0x2003F;

@@ -1,6 +1,8 @@
 #include "platform/native_files.h"
 
-#include <cstring>
+#include <algorithm>
+#include <cwchar>
+#include <iterator>
 
 #include "platform/system_functions.h"
 
@@ -21,20 +23,55 @@ std::string Narrow(const std::wstring& text) {
   return narrow;
 }
 
+constexpr std::size_t kShortNameLength = 12;  // 8.3
 constexpr wchar_t kPrefix[] = L"\\\\?\\";
 constexpr wchar_t kSharePrefix[] = L"\\\\?\\UNC\\";
 
 bool StartsWith(const std::wstring& text, const wchar_t* start) { return text.compare(0, std::wcslen(start), start) == 0; }
 
-// The ANSI listing record in the wide one. A name with "?" in it holds characters outside the code page.
+// The ANSI listing record in the wide one.
 void CopyEntry(const WIN32_FIND_DATAA& from, WIN32_FIND_DATAW& to) {
   to.dwFileAttributes = from.dwFileAttributes;
   to.nFileSizeHigh = from.nFileSizeHigh;
   to.nFileSizeLow = from.nFileSizeLow;
-  const bool reachable = std::strchr(from.cFileName, '?') == nullptr || from.cAlternateFileName[0] == '\0';
-  const char* name = reachable ? from.cFileName : from.cAlternateFileName;
-  ::MultiByteToWideChar(CP_ACP, 0, name, -1, to.cFileName, MAX_PATH);
+  to.dwReserved0 = from.dwReserved0;
+  ::MultiByteToWideChar(CP_ACP, 0, from.cFileName, -1, to.cFileName, static_cast<int>(std::size(to.cFileName)));
+  ::MultiByteToWideChar(CP_ACP, 0, from.cAlternateFileName, -1, to.cAlternateFileName,
+                        static_cast<int>(std::size(to.cAlternateFileName)));
 }
+
+bool IsDots(const wchar_t* name) { return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0')); }
+
+// Whether a path that ends in the name leads to this entry and to no other. Disks of other systems hold names with a "\" or
+// "?", and the conversion to ANSI makes them of characters that look alike. The A functions take blanks and dots at the
+// end of a name away, so "x." would lead to "x".
+bool LeadsToItsEntry(const wchar_t* name) {
+  if (name[0] == L'\0' || std::wcspbrk(name, L"\\/:*?\"<>|") != nullptr) return false;
+  if (UsesWideNames()) return true;
+  const wchar_t last = name[std::wcslen(name) - 1];
+  return last != L' ' && last != L'.';
+}
+
+// The full path of a name made of dots alone is no full path: what such a name leads to differs between the systems.
+bool HasNameOfDots(const std::string& path) {
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find('\\', start), path.size());
+    if (end > start && path.find_first_not_of('.', start) >= end) return true;
+    start = end + 1;
+  }
+  return false;
+}
+
+// A folder needs no access for what is asked of it here.
+UniqueFile OpenFolder(const NativePath& folder) {
+  if (folder.empty() || !UsesWideNames()) return UniqueFile();
+  return UniqueFile(late::CreateFileWide(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+// Windows Vista.
+const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandleWide{"kernel32.dll",
+                                                                                              "GetFinalPathNameByHandleW"};
 
 }  // namespace
 
@@ -56,6 +93,7 @@ NativePath ToNativePath(const std::string& path) {
   const DWORD length = ::GetFullPathNameA(path.c_str(), needed, full.data(), &namePart);
   if (length == 0 || length >= needed) return {};
   full.resize(length);
+  if (HasNameOfDots(full)) return {};
   std::wstring wide = Widen(full);
   if (!UsesWideNames() || StartsWith(wide, kPrefix) || StartsWith(wide, L"\\\\.\\")) return wide;
   return StartsWith(wide, L"\\\\") ? kSharePrefix + wide.substr(2) : kPrefix + wide;
@@ -80,6 +118,11 @@ bool IsLink(DWORD attributes) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
+bool IsNamedLink(const FolderEntry& entry) {
+  constexpr DWORD kNameSurrogate = 0x20000000;
+  return IsLink(entry.attributes) && (entry.linkTag & kNameSurrogate) != 0;
+}
+
 bool NativeDeleteFile(const NativePath& path) {
   return (UsesWideNames() ? late::DeleteFileWide(path.c_str()) : ::DeleteFileA(Narrow(path).c_str())) != 0;
 }
@@ -92,6 +135,24 @@ UniqueFile NativeOpenForWriting(const NativePath& path) {
   return UniqueFile(UsesWideNames()
                         ? late::CreateFileWide(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)
                         : ::CreateFileA(Narrow(path).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
+  const UniqueFile opened = OpenFolder(folder);
+  BY_HANDLE_FILE_INFORMATION found;
+  if (!opened || !::GetFileInformationByHandle(opened.get(), &found)) return {};
+  if (found.nFileIndexHigh == 0 && found.nFileIndexLow == 0) return {};  // a file system that numbers nothing
+  return FolderIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
+}
+
+NativePath NativeFinalPath(const NativePath& folder) {
+  const UniqueFile opened = OpenFolder(folder);
+  if (!opened || !GetFinalPathNameByHandleWide) return {};
+  const DWORD needed = GetFinalPathNameByHandleWide(opened.get(), nullptr, 0, 0);
+  NativePath path(needed, L'\0');
+  const DWORD length = GetFinalPathNameByHandleWide(opened.get(), path.data(), needed, 0);
+  path.resize(length < needed ? length : 0);
+  return path;
 }
 
 FolderListing::FolderListing(const NativePath& folderWithBackslash) : pattern_(folderWithBackslash + L"*") {}
@@ -115,14 +176,30 @@ bool FolderListing::Read() {
   return true;
 }
 
+const wchar_t* FolderListing::UsableName() const {
+  const wchar_t* name = data_.cFileName;
+  const wchar_t* shortName = data_.cAlternateFileName;
+  // The two entries of every folder have no short name; a name that only looks like theirs has one.
+  if (IsDots(name) && shortName[0] == L'\0') return name;
+  // Room for a short name in the folder, as the A functions ask for.
+  const bool tooLong = !UsesWideNames() && pattern_.size() + std::wcslen(name) + kShortNameLength >= MAX_PATH;
+  if (LeadsToItsEntry(name) && !IsDots(name) && !(tooLong && LeadsToItsEntry(shortName))) return name;
+  return LeadsToItsEntry(shortName) ? shortName : nullptr;
+}
+
 bool FolderListing::Next(FolderEntry& entry) {
   if (started_ && !find_) return false;
-  if (!Read()) {
-    find_.reset();
-    return false;
+  const wchar_t* name = nullptr;
+  while (name == nullptr) {
+    if (!Read()) {
+      find_.reset();
+      return false;
+    }
+    name = UsableName();
   }
-  entry.name = data_.cFileName;
+  entry.name = name;
   entry.attributes = data_.dwFileAttributes;
   entry.size = (static_cast<std::uint64_t>(data_.nFileSizeHigh) << 32) | data_.nFileSizeLow;
+  entry.linkTag = IsLink(entry.attributes) ? data_.dwReserved0 : 0;
   return true;
 }

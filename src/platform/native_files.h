@@ -2,10 +2,11 @@
 //
 // On the NT family a NativePath is a wide "\\?\" path: names outside the ANSI code page, names with blanks at their ends
 // and paths beyond 259 characters are all reached. On Windows 9x, whose wide functions are stubs, the same path crosses
-// to the ANSI functions, and a name that the code page cannot hold is listed by its short name.
+// to the ANSI functions, and a name that the code page cannot hold is listed by its short name, if it has one.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/handles.h"
@@ -18,7 +19,8 @@ bool UsesWideNames();
 
 using NativePath = std::wstring;
 
-// The full path of an ANSI path (relative ones against the current folder); empty when the system cannot form it.
+// The full path of an ANSI path (relative ones against the current folder); empty when the system cannot form it or leaves
+// a name of dots alone in it.
 NativePath ToNativePath(const std::string& path);
 
 // The path as the user knows it, in ANSI, without the "\\?\"; characters outside the code page become "?".
@@ -39,9 +41,26 @@ struct FolderEntry {
   std::wstring name;
   DWORD attributes = 0;
   std::uint64_t size = 0;  // bytes
+  DWORD linkTag = 0;       // what kind of link; 0 when the system does not tell
 };
 
-// One folder's entries in the system's order, hidden ones included, "." and ".." as well.
+// True for what the system calls another name of something: junctions, mount points, symbolic links. Removing one as a
+// folder removes the name alone. False for a reparse point of any other kind, a cloud folder say, and where no kind is
+// told: there the removal may reach the target.
+bool IsNamedLink(const FolderEntry& entry);
+
+// Tells whether two paths lead to one folder. Nothing on Windows 9x, for a missing folder and where folders have no number.
+struct FolderIdentity {
+  DWORD volume, indexHigh, indexLow;
+  friend bool operator==(const FolderIdentity&, const FolderIdentity&) = default;
+};
+std::optional<FolderIdentity> NativeIdentity(const NativePath& folder);
+
+// The folder's path with every link on the way followed; empty for a missing one and on systems before Windows Vista.
+NativePath NativeFinalPath(const NativePath& folder);
+
+// One folder's entries in the system's order, hidden ones included, "." and ".." as well. An entry that no path leads to
+// is left out: it has a name that means something else in a path, and no short name.
 class FolderListing {
  public:
   explicit FolderListing(const NativePath& folderWithBackslash);
@@ -51,6 +70,7 @@ class FolderListing {
 
  private:
   bool Read();
+  const wchar_t* UsableName() const;  // null when it has none
 
   NativePath pattern_;
   UniqueFind find_;

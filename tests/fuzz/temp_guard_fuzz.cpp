@@ -96,7 +96,9 @@ void CheckAllowed(const TempFolderFacts& facts) {
   PROPERTY(IsFolderBelowARoot(facts.canonical), "allowed [%s]", folder);
   PROPERTY(!facts.isLink, "allowed [%s]", folder);
   PROPERTY(facts.configured.find('\\') != std::string::npos, "allowed with [%s]", facts.configured.c_str());
-  const std::string reported = Upper(facts.reported);
+  std::string reported = Upper(facts.reported);
+  reported.erase(0, reported.find_first_not_of(' '));
+  reported.erase(reported.find_last_not_of(' ') + 1);
   PROPERTY(reported != "C:\\WINDOWS\\" && reported != "C:\\WINNT\\", "allowed [%s]", facts.reported.c_str());
   for (const std::string& kept : facts.keep)
     if (!kept.empty()) PROPERTY(!Holds(facts.canonical, kept), "allowed [%s], which holds [%s]", folder, kept.c_str());

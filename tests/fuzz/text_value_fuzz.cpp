@@ -1,6 +1,8 @@
 // Texts from the store and from boxes: every conversion ends with a value or with the run-time error 6 or 13, and the
 // conversions agree with each other.
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -69,6 +71,19 @@ void CheckDouble(double number) {
   PROPERTY(error <= std::fabs(number) * 1e-14 + 1e-320, "%.17g became [%s]", number, text.c_str());
 }
 
+// The library reads the same numbers once it is kept from the forms of its own: hexadecimal, infinity, white space.
+void CheckAgainstLibrary(const std::string& text, const Outcome<double>& head, bool isNumber) {
+  std::string plain = text.substr(std::min(text.find_first_not_of(' '), text.size()));
+  const std::size_t rest = plain.find_last_not_of(' ') + 1;
+  plain.resize(rest);
+  plain.resize(std::min(plain.find_first_not_of("0123456789.+-eE"), plain.size()));
+  char* end = nullptr;
+  const double number = std::strtod(plain.c_str(), &end);
+  const bool whole = rest != 0 && end == plain.c_str() + rest;
+  PROPERTY(isNumber == whole, "[%s] begins with the number %g", text.c_str(), number);
+  PROPERTY(head.value ? *head.value == number : std::isinf(number), "[%s] begins with the number %g", text.c_str(), number);
+}
+
 void CheckNumbers(const std::string& text) {
   const Outcome<double> number = Try<double>([&] { return NumberOf(text); });
   const Outcome<double> head = Try<double>([&] { return NumberAtHead(text); });
@@ -81,10 +96,13 @@ void CheckNumbers(const std::string& text) {
   }
   PROPERTY(whole.value || whole.raised == 6 || whole.raised == 13, "[%s] raised %d", text.c_str(), whole.raised);
 
+  CheckAgainstLibrary(text, head, whole.raised != 13);
   if (whole.raised == 13) {
     PROPERTY(number.value && *number.value == 0.0, "[%s] is no number", text.c_str());
-    PROPERTY(boolean.raised == 13 || EqualIgnoringCase(Trim(text), BooleanText(boolean.value.value_or(false))),
-             "[%s] is no number and no boolean", text.c_str());
+    for (const bool word : {false, true})
+      PROPERTY((boolean.value == word) == EqualIgnoringCase(Trim(text), BooleanText(word)), "[%s] as a boolean",
+               text.c_str());
+    PROPERTY(boolean.value || boolean.raised == 13, "[%s] raised %d", text.c_str(), boolean.raised);
     return;
   }
   PROPERTY(number.raised == head.raised && number.value == head.value, "[%s] is a number as a whole", text.c_str());

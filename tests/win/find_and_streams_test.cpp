@@ -56,18 +56,21 @@ class StopAtTheFirstChange {
   explicit StopAtTheFirstChange(const ScratchKey& key) : key_(key.Open("", KEY_NOTIFY)) {
     ::RegNotifyChangeKeyValue(key_.get(), FALSE, REG_NOTIFY_CHANGE_LAST_SET, changed_, TRUE);
     thread_ = std::thread([this] {
-      ::WaitForSingleObject(changed_, INFINITE);
-      StopErase = true;
+      const HANDLE either[] = {changed_, over_};
+      if (::WaitForMultipleObjects(2, either, FALSE, INFINITE) == WAIT_OBJECT_0) StopErase = true;
     });
   }
   ~StopAtTheFirstChange() {
+    ::SetEvent(over_);
     thread_.join();
     ::CloseHandle(changed_);
+    ::CloseHandle(over_);
   }
 
  private:
   UniqueKey key_;
   HANDLE changed_ = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
+  HANDLE over_ = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
   std::thread thread_;
 };
 

@@ -49,6 +49,20 @@ class ClearScanDiskFilesTest : public testing::Test {
   LogRecorder log;
 };
 
+class WipeMatchingFilesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    StopErase = false;
+    for (const char* name : {"one.tmp", "two.txt", "three"}) folder.File(name);
+    ::SetFileAttributesA(folder.File("four.tmp").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    ::CreateDirectoryA((folder / "folder.tmp").c_str(), nullptr);
+    ::SetCurrentDirectoryA(folder.Path().c_str());
+  }
+  void TearDown() override { ::SetCurrentDirectoryA("C:\\test"); }
+
+  ScratchFolder folder;
+};
+
 const std::vector<std::string> kAll(std::begin(kRootFiles), std::end(kRootFiles));
 const LogLines kDone = {{"Scan Disk Files", "(stamp)"}};
 
@@ -123,13 +137,33 @@ TEST_F(ClearScanDiskFilesTest, LogsOnceWhenThereIsNothingToDelete) {
   EXPECT_EQ(log.Stamped(), (LogLines{kDone[0], kDone[0]}));
 }
 
-TEST_F(ClearScanDiskFilesTest, NeedsNoMatchInItsMask) {
-  ::SetCurrentDirectoryA(elsewhere.Path().c_str());
-  const std::string file = elsewhere.File("file.tmp");
-  WipeMatchingFiles("C:\\test\\scratch\\*.none");
-  WipeMatchingFiles("Q:\\*.tmp");
-  WipeMatchingFiles("");
-  EXPECT_TRUE(IsThere(file));
+TEST_F(ClearScanDiskFilesTest, GoesNoFurtherWhenTheStopArrivesMeanwhile) {
+  ::SetFileAttributesA("C:\\FILE0000.CHK", FILE_ATTRIBUTE_READONLY);  // listed first, and its failure is logged
+  ::SetCurrentDirectoryA("C:\\");
+  LogCleanResult = [](const std::string&, const std::string&) { StopErase = true; };
+  ClearScanDiskFiles();
+  EXPECT_EQ(Left(), kAll);
+}
+
+TEST_F(WipeMatchingFilesTest, WipesTheFilesThatTheMaskLists) {
   WipeMatchingFiles("C:\\test\\scratch\\*.tmp");
-  EXPECT_FALSE(IsThere(file));
+  EXPECT_EQ(NamesIn(folder.Path(), "*.tmp"), std::vector<std::string>{"folder.tmp"});
+  EXPECT_TRUE(IsThere(folder / "two.txt"));
+  EXPECT_TRUE(IsThere(folder / "three"));
+}
+
+TEST_F(WipeMatchingFilesTest, WipesEveryFileForAMaskThatListsAll) {
+  WipeMatchingFiles("C:\\test\\scratch\\*");
+  EXPECT_EQ(NamesIn(folder.Path()), std::vector<std::string>{"folder.tmp"});
+}
+
+TEST_F(WipeMatchingFilesTest, TakesAMaskOfTheCurrentFolder) {
+  WipeMatchingFiles("*.tmp");
+  EXPECT_EQ(NamesIn(folder.Path(), "*.tmp"), std::vector<std::string>{"folder.tmp"});
+}
+
+TEST_F(WipeMatchingFilesTest, SkipsAMaskThatListsNothing) {
+  const std::size_t before = NamesIn(folder.Path()).size();
+  for (const char* mask : {"C:\\test\\scratch\\*.none", "Q:\\*.tmp", "C:\\missing\\*.tmp", ""}) WipeMatchingFiles(mask);
+  EXPECT_EQ(NamesIn(folder.Path()).size(), before);
 }
