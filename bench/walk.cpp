@@ -3,7 +3,7 @@
 // usage: bench_walk FOLDERS FILES_PER_FOLDER SHAPE PAIRS BASELINE
 //   SHAPE "nested" (eleven folders a branch, each in the one before) or "flat" (every folder in the one that is cleaned)
 //   BASELINE "loop" (FindFirstFile, DeleteFile, RemoveDirectory), "rd" (cmd /c rd /s /q) or "none"
-// Prints a line "product<TAB>baseline" in milliseconds for each pair; a figure that is not measured is 0.
+// The trees are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair; a figure that is not measured is 0.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -94,12 +94,12 @@ double Milliseconds(const std::string& root, const Tree& tree, Work work) {
 }
 
 double Product(const Tree& tree) {
-  return Milliseconds("C:\\bench", tree, [] { ClearFolderContents("C:\\bench", false, true); });
+  return Milliseconds("C:\\work\\bench", tree, [] { ClearFolderContents("C:\\work\\bench", false, true); });
 }
 
 double Baseline(const Tree& tree, const std::string& which) {
-  if (which == "loop") return Milliseconds("C:\\bare", tree, [] { BareLoop("C:\\bare"); });
-  if (which == "rd") return Milliseconds("C:\\rd", tree, [] { RemoveByCommand("C:\\rd"); });
+  if (which == "loop") return Milliseconds("C:\\work\\bare", tree, [] { BareLoop("C:\\work\\bare"); });
+  if (which == "rd") return Milliseconds("C:\\work\\rd", tree, [] { RemoveByCommand("C:\\work\\rd"); });
   return 0;
 }
 

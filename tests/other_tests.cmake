@@ -5,11 +5,7 @@ set(logic "${CMAKE_SOURCE_DIR}/build/logic")
 set(shipped "${CMAKE_SOURCE_DIR}/build/dist/Quellix.exe")
 
 add_test(NAME logic/rules COMMAND ${logic}/tests/logic/logic_tests --gtest_brief=1)
-file(GLOB fuzzers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
-foreach(source ${fuzzers})
-  cmake_path(GET source STEM fuzzer)
-  add_test(NAME logic/${fuzzer} COMMAND ${logic}/tests/fuzz/${fuzzer} -max_total_time=10 -verbosity=0 -print_final_stats=0)
-endforeach()
+add_test(NAME logic/fuzzers COMMAND ctest --test-dir ${logic} --output-on-failure -R fuzz)
 
 file(GLOB outside CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/ui/test_*.py)
 foreach(source ${outside})

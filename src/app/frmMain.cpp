@@ -104,10 +104,10 @@ Control& frmMain::NavigationButton(Panel panel) {
 void frmMain::BringToFront(Panel panel) {
   shown_ = panel;
   ::ShowWindow(PanelWindow(panel), SW_SHOW);
-  const bool focusGoes = ::GetFocus() != nullptr && !::IsWindowVisible(::GetFocus());
   for (int other = 0; other < kPanelCount; ++other)
     if (static_cast<Panel>(other) != panel) ::ShowWindow(PanelWindow(static_cast<Panel>(other)), SW_HIDE);
-  if (focusGoes || ::GetFocus() == nullptr) ::SetFocus(NavigationButton(panel).Handle());
+  const HWND focus = ::GetFocus();
+  if (focus == nullptr || !::IsWindowVisible(focus)) ::SetFocus(NavigationButton(panel).Handle());
 }
 
 void frmMain::Navigate(Panel panel) {

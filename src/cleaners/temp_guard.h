@@ -12,6 +12,7 @@ struct TempFolderFacts {
   std::vector<std::string> keep;  // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };
 
-// False for the Windows folders by name, for a folder that no variable names (the system then falls back to the profile or
-// the current folder), a relative path, a root, a link, and a folder that is or holds one of `keep`.
+// False for the Windows folders by name, for a folder that is not the one that a variable names (without a variable, or
+// where its folder is missing, the system falls back to the profile or the current folder), a relative path, a root, a link,
+// and a folder that is or holds one of `keep`.
 bool MayCleanTempFolder(const TempFolderFacts& facts);

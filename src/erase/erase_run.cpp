@@ -7,6 +7,12 @@ namespace {
 
 constexpr int kProgressPerItem = 10;
 
+bool IsStopped(EraseRunHost& host) {
+  bool stopped = false;
+  resumeNext([&] { stopped = host.StopRequested(); });
+  return stopped;
+}
+
 // A flag that is not a number does not select its item and does not stop the run.
 bool IsSelected(EraseRunHost& host, const EraseItem& item) {
   bool selected = false;
@@ -56,11 +62,10 @@ void doClean(EraseRunHost& host) {
     if (host.ScheduledShredEnabled()) host.ShredScheduledFiles();
   });
   for (const EraseItem& item : kCatalogue)
-    if (item.runs && IsSelected(host, item) && !host.StopRequested()) RunItem(host, item);
+    if (item.runs && IsSelected(host, item) && !IsStopped(host)) RunItem(host, item);
   resumeNext([&] { host.AddLogLine(""); });
   resumeNext([&] {
-    host.AddLogLine(host.StopRequested() ? "Erasing was manually stopped."
-                                         : "Quellix has successfully erased selected item(s).");
+    host.AddLogLine(IsStopped(host) ? "Erasing was manually stopped." : "Quellix has successfully erased selected item(s).");
   });
   resumeNext([&] { host.SetProgressValue(host.ProgressMax()); });  // full, whether or not every step was taken
   resumeNext([&] { host.SetStatusText("Ready"); });

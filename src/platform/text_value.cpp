@@ -92,7 +92,7 @@ double NumberAtHead(std::string_view text) {
 
 std::string TextOf(double number) {
   char text[40];
-  std::snprintf(text, sizeof text, "%.15g", number);
+  std::snprintf(text, sizeof text, "%.15g", number == 0.0 ? 0.0 : number);  // no minus sign before a zero
   return text;
 }
 

@@ -21,7 +21,7 @@ double NumberOf(std::string_view text);
 // The number at the head of the text ("60 minutes" is 60); 0 for a text without one.
 double NumberAtHead(std::string_view text);
 
-// Up to 15 significant digits, no exponent below 1e15, no trailing zeros: 50, 0.25.
+// Up to 15 significant digits without trailing zeros: 50, 0.25. Very large and very small numbers get an exponent: 1e+15.
 std::string TextOf(double number);
 
 // Halves go to the even neighbour. Raises 6 outside the type's range.

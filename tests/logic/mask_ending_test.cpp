@@ -8,9 +8,11 @@ TEST(IsMeantByMask, TakesNamesWithTheMasksEndingInAnyCase) {
 }
 
 TEST(IsMeantByMask, LeavesNamesThatTheMaskReachesOnlyThroughTheirShortName) {
-  for (const char* name : {"x.chkdsk", "a.chkx", "letter.doc", "chk", ""}) EXPECT_FALSE(IsMeantByMask(name, "C:\\*.chk")) << name;
+  for (const char* name : {"x.chkdsk", "a.chkx", "letter.doc", "chk", ""})
+    EXPECT_FALSE(IsMeantByMask(name, "C:\\*.chk")) << name;
 }
 
 TEST(IsMeantByMask, TakesEveryNameForAMaskWithoutAPlainEnding) {
-  for (const char* mask : {"*", "C:\\Temp\\*", "*.*", "*.ch?", "C:\\a.b\\*"}) EXPECT_TRUE(IsMeantByMask("any name", mask)) << mask;
+  for (const char* mask : {"*", "C:\\Temp\\*", "*.*", "*.ch?", "C:\\a.b\\*"})
+    EXPECT_TRUE(IsMeantByMask("any name", mask)) << mask;
 }

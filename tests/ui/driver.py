@@ -50,7 +50,7 @@ class Desktop(Windows, Input, Popups, Registry):
         self.ids = control_ids() if ids is None else ids
         self.main_class = main_class
         self.pid = 0
-        self._last_click = (-100, -100)
+        self._clicks: list[tuple[float, int, int]] = []
         self._leave = contextlib.ExitStack()
 
     # Life

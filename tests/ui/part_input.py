@@ -2,6 +2,7 @@
 import contextlib
 import os
 import subprocess
+import time
 
 from probe import View
 from wine_home import wait_for
@@ -22,11 +23,23 @@ class Input:
         self._xdotool("mousedown" if down else "mouseup", button)
         wait_for(f"the {state} button {'down' if down else 'up'}", lambda: self.probe.ask("input")[state] == down, 30, 0.01)
 
+    def _aside_of_clicks(self, x: int, y: int) -> tuple[int, int]:
+        """The place nearest to x, y where a click is not the second half of a double click, which a test asks for by name.
+
+        Clicks on other programs in between do not matter: each program compares with its own last click.
+        """
+        now = time.monotonic()
+        self._clicks = [c for c in self._clicks if now - c[0] < 1]
+
+        def is_free(place):
+            return all(max(abs(place[0] - c[1]), abs(place[1] - c[2])) >= 5 for c in self._clicks)
+        steps = ((0, 0), (5, 0), (-5, 0), (0, 5), (0, -5), (5, 5), (-5, -5), (5, -5), (-5, 5))
+        place = next((p for p in ((x + dx, y + dy) for dx, dy in steps) if is_free(p)), (x, y))
+        self._clicks.append((now, *place))
+        return place
+
     def click_at(self, x: int, y: int, button: int = 1) -> None:
-        # Two clicks at one place in short order would be a double click, which a test asks for by name.
-        if max(abs(x - self._last_click[0]), abs(y - self._last_click[1])) < 5:
-            x += 5 if x <= self._last_click[0] else -5
-        self._last_click = (x, y)
+        x, y = self._aside_of_clicks(x, y)
         self.move(x, y)
         self._button(button, True)
         self._button(button, False)
@@ -35,9 +48,7 @@ class Input:
         self.click_at(x, y, 3)
 
     def double_click_at(self, x: int, y: int) -> None:
-        if max(abs(x - self._last_click[0]), abs(y - self._last_click[1])) < 5:
-            x += 5 if x <= self._last_click[0] else -5
-        self._last_click = (x, y)
+        x, y = self._aside_of_clicks(x, y)
         self.move(x, y)
         self._xdotool("click", "--repeat", 2, "--delay", 30, 1)
         wait_for("the mouse button up", lambda: not self.probe.ask("input").left, 30, 0.01)
