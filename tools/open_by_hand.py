@@ -14,6 +14,8 @@ def main() -> int:
         # The caller's own cookie of the display, the one thing of theirs that the program's start needs.
         cookie = os.environ.get("XAUTHORITY") or os.path.expanduser("~/.Xauthority")
         environment = {"XAUTHORITY": cookie} if os.path.exists(cookie) else {}
+        # A real desktop has a window manager, which moves and decorates managed windows only.
+        home.run("reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed", "/d", "Y", "/f", environment=environment)
         folder = home.c / "Quellix"
         folder.mkdir(exist_ok=True)
         for file in (BUILD / "dist").iterdir():

@@ -9,9 +9,9 @@ from wine_home import wait_for
 
 
 class Input:
-    def _xdotool(self, *words) -> None:
-        subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.DEVNULL,
-                       env=dict(os.environ, DISPLAY=self.display.name))
+    def _xdotool(self, *words) -> str:
+        return subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.PIPE, text=True,
+                              env=dict(os.environ, DISPLAY=self.display.name)).stdout
 
     def move(self, x: int, y: int) -> None:
         self._xdotool("mousemove", x, y)
@@ -110,7 +110,17 @@ class Input:
 
     # Keys
 
+    def _take_the_keyboard_along(self) -> None:
+        """Lets the screen send keys to the window that Windows has in front.
+
+        After a click on the notification icon the screen may leave the keyboard with the taskbar, whatever comes to front.
+        """
+        wanted = self.probe.ask("focus").screen
+        if wanted and self._xdotool("getwindowfocus", "-f").strip() != str(wanted):
+            self._xdotool("windowfocus", wanted)
+
     def _keys(self, how: str, *words) -> None:
+        self._take_the_keyboard_along()
         before = self.probe.ask("input")
         if before.now == before.last:  # the clock of the last input counts milliseconds
             wait_for("a new millisecond", lambda: self.probe.ask("input").now != before.last, 1, 0.001)

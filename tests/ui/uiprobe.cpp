@@ -122,12 +122,24 @@ std::string itemRectangle(const Words& words) {
   return json::Object().raw("rect", rectangle(r)).raw("client", rectangle(client)).done();
 }
 
+// The window of the screen that has to have the keyboard for `front` to get it; Wine keeps it as a property. While a menu
+// of a hidden window is open, that is the menu.
+DWORD screenWindow(HWND front) {
+  const DWORD thread = ::GetWindowThreadProcessId(front, nullptr);
+  for (const HWND other : topWindows()) {
+    if (::IsWindowVisible(front)) break;
+    if (::IsWindowVisible(other) && ::GetWindowThreadProcessId(other, nullptr) == thread) front = other;
+  }
+  return static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(::GetPropA(front, "__wine_x11_whole_window")));
+}
+
 std::string threadFocus(const Words&) {
   const HWND front = ::GetForegroundWindow();
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
   json::Object out;
   out.raw("foreground", hexHandle(front));
+  out.number("screen", front ? screenWindow(front) : 0);
   if (front && ::GetGUIThreadInfo(::GetWindowThreadProcessId(front, nullptr), &info))
     out.raw("hwnd", hexHandle(info.hwndFocus))
         .raw("active", hexHandle(info.hwndActive))
