@@ -1,0 +1,65 @@
+// A cleaner that meets a missing system function goes on with its next statement. The test's preparation takes the
+// shell's libraries away.
+#include <gtest/gtest.h>
+
+#include "cleaners/modCleanItems.h"
+#include "cleaners/modCleaning.h"
+#include "cleaners/temp_folder.h"
+#include "log_recorder.h"
+#include "platform/Reg32.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/system_functions.h"
+
+namespace {
+
+constexpr char kMemory[] = "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management";
+constexpr char kFind[] = "Software\\Microsoft\\Windows\\Currentversion\\Explorer\\Doc Find Spec MRU";
+
+class WithoutShell : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_FALSE(IsSystemDllPresent("shlwapi.dll"));
+    ASSERT_FALSE(IsSystemDllPresent("shell32.dll"));
+    Err.Clear();
+  }
+  LogRecorder log;
+};
+
+LONG QueryValue(const char* path, const char* name) {
+  HKEY key = nullptr;
+  const LONG opened = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, KEY_READ, &key);
+  if (opened != ERROR_SUCCESS) return opened;
+  const LONG status = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr);
+  ::RegCloseKey(key);
+  return status;
+}
+
+}  // namespace
+
+TEST_F(WithoutShell, TheStreamsCleanerStillWritesThePageFileValue) {
+  ClearRegistryStreams();
+  EXPECT_EQ(QueryValue(kMemory, "ClearPageFileAtShutdown"), ERROR_SUCCESS);
+  EXPECT_EQ(log.Stamped(), (LogLines{{"Registry Streams Cleared", "(stamp)"}}));
+}
+
+TEST_F(WithoutShell, TheFindCleanerDeletesTheValuesAndLeavesAtTheMissingFunction) {
+  SaveKeyValue(HKEY_CURRENT_USER, kFind, "a", "secret*.doc", REG_SZ);
+  ASSERT_EQ(QueryValue(kFind, "a"), ERROR_SUCCESS);
+  ClearFind();
+  EXPECT_EQ(QueryValue(kFind, "a"), ERROR_FILE_NOT_FOUND);
+  EXPECT_TRUE(log.Lines().empty()) << "the statements behind the failing one run all the same";
+  EXPECT_EQ(Err.Number(), 0) << "the error is reported and cleared";
+}
+
+TEST_F(WithoutShell, TheRecycleBinAndRecentDocumentsAreStillLogged) {
+  EmptyRecycleBin("", true, true, true);
+  ClearRecentDocs();
+  EXPECT_EQ(log.Stamped(), (LogLines{{"Recycle Bin Cleared ", "(stamp)"}, {"Recent Docs List Cleared", "(stamp)"}}));
+}
+
+TEST_F(WithoutShell, TheTemporaryFolderIsNotCleanedWhileItsNeighboursAreUnknown) {
+  EXPECT_THROW(FindSpecialFolder(kProfileFolder), RuntimeError);
+  ClearWindowsTemp();
+  for (const LogLine& line : log.Lines()) EXPECT_NE(line.text1, "Windows Temporary Files Cleared");
+}
