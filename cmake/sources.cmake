@@ -48,6 +48,7 @@ set(WINDOWS_SOURCES
   src/app/fraHelp.cpp
   src/app/fraMain.cpp
   src/app/frmMain.cpp
+  src/app/front_window.cpp
   src/app/frmMain_events.cpp
   src/app/frmMain_settings.cpp
   src/app/link_label.cpp

@@ -28,6 +28,17 @@ void RegisterMainWindowClass() {
   ::RegisterClassA(&main);
 }
 
+// Enter presses a button that has the keyboard. The system does that for its own buttons and not for drawn ones.
+bool PressDrawnButton(const MSG& message) {
+  char name[16] = "";
+  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
+  ::GetClassNameA(message.hwnd, name, sizeof name);
+  if (::lstrcmpiA(name, "Button") != 0 || (::GetWindowLongA(message.hwnd, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW)
+    return false;
+  ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
+  return true;
+}
+
 }  // namespace
 
 frmMain::frmMain() : host_(panels_, *this), panels_(*this, host_) {}
@@ -129,7 +140,7 @@ void frmMain::Navigate(Panel panel) {
 
 bool frmMain::TranslateKey(MSG& message) {
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
-    if (::TranslateAcceleratorA(Handle(), keys_, &message)) return true;
+    if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressDrawnButton(message)) return true;
   return ::IsDialogMessageA(Handle(), &message) != 0;
 }
 

@@ -1,5 +1,6 @@
 // The main window's events: notification icon and popup menu, minimise, close, session end.
 #include "app/frmMain.h"
+#include "app/front_window.h"
 #include "app/quellix_ids.h"
 #include "app/tray_callback.h"
 #include "automation/modHide.h"
@@ -65,12 +66,12 @@ void frmMain::OnTrayCallback(WPARAM wParam, LPARAM lParam) {
 
 void frmMain::RestoreFromIcon() {
   ::ShowWindow(Handle(), SW_SHOWNORMAL);
-  ::SetForegroundWindow(::GetLastActivePopup(Handle()));
   ::ShowWindow(Handle(), SW_SHOW);
+  ::SetForegroundWindow(WindowToBringForward(Handle()));
 }
 
 void frmMain::ShowPopupMenu() {
-  ::SetForegroundWindow(::GetLastActivePopup(Handle()));
+  ::SetForegroundWindow(WindowToBringForward(Handle()));
   if (!::IsWindowEnabled(Handle())) return;  // a question is open; it is in front now
   const UniqueMenu menu(::LoadMenuA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDM_mPopupSys)));
   POINT mouse;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "app/front_window.h"
 #include "platform/app_title.h"
 
 namespace {
@@ -25,7 +26,7 @@ HWND FindMainWindowBefore(HWND hidden) {
 void BringForward(HWND window) {
   ::OpenIcon(window);
   if (!::IsWindowVisible(window)) ::ShowWindow(window, SW_SHOW);  // hidden without being minimised
-  ::SetForegroundWindow(::GetLastActivePopup(window));
+  ::SetForegroundWindow(WindowToBringForward(window));
 }
 
 }  // namespace

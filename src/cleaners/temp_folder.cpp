@@ -1,5 +1,7 @@
 #include "cleaners/temp_folder.h"
 
+#include <algorithm>
+
 #include "platform/native_files.h"
 #include "platform/path_text.h"
 #include "platform/special_folder.h"
@@ -37,6 +39,56 @@ std::string SystemFolder() {
   return folder;
 }
 
+// Windows 95, 98 and NT 4 tell it here only.
+std::string ProgramFilesOfRegistry() {
+  HKEY opened = nullptr;
+  ::RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Microsoft\\Windows\\CurrentVersion", 0, KEY_QUERY_VALUE, &opened);
+  const UniqueKey key(opened);
+  char folder[MAX_PATH + 1] = "";  // a value may lack its zero
+  DWORD size = MAX_PATH;
+  const LONG status =
+      ::RegQueryValueExA(key.get(), "ProgramFilesDir", nullptr, nullptr, reinterpret_cast<BYTE*>(folder), &size);
+  return status == ERROR_SUCCESS ? folder : "";
+}
+
+std::vector<std::string> FoldersToKeep() {
+  return {
+      WindowsFolder(),
+      SystemFolder(),
+      ProgramFolder(),
+      ProgramFilesOfRegistry(),
+      Variable("USERPROFILE"),
+      Variable("ProgramFiles"),
+      FindSpecialFolder(kProfileFolder),
+      FindSpecialFolder(kProgramFilesFolder),
+      FindSpecialFolder(kDesktopFolder),
+      FindSpecialFolder(kDocumentsFolder),
+      FindSpecialFolder(kApplicationDataFolder),
+      FindSpecialFolder(kLocalApplicationDataFolder),
+  };
+}
+
+// Empty above the topmost.
+NativePath FolderAbove(const NativePath& folder) {
+  const std::size_t slash = folder.find_last_of(L'\\', folder.size() - 2);
+  return slash == NativePath::npos ? NativePath() : folder.substr(0, slash + 1);
+}
+
+bool IsItOrBelow(NativePath folder, const FolderIdentity& outer) {
+  for (; folder.size() > 1; folder = FolderAbove(folder))
+    if (NativeIdentity(folder) == outer) return true;
+  return false;
+}
+
+// What the texts of two paths do not show: a link on the way, a drive letter or a share that stands for a folder.
+bool LeadsToOneOf(const std::vector<std::string>& folders, const std::string& path) {
+  const std::optional<FolderIdentity> identity = NativeIdentity(ToNativePath(path));
+  return identity && std::any_of(folders.begin(), folders.end(), [&identity](const std::string& folder) {
+           const NativePath native = ToNativePath(folder);
+           return IsItOrBelow(native, *identity) || IsItOrBelow(NativeFinalPath(native), *identity);
+         });
+}
+
 }  // namespace
 
 std::string GetTempDir() {
@@ -53,19 +105,8 @@ TempFolderFacts FindTempFolderFacts() {
   facts.canonical = Canonical(facts.reported);
   // Asked without the "\" behind it: with it some systems answer for the link's target.
   facts.isLink = IsLink(NativeAttributes(ToNativePath(facts.reported.substr(0, facts.reported.size() - 1))));
-  const std::string folders[] = {
-      WindowsFolder(),
-      SystemFolder(),
-      ProgramFolder(),
-      Variable("USERPROFILE"),
-      Variable("ProgramFiles"),
-      FindSpecialFolder(kProfileFolder),
-      FindSpecialFolder(kProgramFilesFolder),
-      FindSpecialFolder(kDesktopFolder),
-      FindSpecialFolder(kDocumentsFolder),
-      FindSpecialFolder(kApplicationDataFolder),
-      FindSpecialFolder(kLocalApplicationDataFolder),
-  };
-  for (const std::string& folder : folders) facts.keep.push_back(Canonical(folder));
+  const std::vector<std::string> keep = FoldersToKeep();
+  for (const std::string& folder : keep) facts.keep.push_back(Canonical(folder));
+  facts.leadsToKept = LeadsToOneOf(keep, facts.reported);
   return facts;
 }

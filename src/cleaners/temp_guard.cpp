@@ -27,7 +27,8 @@ bool MayCleanTempFolder(const TempFolderFacts& facts) {
   const std::string name = UpperCase(Trim(facts.reported));
   if (name == "C:\\WINDOWS\\" || name == "C:\\WINNT\\") return false;
   if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
-  if (!IsAbsolutePath(facts.canonical) || IsRootPath(facts.canonical) || facts.isLink) return false;
+  if (facts.reported.find_first_of("*?") != std::string::npos) return false;  // what became of the characters not held
+  if (!IsAbsolutePath(facts.canonical) || IsRootPath(facts.canonical) || facts.isLink || facts.leadsToKept) return false;
   return std::none_of(facts.keep.begin(), facts.keep.end(), [&facts](const std::string& folder) {
     return !folder.empty() && IsSameOrBelow(Folded(folder), Folded(facts.canonical));
   });

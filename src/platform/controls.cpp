@@ -94,7 +94,10 @@ void OptionButton::Choose() {
   FireClick();
 }
 
-void OptionButton::ShowState() { Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED); }
+void OptionButton::ShowState() {
+  // Unchecking takes a button out of the tab order; while none is chosen, the first one stays in it.
+  if (group_.chosen != 0) Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED);
+}
 
 void ListBox::AddItem(const std::string& text) {
   if (Handle() == nullptr) {

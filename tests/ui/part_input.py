@@ -53,6 +53,16 @@ class Input:
         self._xdotool("click", "--repeat", 2, "--delay", 30, 1)
         wait_for("the mouse button up", lambda: not self.probe.ask("input").left, 30, 0.01)
 
+    @contextlib.contextmanager
+    def button_held_at(self, x: int, y: int):
+        """Holds the left button down from a place on, while the block moves the mouse."""
+        self.move(x, y)
+        self._button(1, True)
+        try:
+            yield
+        finally:
+            self._button(1, False)
+
     def _reachable(self, target: View, even_if_disabled: bool) -> View:
         if not target.visible:
             raise AssertionError(f"a user cannot click what is not on show: {dict(target)}")

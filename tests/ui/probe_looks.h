@@ -30,17 +30,18 @@ inline std::string textSize(const Words& words) {
   const DWORD itsFont = ask.send(window, WM_GETFONT).value_or(0);
   const HFONT font = itsFont ? sameFont(OtherProcess(pid), itsFont) : nullptr;
   const std::wstring text = ask.text(window);
-  const HDC screen = ::GetDC(nullptr);
+  const HDC screen = ::CreateCompatibleDC(nullptr);
   const HGDIOBJ before = ::SelectObject(screen, font ? font : ::GetStockObject(SYSTEM_FONT));
   RECT room{0, 0, width, 0};
   ::DrawTextW(screen, text.c_str(), static_cast<int>(text.size()), &room,
               DT_CALCRECT | (width ? DT_WORDBREAK | DT_EXPANDTABS : DT_SINGLELINE));
   ::SelectObject(screen, before);
-  ::ReleaseDC(nullptr, screen);
+  ::DeleteDC(screen);
   if (font) ::DeleteObject(font);
   RECT client{};
   ::GetClientRect(window, &client);
   return json::Object()
+      .flag("own_font", font != nullptr)
       .number("width", text.empty() ? 0 : room.right)
       .number("height", text.empty() ? 0 : room.bottom)
       .raw("client", rectangle(client))

@@ -89,6 +89,13 @@ class ProgramCase(unittest.TestCase):
                 self.d.reg_set("HKCU", rf"{STORE}\{section}", key, value)
         self.restart(wait_until_started)
 
+    def start_unless_untouched(self, settings: dict) -> None:
+        """Spares the start when the program is as after one: on show, on its first panel, with no box or menu open."""
+        d = self.d
+        if not d.pid or d.ended(d.pid) is not None or d.boxes() or d.find_window("#32768") or not d.main.visible or \
+                self.panel_on_show() != ["fraMain"]:
+            self.start(settings)
+
     def restart(self, wait_until_started: bool = True) -> None:
         """Starts the program again with what it has stored."""
         self.d.start_program()

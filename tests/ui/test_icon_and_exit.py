@@ -13,13 +13,7 @@ CLIPBOARD = "Erasing Clipboard History..."
 
 class IconCase(ProgramCase):
     def setUp(self):
-        if not self.as_after_a_start():
-            self.start(only("OpenSavedDialoge"))
-
-    def as_after_a_start(self) -> bool:
-        d = self.d
-        return (d.pid and d.ended(d.pid) is None and not d.boxes() and not d.find_window("#32768") and d.main.visible
-                and self.panel_on_show() == ["fraMain"])
+        self.start_unless_untouched(only("OpenSavedDialoge"))
 
     def pick_from_icon(self, entry: str) -> None:
         self.d.right_click_icon()
@@ -92,7 +86,6 @@ class TheIcon(IconCase):
         self.assertEqual(self.d.main.rect, place)
 
     def test_has_a_menu_of_three_entries_that_goes_away_by_a_click_elsewhere(self):
-        # No keys here: the screen may leave the keyboard with the taskbar, whatever window Windows has in front.
         self.d.right_click_icon()
         entries = self.d.popup()
         self.assertEqual([entry.text for entry in entries], ["Clean", "Show", "Exit"])
@@ -101,6 +94,17 @@ class TheIcon(IconCase):
         self.d.wait_no_window("#32768")
         self.assertIsNotNone(self.d.icon())
         self.assertTrue(self.d.main.visible)
+
+    def test_has_a_menu_that_the_keyboard_uses_and_escape_closes(self):
+        self.minimise()
+        self.d.right_click_icon()
+        self.d.popup()
+        self.d.key("Escape")
+        self.d.wait_no_window("#32768")
+        self.assertFalse(self.d.main.visible)
+        self.d.right_click_icon()
+        self.d.pick_by_keys("Show")
+        self.wait_back()
 
     def test_starts_a_run_by_clean_and_shows_it(self):
         self.d.click("cmdDefault")
@@ -135,17 +139,15 @@ class TheIcon(IconCase):
         # The icon's message has the number of a mouse move; a move to 517,0 carries what a right click on it does.
         d = self.d
         left, top = d.control("Picture1").rect[:2]
-        for x in (513, 514, 515, 516, 517, 518):
-            d.move(left + x, top)
-            self.settle_main()
-        d.move(left + 510, top)
-        d._button(1, True)
-        for x in (513, 514, 515, 516, 517, 518):
-            d.move(left + x, top)
-            self.settle_main()
-        d._button(1, False)
-        d.move(left + 517, top)
-        self.settle_main()
+
+        def cross():
+            for x in range(513, 519):
+                d.move(left + x, top)
+                self.settle_main()
+        cross()
+        with d.button_held_at(left + 510, top):
+            cross()
+        cross()
         self.assertIsNone(d.find_window("#32768"))
         self.assertTrue(d.main.visible)
 
@@ -175,6 +177,16 @@ class TheQuestionBeforeTheExit(IconCase):
         wait_for("the window to be usable", lambda: self.d.main.enabled)
         self.assertFalse(self.d.main.visible)
         self.d.click_icon()
+        self.wait_back()
+
+    def test_comes_to_the_front_with_the_window_when_the_icon_is_used(self):
+        # Behind the window, which takes no input meanwhile, it would make the program look dead.
+        self.minimise()
+        question = self.ask_to_exit().hwnd
+        self.d.click_icon()
+        wait_for("the window on show", lambda: self.d.main.visible and not self.d.main.iconic)
+        wait_for("the question in front", lambda: self.d.foreground().hwnd == question, 5)
+        self.d.press_button_in_box("No")
         self.wait_back()
 
     def test_is_asked_once_however_the_icon_is_used_meanwhile(self):

@@ -46,7 +46,7 @@ class PanelCase(ProgramCase):
     def children(self, panel: Panel) -> list[View]:
         """The controls of a panel, without the parts that a control of Windows is made of."""
         parent = self.d.control(panel.frame).parent
-        return [c for c in self.d.controls() if c.parent == parent]
+        return [c for c in self.d.controls(parent) if c.parent == parent]
 
 
 class APanelIsChosen(PanelCase):

@@ -120,6 +120,13 @@ def plant_tower(folder: Path, levels: int, name: str) -> None:
     os.close(here)
 
 
+def plant_the_large(plant: Path) -> None:
+    plant_tower(plant / "tower1000", 1000, "l")
+    plant_tower(plant / "tower too high", 500, "a longer name")
+    for number in range(10000):
+        (plant / f"wide floor/folder{number}").mkdir(parents=True)
+
+
 def swap_when_asked(swap: Path, outside: Path) -> None:
     """Puts a link in the place of a folder that the walk has listed and not yet entered."""
     while not (swap / "please").exists():
@@ -141,10 +148,8 @@ def prepare(home) -> dict[str, str]:
         plant_traps(plant, outside)
         plant_long(plant, way)
         plant_tower(plant / "tower200", 200, "level")
-        plant_tower(plant / "tower1000", 1000, "l")
-        plant_tower(plant / "tower too high", 500, "a longer name")
-        for number in range(10000):
-            (plant / f"wide floor/folder{number}").mkdir(parents=True)
+        if home.base.name.endswith("winxp"):
+            plant_the_large(plant)
         for name in ("a", "b", "c"):
             put(swap / "tree" / name / "inner/file.txt")
         threading.Thread(target=swap_when_asked, args=(swap, outside), daemon=True).start()

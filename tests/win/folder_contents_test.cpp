@@ -82,6 +82,19 @@ void CALLBACK StopAndCount(HWND, UINT, UINT_PTR, DWORD) {
   StopErase = true;
 }
 
+bool wentOn;
+
+void CALLBACK NoteThatItWentOn(HWND, UINT, UINT_PTR timer, DWORD) {
+  wentOn = true;
+  ::KillTimer(nullptr, timer);
+}
+
+void CALLBACK StopAndWatch(HWND, UINT, UINT_PTR timer, DWORD) {
+  StopErase = true;
+  ::KillTimer(nullptr, timer);
+  ::SetTimer(nullptr, 0, 100, &NoteThatItWentOn);
+}
+
 class FolderContents : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
@@ -242,8 +255,8 @@ TEST_P(FolderContents, GoesOnPastAFolderThatCannotBeRemoved) {
   MakeFiles(Place(), {"a\\x.txt", "current\\x.txt", "held\\x.txt", "z\\x.txt"});
   MakeFile(Place() + "\\keeps\\read only.txt", FILE_ATTRIBUTE_READONLY);
   ::SetCurrentDirectoryA((Place() + "\\current").c_str());
-  const UniqueFile held(::CreateFileW(Exact(Place() + "\\held").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  const UniqueFile held(::CreateFileW(Exact(Place() + "\\held").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   ASSERT_TRUE(held);
   ClearFolderContents(Place(), true, true);
   ::SetCurrentDirectoryA("C:\\");
@@ -304,26 +317,40 @@ TEST_P(FolderContents, RemovesNoFolderAfterTheStop) {
   EXPECT_THAT(Everything(Place()), SizeIs(5)) << "asked to stop before it began";
 }
 
+TEST_P(FolderContents, KeepsItselfWhenTheStopComesWithItsLastFolder) {
+  static int lines;
+  lines = 0;
+  MakeFiles(Place(), {"last\\x.txt"});
+  LogCleanResult = [](const std::string&, const std::string&) {
+    ++lines;
+    StopErase = true;
+  };
+  ClearFolderContents(Place(), true, true);
+  EXPECT_TRUE(Exists(Place()));
+  EXPECT_EQ(lines, 1) << "one for the subfolder, none for the folder itself";
+}
+
 TEST_P(FolderContents, RefusesWhatIsNoFolderBelowARoot) {
   MakeFiles(Place(), {"canary.txt", "temp\\canary.txt", "...\\canary.txt"});
   ::SetCurrentDirectoryA(Place().c_str());
   const Names before = Everything("C:\\made");
-  const std::string x = Place() + "\\";
   const LogRecorder log;
-  for (const std::string& folder : {
-           std::string(), std::string("\\"), std::string("C:"), std::string("c:\\"), std::string("C:\\\\"), std::string("C:\\."),
-           std::string("C:\\made\\.."), std::string("C:\\made\\..\\..\\.."), std::string("C:\\.\\x\\..\\"), std::string("C:\\..."),
-           std::string("C:\\made\\..."), std::string("C:/"), std::string("C:/made"), std::string("C:temp"), std::string("temp"),
-           std::string("temp\\"), std::string(".\\temp"), std::string("."), std::string(".."), std::string("\\made"),
-           std::string("/made"), std::string("\\\\server\\share"), std::string("\\\\server\\share\\"),
-           std::string("\\\\server\\share\\."), std::string("\\\\server\\share\\x\\.."), std::string("\\\\server"),
-           std::string("\\\\?\\C:\\"), std::string("\\\\?\\C:\\made"), std::string("\\\\.\\C:\\"), std::string("\\\\?\\UNC\\server\\share"),
-           std::string(" C:\\made"), std::string("\"C:\\made\""), std::string("C:\\made\\*"), x + "canary.txt", x + "missing",
-           x + "...", x + "...\\", x + "..\\..\\..\\..", x + std::string(300, 'x') + "\\..\\temp"}) {
+  const auto expectRefused = [&before](const std::string& folder) {
     ClearFolderContents(folder, true, true);
     ASSERT_EQ(Everything("C:\\made"), before) << '"' << folder << '"';
     ASSERT_NE(::GetFileAttributesA("\\\\server\\share\\canary.txt"), INVALID_FILE_ATTRIBUTES) << '"' << folder << '"';
-  }
+  };
+  for (const char* root :
+       {"C:", "c:\\", "C:\\\\", "C:\\.", "C:\\made\\..", "C:\\made\\..\\..\\..", "C:\\.\\x\\..\\", "C:\\...",
+        "C:\\made\\...", "C:/", "\\\\server\\share", "\\\\server\\share\\", "\\\\server\\share\\.",
+        "\\\\server\\share\\x\\..", "\\\\server", "\\\\?\\C:\\", "\\\\.\\C:\\", "\\\\?\\UNC\\server\\share"})
+    expectRefused(root);
+  for (const char* noFullPath : {"", "\\", "C:/made", "C:temp", "temp", "temp\\", ".\\temp", ".", "..", "\\made", "/made",
+                                 "\\\\?\\C:\\made", " C:\\made", "\"C:\\made\"", "C:\\made\\*"})
+    expectRefused(noFullPath);
+  for (const char* below : {"canary.txt", "missing", "...", "...\\", "..\\..\\..\\.."})
+    expectRefused(Place() + "\\" + below);
+  expectRefused(Place() + "\\" + std::string(300, 'x') + "\\..\\temp");
   ::SetCurrentDirectoryA("C:\\");
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
@@ -348,6 +375,16 @@ TEST_P(FolderContentsAtLength, EndsWhereThePathGetsTooLongForTheSystem) {
   ClearFolderContents(Planted("tower too high"), false, true);
   EXPECT_TRUE(Exists(Planted("tower too high\\a longer name"))) << "this system has no such limit";
   EXPECT_FALSE(Exists(Planted("tower too high\\zz"))) << "the walk did not go on";
+}
+
+// A second timer finds out whether the walk went on looking: that takes it about a second here.
+TEST_P(FolderContentsAtLength, LooksAtNothingMoreAfterTheStop) {
+  wentOn = false;
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &StopAndWatch);
+  ClearFolderContents(Planted("wide floor"), false, true);
+  ::KillTimer(nullptr, timer);
+  EXPECT_TRUE(StopErase);
+  EXPECT_FALSE(wentOn);
 }
 
 TEST_P(FolderContentsAtLength, RemovesTenThousandSubfolders) {

@@ -1,0 +1,97 @@
+"""The end of the session: an erase before it when that is wished, and the settings stored in every case."""
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from driver import wait_for  # noqa: E402
+from program import DONE, STOPPED, ProgramCase, only  # noqa: E402
+
+TEMP = "Erasing Windows Temp File/Folder ..."
+LOG_OFF = r"C:\windows\system32\wineboot.exe"
+
+
+class TheEndOfTheSession(ProgramCase):
+    def setUp(self):
+        self.trace = self.d.home.temp / "trace.tmp"
+        self.trace.write_text("x")
+
+    def start_with(self, shutdown: str, *items: str) -> None:
+        self.start(only(*items) | {"Scheduling": {"Shutdown": shutdown}})
+        self.d.set_checked(("chkOsettings", 1))
+
+    def log_off(self) -> list[list[str]]:
+        """Ends the session and returns each state of the log that was seen until the program had ended."""
+        d, seen = self.d, []
+        log = d.handle("lstCln")
+        leaving = d.start(LOG_OFF, "-e")
+
+        def over():
+            lines = d.probe.ask("items", log)["items"]
+            if lines and lines not in seen:
+                seen.append(lines)
+            return d.ended(d.pid) is not None
+        wait_for("the end of the program", over, every=0.01)
+        self.assertEqual(d.wait_ended(), 0)
+        d.wait_ended(leaving)
+        d.wait_no_icon()
+        return seen
+
+    def check_stored(self, *items: str) -> None:
+        self.assertEqual(self.d.registry_section("CleanSettings"), only("OClean", *items)["CleanSettings"])
+        self.assertEqual(self.d.registry_value("Shredder", "txtLevel"), "50")
+
+    def test_is_held_up_until_the_erase_is_over_when_that_is_wished(self):
+        self.start_with("1", "WinTempFileFolder")
+        seen = self.log_off()
+        self.assertEqual(seen[:2], [[TEMP], [TEMP, "Erasing Opera Cache..."]])
+        self.assertFalse(self.trace.exists())
+        self.check_stored("WinTempFileFolder")
+
+    def test_erases_nothing_when_that_is_not_wished_and_stores_the_settings(self):
+        self.start_with("0", "WinTempFileFolder")
+        self.assertEqual(self.log_off(), [])
+        self.assertTrue(self.trace.exists())
+        self.check_stored("WinTempFileFolder")
+
+    def test_is_as_wished_by_the_box_and_not_as_stored_before(self):
+        d = self.d
+        self.start_with("0", "WinTempFileFolder")
+        d.click("cmdSchedule")
+        d.set_checked(("chkStartUp", 1))
+        self.assertEqual(self.log_off()[:1], [[TEMP]])
+        self.assertFalse(self.trace.exists())
+        self.assertEqual(d.registry_value("Scheduling", "Shutdown"), "1")
+
+    def test_skips_every_item_after_an_earlier_run(self):
+        first_log = ["Erasing Clipboard History...", "Erasing Opera Cache..."]
+        self.start_with("1", "OpenSavedDialoge")
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over(), [*first_log, *DONE])
+        self.d.click("cmdDefault")
+        self.d.set_checked(("chkWinsettings", 0))
+        seen = self.log_off()
+        # The second run is over at once, and what it writes is gone with the window.
+        self.assertIn(seen[-1], ([*first_log, *DONE], STOPPED))
+        self.assertTrue(self.trace.exists())
+        self.check_stored("OpenSavedDialoge", "WinTempFileFolder")
+
+    def test_in_the_middle_of_a_run_runs_the_wished_erase_to_its_end(self):
+        self.start_with("1", "OpenSavedDialoge", "WinTempFileFolder")
+        self.press_erase_only()
+        self.wait_log(TEMP)
+        self.trace.write_text("written after the item of the first run")
+        self.log_off()
+        self.assertFalse(self.trace.exists())
+        self.check_stored("OpenSavedDialoge", "WinTempFileFolder")
+
+    def test_finds_a_hidden_program_too(self):
+        self.start_with("1", "WinTempFileFolder")
+        self.minimise()
+        self.log_off()
+        self.assertFalse(self.trace.exists())
+        self.check_stored("WinTempFileFolder")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
