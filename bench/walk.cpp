@@ -3,7 +3,8 @@
 // usage: bench_walk FOLDERS FILES_PER_FOLDER SHAPE PAIRS BASELINE
 //   SHAPE "nested" (eleven folders a branch, each in the one before) or "flat" (every folder in the one that is cleaned)
 //   BASELINE "loop" (FindFirstFile, DeleteFile, RemoveDirectory), "rd" (cmd /c rd /s /q) or "none"
-// The trees are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair; a figure that is not measured is 0.
+// The trees are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair; a figure that is not
+// measured is 0.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

@@ -117,6 +117,8 @@ void frmMain::BringToFront(Panel panel) {
   ::ShowWindow(PanelWindow(panel), SW_SHOW);
   for (int other = 0; other < kPanelCount; ++other)
     if (static_cast<Panel>(other) != panel) ::ShowWindow(PanelWindow(static_cast<Panel>(other)), SW_HIDE);
+  // A focus that is set in a hidden window leaves its title bar inactive when it shows.
+  if (!::IsWindowVisible(Handle())) return;
   const HWND focus = ::GetFocus();
   if (focus == nullptr || !::IsWindowVisible(focus)) ::SetFocus(NavigationButton(panel).Handle());
 }

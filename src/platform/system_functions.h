@@ -18,11 +18,12 @@ inline const LateFunction<HRESULT(WINAPI*)(HWND, LPCSTR, DWORD)> SHEmptyRecycleB
 // nothing needs it before the window is on the screen.
 inline const LateFunction<BOOL(WINAPI*)(DWORD, NOTIFYICONDATAA*)> ShellNotifyIcon{"shell32.dll", "Shell_NotifyIconA"};
 inline const LateFunction<HINSTANCE(WINAPI*)(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)> ShellOpen{"shell32.dll",
-                                                                                                        "ShellExecuteA"};
+                                                                                                   "ShellExecuteA"};
 inline const LateFunction<void(WINAPI*)(UINT, const void*)> SHAddToRecentDocs{"shell32.dll", "SHAddToRecentDocs"};
-inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecialFolderLocation{"shell32.dll",
-                                                                                                "SHGetSpecialFolderLocation"};
-inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll", "SHGetPathFromIDListA"};
+inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecialFolderLocation{
+    "shell32.dll", "SHGetSpecialFolderLocation"};
+inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll",
+                                                                                       "SHGetPathFromIDListA"};
 inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};
 inline const LateFunction<void(WINAPI*)(void*)> CoTaskMemFree{"ole32.dll", "CoTaskMemFree"};
 

@@ -106,7 +106,8 @@ class Windows:
         return self.wait_control(name, lambda c: fits(c.text), f"to show {text!r}", window, seconds).text
 
     def wait_checked(self, name, checked: bool = True, window=None, seconds: float = 20) -> None:
-        self.wait_control(name, lambda c: c.checked == checked, f"to be {'checked' if checked else 'unchecked'}", window, seconds)
+        what = f"to be {'checked' if checked else 'unchecked'}"
+        self.wait_control(name, lambda c: c.checked == checked, what, window, seconds)
 
     def wait_enabled(self, name, enabled: bool = True, window=None, seconds: float = 20) -> None:
         self.wait_control(name, lambda c: c.enabled == enabled, f"to be enabled: {enabled}", window, seconds)

@@ -7,7 +7,7 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, HERE, Desktop, compile_windows_program, control_ids, wait_for  # noqa: E402
+from driver import BUILT, HERE, Desktop, ProbeError, compile_windows_program, control_ids, wait_for  # noqa: E402
 
 WM_NULL = 0
 
@@ -82,6 +82,17 @@ class TheDriverUsesAProgramFromOutside(unittest.TestCase):
     def test_an_unknown_name_is_reported_by_its_name(self):
         with self.assertRaisesRegex(LookupError, "cmdNowhere"):
             self.d.control("cmdNowhere")
+
+    def test_the_room_that_a_text_takes_is_measured_in_its_own_font(self):
+        one_line = self.d.text_size("cmdCount")
+        self.assertTrue(20 < one_line.width < 60 and 8 < one_line.height < 20, dict(one_line))
+        broken = self.d.text_size(("chkOption", 1), 40)
+        self.assertEqual(broken.height, 2 * one_line.height)
+
+    def test_a_window_is_hidden_without_its_programs_help(self):
+        self.d.hide_window()
+        self.d.wait_no_window("frmSelf")
+        self.restart()
 
     # Mouse
 
@@ -299,6 +310,16 @@ class TheDriverUsesAProgramFromOutside(unittest.TestCase):
         self.assertEqual((list(listed["values"]), listed["keys"]), (["a text"], ["deeper"]))
         self.assertTrue(d.reg_delete_key("HKCU", path))
         self.assertIsNone(d.reg_list("HKCU", path))
+
+    def test_a_key_that_takes_no_lasting_keys_is_made(self):
+        d = self.d
+        path = r"Software\Fleeting"
+        d.reg_make_volatile("HKCU", path)
+        with self.assertRaisesRegex(ProbeError, "could not be made"):
+            d.reg_set("HKCU", path + r"\lasting", "name", "text")
+        with self.assertRaisesRegex(ProbeError, "already there"):
+            d.reg_make_volatile("HKCU", path)
+        self.assertTrue(d.reg_delete_key("HKCU", path))
 
 
 class LeavingADesktopEndsWhatItStarted(unittest.TestCase):

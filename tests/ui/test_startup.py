@@ -117,7 +117,8 @@ class StoredValues(StartCase):
         self.assertEqual(d.registry_section("Boss"), {"bossKey": "112"})
 
     def test_the_mode_is_the_first_of_day_hour_and_minutes_that_is_one(self):
-        for hour, day, minutes, mode in [("1", "1", "1", [0]), ("1", "0", "1", [1]), ("0", "0", "1", [2]), ("9", "0", "30", [])]:
+        cases = [("1", "1", "1", [0]), ("1", "0", "1", [1]), ("0", "0", "1", [2]), ("9", "0", "30", [])]
+        for hour, day, minutes, mode in cases:
             with self.subTest(hour=hour, day=day, minutes=minutes):
                 self.start({"Scheduling": {"ScheduleHour": hour, "ScheduleDay": day, "ScheduleMinutes": minutes}})
                 self.assertEqual(self.chosen_mode(), mode)

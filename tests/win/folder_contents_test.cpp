@@ -82,17 +82,15 @@ void CALLBACK StopAndCount(HWND, UINT, UINT_PTR, DWORD) {
   StopErase = true;
 }
 
+UINT_PTR watch;
 bool wentOn;
 
-void CALLBACK NoteThatItWentOn(HWND, UINT, UINT_PTR timer, DWORD) {
-  wentOn = true;
-  ::KillTimer(nullptr, timer);
-}
+void CALLBACK NoteThatItWentOn(HWND, UINT, UINT_PTR, DWORD) { wentOn = true; }
 
 void CALLBACK StopAndWatch(HWND, UINT, UINT_PTR timer, DWORD) {
   StopErase = true;
   ::KillTimer(nullptr, timer);
-  ::SetTimer(nullptr, 0, 100, &NoteThatItWentOn);
+  watch = ::SetTimer(nullptr, 0, 100, &NoteThatItWentOn);
 }
 
 class FolderContents : public testing::TestWithParam<const char*> {
@@ -383,6 +381,7 @@ TEST_P(FolderContentsAtLength, LooksAtNothingMoreAfterTheStop) {
   const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &StopAndWatch);
   ClearFolderContents(Planted("wide floor"), false, true);
   ::KillTimer(nullptr, timer);
+  ::KillTimer(nullptr, watch);
   EXPECT_TRUE(StopErase);
   EXPECT_FALSE(wentOn);
 }

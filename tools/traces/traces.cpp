@@ -32,7 +32,8 @@ void SetValues(const char* path, const char* data, int count) {
   RegCreateKeyA(HKEY_CURRENT_USER, path, &key);
   for (int i = 0; i < count; ++i) {
     const std::string name(1, static_cast<char>('a' + i));
-    RegSetValueExA(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data), static_cast<DWORD>(std::strlen(data) + 1));
+    RegSetValueExA(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data),
+                   static_cast<DWORD>(std::strlen(data) + 1));
   }
   RegCloseKey(key);
 }
