@@ -31,7 +31,7 @@ def main() -> int:
     preparation = load_preparation(folder, name)
     with contextlib.ExitStack() as stack:
         display = stack.enter_context(Display()).name if "--display" in sys.argv else None
-        home = stack.enter_context(WineHome(f"win-{name}-{version}", display))
+        home = stack.enter_context(WineHome(f"{program.parents[2].name}-{name}-{version}", display))
         if version != "default":
             home.set_windows_version(version)
         place = home.c / "test"
