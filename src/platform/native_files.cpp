@@ -69,10 +69,6 @@ UniqueFile OpenFolder(const NativePath& folder) {
                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
 }
 
-// Windows Vista.
-const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandleWide{"kernel32.dll",
-                                                                                              "GetFinalPathNameByHandleW"};
-
 }  // namespace
 
 bool UsesWideNames() {
@@ -147,10 +143,10 @@ std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
 
 NativePath NativeFinalPath(const NativePath& folder) {
   const UniqueFile opened = OpenFolder(folder);
-  if (!opened || !GetFinalPathNameByHandleWide) return {};
-  const DWORD needed = GetFinalPathNameByHandleWide(opened.get(), nullptr, 0, 0);
+  if (!opened || !late::GetFinalPathNameByHandle) return {};
+  const DWORD needed = late::GetFinalPathNameByHandle(opened.get(), nullptr, 0, 0);
   NativePath path(needed, L'\0');
-  const DWORD length = GetFinalPathNameByHandleWide(opened.get(), path.data(), needed, 0);
+  const DWORD length = late::GetFinalPathNameByHandle(opened.get(), path.data(), needed, 0);
   path.resize(length < needed ? length : 0);
   return path;
 }

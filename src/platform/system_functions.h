@@ -42,6 +42,10 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
 
+// Windows Vista.
+inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
+    "kernel32.dll", "GetFinalPathNameByHandleW"};
+
 // Windows 9x only.
 inline const LateFunction<DWORD(WINAPI*)(DWORD, DWORD)> RegisterServiceProcess{"kernel32.dll", "RegisterServiceProcess"};
 

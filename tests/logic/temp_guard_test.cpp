@@ -237,6 +237,17 @@ TEST(TempGuard, RefusesAFolderThatNoVariableNames) {
   ExpectRefused(facts);
 }
 
+TEST(TempGuard, RefusesAFolderThatLeadsToAKeptOneByAnotherPath) {
+  TempFolderFacts facts = Named("X:\\TEMP");
+  ExpectAllowed(facts);
+  facts.leadsToKept = true;
+  ExpectRefused(facts);
+}
+
+TEST(TempGuard, RefusesAPathWithAWildcardInIt) {
+  for (const char* path : {"C:\\T?MP", "C:\\TEMP\\*"}) ExpectRefused(Named(path));
+}
+
 // One folder to the file system, and short enough to have no short name beside its own. The letters are those of the
 // code page 1252.
 TEST(TempGuard, RefusesAKeptFolderWhoseAccentedLettersDifferInCase) {

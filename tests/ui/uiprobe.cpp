@@ -329,7 +329,7 @@ std::string answer(const std::string& line) {
     const Words words = json::words(line);
     if (words.empty()) return failure("empty command");
     const auto command = kCommands.find(words.front());
-    return command == kCommands.end() ? failure("unknown command") : command->second(words);
+    return command == kCommands.end() ? failure("unknown command: " + line) : command->second(words);
   } catch (const std::exception& e) {
     return failure(std::string("bad command: ") + e.what());
   }
@@ -342,6 +342,24 @@ bool joinDesktop() {
     ::Sleep(50);
   }
   return false;
+}
+
+// A line of standard input without its end. Read from the handle itself: the runtime's text reading loses characters of a
+// pipe now and then while a session ends.
+bool readLine(std::string& line) {
+  static std::string waiting;
+  std::size_t end;
+  while ((end = waiting.find('\n')) == std::string::npos) {
+    char bytes[4096];
+    DWORD count = 0;
+    if (!::ReadFile(::GetStdHandle(STD_INPUT_HANDLE), bytes, sizeof bytes, &count, nullptr) &&
+        ::GetLastError() != ERROR_OPERATION_ABORTED)
+      return false;
+    waiting.append(bytes, count);
+  }
+  line = waiting.substr(0, end);
+  waiting.erase(0, end + 1);
+  return true;
 }
 
 }  // namespace
@@ -358,7 +376,7 @@ int main(int count, char** arguments) {
     return 1;
   }
   std::cout << json::Object().number("ready", 1).done() << std::endl;
-  for (std::string line; std::getline(std::cin, line);) {
+  for (std::string line; readLine(line);) {
     while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) line.pop_back();
     if (line == "quit") break;
     std::cout << answer(line) << std::endl;
