@@ -167,7 +167,7 @@ class Imports(ProgramCase):
         self.assertEqual(self.findings(bytes(bound)), [])
 
     def test_imports_are_read_whole(self):
-        taken = {(entry.library, entry.function) for entry in PeFile(self.good).imports()}
+        taken = {(entry.dll, entry.function) for entry in PeFile(self.good).imports()}
         expected = {("kernel32.dll", "Sleep"), ("kernel32.dll", "GetTickCount"), ("user32.dll", "MessageBeep")}
         self.assertEqual(taken, expected)
 

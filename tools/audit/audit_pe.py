@@ -63,13 +63,13 @@ def check_imports(pe: PeFile, floor: Floor) -> list[str]:
     found = []
     for entry in pe.imports():
         if entry.ordinal is not None:
-            found.append(f"{entry.library} #{entry.ordinal}: imported by ordinal")
+            found.append(f"{entry.dll} #{entry.ordinal}: imported by ordinal")
         elif entry.function is None:
-            found.append(f"{entry.library}: listed as imported, but nothing is taken from it")
+            found.append(f"{entry.dll}: listed as imported, but nothing is taken from it")
         else:
-            objection = floor.objection(entry.library, entry.function)
+            objection = floor.objection(entry.dll, entry.function)
             if objection:
-                found.append(f"{entry.library} {entry.function}: {objection}")
+                found.append(f"{entry.dll} {entry.function}: {objection}")
     return found
 
 
@@ -162,7 +162,7 @@ def audit(data: bytes, floor: Floor, subsystem: str = "gui", max_size: int | Non
 
 
 def summary(data: bytes) -> str:
-    taken = {(entry.library, entry.function) for entry in PeFile(data).imports()}
+    taken = {(entry.dll, entry.function) for entry in PeFile(data).imports()}
     libraries = {library for library, _ in taken}
     return f"{len(taken)} imports from {len(libraries)} libraries, {len(data)} bytes, all on the floor"
 

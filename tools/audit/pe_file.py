@@ -25,7 +25,7 @@ class Section:
 
 @dataclass(frozen=True)
 class Import:
-    library: str  # lower case, with its extension
+    dll: str  # lower case, with its extension
     function: str | None  # None: by ordinal, or a library that nothing is taken from
     ordinal: int | None
 
