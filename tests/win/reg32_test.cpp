@@ -152,6 +152,7 @@ TEST_F(GetSettingStringTest, ReadsUpToTheFirstZero) {
 }
 
 TEST_F(GetSettingStringTest, ReadsATextWithoutATerminatingZero) {
+  // Windows 9x ends every text itself, so the value cannot be made there; the settings of the NT family run this.
   if (EndsEveryText()) GTEST_SKIP() << "this Windows has no such value";
   key.Put("name", REG_SZ, "123");
   ASSERT_EQ(key.Value("name"), (RegistryValue{REG_SZ, "123"}));
@@ -159,6 +160,7 @@ TEST_F(GetSettingStringTest, ReadsATextWithoutATerminatingZero) {
 }
 
 TEST_F(GetSettingStringTest, KeepsTheDefaultForAValueWithoutAByte) {
+  // Windows 9x ends every text itself, so the value cannot be made there; the settings of the NT family run this.
   if (EndsEveryText()) GTEST_SKIP() << "this Windows has no such value";
   key.Put("name", REG_SZ, "");
   ASSERT_EQ(key.Value("name"), (RegistryValue{REG_SZ, ""}));

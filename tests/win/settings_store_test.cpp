@@ -82,6 +82,7 @@ TEST_F(SettingsStore, ReadsUpToTheFirstZero) {
 }
 
 TEST_F(SettingsStore, ReadsATextWithoutATerminatingZeroWhole) {
+  // Windows 9x ends every text itself, so the value cannot be made there; the settings of the NT family run this.
   if (EndsEveryText()) GTEST_SKIP() << "this Windows has no such value";
   store.Put("ScheduleMin", REG_SZ, "15", kScheduling);
   ASSERT_EQ(store.Value("ScheduleMin", kScheduling), (RegistryValue{REG_SZ, "15"}));

@@ -109,6 +109,7 @@ TEST_F(ReadStoredSettingsTest, TakesOddTextsAsTheyAre) {
 }
 
 TEST_F(ReadStoredSettingsTest, ReadsUpToAZeroAndWithoutATerminatingOne) {
+  // Windows 9x ends every text itself, so the value cannot be made there; the settings of the NT family run this.
   if (EndsEveryText()) GTEST_SKIP() << "this Windows has no such value";
   for (const SettingRow& row : kSchema)
     store.Put(row.key, REG_SZ,

@@ -273,7 +273,9 @@ TEST_P(TempFolder, IsRefusedWhenItIsALink) {
 }
 
 TEST_P(TempFolder, IsRefusedWhenAnotherPathLeadsToAFolderToKeep) {
-  if (ByAnsi()) GTEST_SKIP() << "Windows 9x has no links";
+  // The guard compares the numbers of folders, which the ANSI way does not ask for. Windows 9x has no links, but it has
+  // substituted drives: there one that leads to a folder to keep is not recognised.
+  if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   for (const char* tmp : {"C:\\to c\\users", "C:\\to c\\windows", "C:\\to c\\Program Files", "C:\\to c\\to c\\users",
                           "C:\\to c\\test", "C:\\to users\\quellix", "C:\\to users\\quellix\\Desktop",
                           "C:\\to profile\\AppData", "X:\\quellix", "X:\\quellix\\AppData\\Local"})
@@ -281,7 +283,9 @@ TEST_P(TempFolder, IsRefusedWhenAnotherPathLeadsToAFolderToKeep) {
 }
 
 TEST_P(TempFolder, IsRefusedWhenTheDocumentsFolderIsALinkIntoIt) {
-  if (ByAnsi()) GTEST_SKIP() << "Windows 9x has no links";
+  // The guard compares the numbers of folders, which the ANSI way does not ask for. Windows 9x has no links, but it has
+  // substituted drives: there one that leads to a folder to keep is not recognised.
+  if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   ExpectRefused("C:\\data\\docs");
   ExpectRefused("C:\\data");
 }

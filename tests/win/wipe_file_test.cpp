@@ -139,6 +139,7 @@ TEST_F(WipeFileTest, LeavesAReadOnlyFileAndHandsPathAndReasonToTheLog) {
 
 TEST_F(WipeFileTest, LeavesAReadOnlyFileUnchangedAfterAPassToo) {
   const std::string file = ReadOnlyFile();
+  // Runs for an ordinary user only: the superuser is let in, so that there is no failing open to look at.
   if (OpenForWriting(file)) GTEST_SKIP() << "for the superuser Wine opens read-only files for writing";
   WipeFile(file, 1);
   EXPECT_EQ(ReadWhole(file), "the content");
