@@ -2,26 +2,32 @@
 # windows.h. They are built twice, into the program and natively for the tests under sanitizers; that enforces the rule.
 
 set(LOGIC_SOURCES
+  src/platform/com_error.cpp
   src/platform/os_name.cpp
   src/platform/path_text.cpp
   src/platform/runtime_error.cpp
   src/platform/system_error.cpp
   src/platform/text_value.cpp
   src/settings/schema.cpp
+  src/cleaners/cache_entry_rule.cpp
   src/cleaners/listed_names.cpp
   src/cleaners/mask_ending.cpp
   src/cleaners/temp_guard.cpp
   src/cleaners/wipe_fill.cpp
+  src/cookies/keep_list.cpp
   src/automation/boss_key.cpp
   src/shred/folder_chain.cpp
   src/erase/catalogue.cpp
   src/erase/erase_run.cpp
   src/app/panel_navigation.cpp
+  companions/iea/iea_rules.cpp
 )
 
 set(WINDOWS_SOURCES
   src/platform/ErroHandle.cpp
   src/platform/Reg32.cpp
+  src/platform/clsIni.cpp
+  src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
   src/platform/internet_transfer.cpp
@@ -29,14 +35,23 @@ set(WINDOWS_SOURCES
   src/platform/message_pump.cpp
   src/platform/native_files.cpp
   src/platform/special_folder.cpp
+  src/platform/whole_file.cpp
   src/settings/settings_store.cpp
   src/settings/stored_settings.cpp
+  src/cleaners/CURLHistory.cpp
+  src/cleaners/URLHistoryItem.cpp
+  src/cleaners/cache_walks.cpp
   src/cleaners/clean_log.cpp
   src/cleaners/folder_contents.cpp
+  src/cleaners/locked_index.cpp
+  src/cleaners/mdFHCCleaner.cpp
   src/cleaners/modCleanItems.cpp
   src/cleaners/modCleaning.cpp
   src/cleaners/temp_folder.cpp
+  src/cleaners/url_cache_walk.cpp
   src/cleaners/wipe_file.cpp
+  src/cookies/frmCookie.cpp
+  src/cookies/mdCookies.cpp
   src/automation/fraScheduleManager.cpp
   src/automation/modHide.cpp
   src/automation/updater.cpp

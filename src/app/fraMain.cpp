@@ -19,7 +19,7 @@ void ForEachBox(Visit visit) {
 
 }  // namespace
 
-fraMain::fraMain(MainWindow& window) : window_(window) {
+fraMain::fraMain(MainWindow& window) : window_(window), cookies_(window) {
   ForEachBox([this](BoxArray array, int index) {
     const auto number = static_cast<std::size_t>(array);
     boxes_[number].emplace_back(*this, kFirstIds[number] + index).SetText(FindItem(array, index)->caption);
@@ -52,6 +52,10 @@ void fraMain::OnCommand(int id, int notification) {
   });
   if (id == IDC_cmdSelectAll) SetEveryBox(1);
   if (id == IDC_cmdDeselectAll) SetEveryBox(0);
+  if (id == IDC_cmdCookiesOption) {
+    window_.SetStatusText("Displaying Cookies");
+    cookies_.Show();
+  }
   if (id == IDC_cmdClean_2) {
     window_.ShowErasePanel();
     window_.EraseOnly();

@@ -5,6 +5,7 @@
 #include <deque>
 
 #include "app/fraMain_ids.h"
+#include "cookies/frmCookie.h"
 #include "erase/catalogue.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
@@ -35,6 +36,7 @@ class fraMain : public Dialog {
   void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);
 
   MainWindow& window_;
+  frmCookie cookies_;
   std::array<std::deque<CheckBox>, kBoxCounts.size()> boxes_;
   UniqueGdiObject picNet_;
   UniqueGdiObject picOpe_;

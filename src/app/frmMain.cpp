@@ -106,6 +106,14 @@ HWND frmMain::PanelWindow(Panel panel) const {
   return nullptr;
 }
 
+// The group box that a panel's controls stand in shows it.
+std::string frmMain::PanelCaption() const {
+  constexpr int kFrames[] = {IDC_fraMain, IDC_fraClean, IDC_fraShred, IDC_fraScheduleManager, IDC_fraHelp};
+  char caption[80] = "";
+  ::GetDlgItemTextA(PanelWindow(shown_), kFrames[static_cast<std::size_t>(shown_)], caption, sizeof caption);
+  return caption;
+}
+
 Control& frmMain::NavigationButton(Panel panel) {
   Control* const buttons[] = {&cmdDefault, &cmdCleenFrame, &cmdSecureDelk, &cmdSchedule, &cmdHelp};
   return *buttons[static_cast<std::size_t>(panel)];
@@ -143,7 +151,7 @@ void frmMain::Navigate(Panel panel) {
 bool frmMain::TranslateKey(MSG& message) {
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
     if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressDrawnButton(message)) return true;
-  return ::IsDialogMessageA(Handle(), &message) != 0;
+  return Dialog::TranslateKeys(message);
 }
 
 void frmMain::OnCommand(int id, int notification) {

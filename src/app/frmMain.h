@@ -29,6 +29,7 @@ class frmMain final : public Dialog, public MainWindow {
   void EraseOnly() override;
   void ShowErasePanel() override { Navigate(Panel::Erase); }
   void SaveEraseSettings() override;
+  std::string PanelCaption() const override;
 
  private:
   void OnInit() override;

@@ -1,5 +1,8 @@
 #include "erase/run_cleaner.h"
 
+#include "cleaners/cache_walks.h"
+#include "cleaners/locked_index.h"
+#include "cleaners/mdFHCCleaner.h"
 #include "cleaners/modCleanItems.h"
 #include "cleaners/modCleaning.h"
 
@@ -19,16 +22,27 @@ void RunCleaner(Cleaner cleaner) {
       return ClearClipboard();
     case Cleaner::RegistryStreams:
       return ClearRegistryStreams();
-    // The browsers' cleaners; docs/status.md lists what is still to come.
-    case Cleaner::None:
     case Cleaner::TypedUrls:
+      return Command7();
     case Cleaner::AutoCompleteForms:
+      return cmdAutoComplte();
     case Cleaner::AutoCompletePasswords:
+      return ClearAutoCompletePasswords();
     case Cleaner::Cache:
+      ClearUrlCache();
+      return;
     case Cleaner::IEHistory:
+      return ClearIEHistory();
     case Cleaner::LockedIndex:
+      return ClearLockedIndexFiles();
     case Cleaner::CookiesThenCache:
+      ClearCookies();
+      ClearUrlCache();
+      return;
     case Cleaner::RunHistory:
+      return ClearRunMRU();
+    // Netscape, Mozilla and Opera; docs/status.md lists what is still to come.
+    case Cleaner::None:
     case Cleaner::NetscapeTypedUrls:
     case Cleaner::NetscapeMail:
     case Cleaner::NetscapeCache:

@@ -10,12 +10,16 @@
 
 namespace {
 
+// Windows 9x measures no more than 8,192 characters, and a list there scrolls no further than 32,767 pixels.
+constexpr std::size_t kMeasuredCharacters = 2000;
+
 int TextWidth(HWND window, const std::string& text) {
   const HDC context = ::GetDC(window);
   const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(::SendMessageA(window, WM_GETFONT, 0, 0));
   const HGDIOBJ before = font != nullptr ? ::SelectObject(context, font) : nullptr;
   SIZE size{};
-  ::GetTextExtentPoint32A(context, text.data(), static_cast<int>(text.size()), &size);
+  const int length = static_cast<int>(std::min<std::size_t>(text.size(), kMeasuredCharacters));
+  ::GetTextExtentPoint32A(context, text.data(), length, &size);
   if (before != nullptr) ::SelectObject(context, before);
   ::ReleaseDC(window, context);
   return size.cx;
@@ -99,6 +103,14 @@ void OptionButton::ShowState() {
   if (group_.chosen != 0) Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED);
 }
 
+ListBox::Filling::Filling(ListBox& list) : window_(list.Handle()) { ::SendMessageA(window_, WM_SETREDRAW, FALSE, 0); }
+
+ListBox::Filling::~Filling() {
+  if (!::IsWindow(window_)) return;
+  ::SendMessageA(window_, WM_SETREDRAW, TRUE, 0);
+  ::InvalidateRect(window_, nullptr, TRUE);
+}
+
 void ListBox::AddItem(const std::string& text) {
   if (Handle() == nullptr) {
     items_.push_back(text);
@@ -109,6 +121,14 @@ void ListBox::AddItem(const std::string& text) {
   if (width <= widest_) return;
   widest_ = width;
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(width));
+}
+
+void ListBox::RemoveItem(int index) {
+  if (index < 0 || index >= ListCount()) return;
+  if (Handle() == nullptr)
+    items_.erase(items_.begin() + index);
+  else
+    Send(LB_DELETESTRING, static_cast<WPARAM>(index));
 }
 
 void ListBox::ShowState() {

@@ -42,6 +42,7 @@ class Control : public DialogPart {
 
  private:
   void Attach() final;
+  void Detach() final { window_ = nullptr; }
 
   Dialog& dialog_;
   int id_;
@@ -100,10 +101,28 @@ class OptionButton : public Control {
 class ListBox : public Control {
  public:
   using Control::Control;
+
+  // While one lives, the list draws nothing; it draws itself once at the end. For more than a screenful of changes.
+  class Filling {
+   public:
+    explicit Filling(ListBox& list);
+    Filling(const Filling&) = delete;
+    Filling& operator=(const Filling&) = delete;
+    ~Filling();
+
+   private:
+    HWND window_;
+  };
+
   void AddItem(const std::string& text);  // and makes the list scroll sideways as far as the text is long
+  void RemoveItem(int index);             // nothing for a line that is not there
   void Clear();
   int ListCount() const;
   std::string Item(int index) const;
+
+  // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
+  int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
+  void Select(int index) { Send(LB_SETCURSEL, static_cast<WPARAM>(index)); }
   void ShowLast();
 
  private:

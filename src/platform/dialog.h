@@ -8,10 +8,11 @@
 
 #include "platform/win32.h"
 
-// What a dialog attaches when its window stands.
+// What a dialog attaches when its window stands, and detaches when the window goes.
 class DialogPart {
  public:
   virtual void Attach() = 0;
+  virtual void Detach() = 0;
 
  protected:
   ~DialogPart() = default;
@@ -32,11 +33,17 @@ class Dialog {
   // What a click on the control does, whether or not there is a window yet.
   void Click(int id);
 
+  // The keys of the dialog window that the message belongs to: tab order, Enter, Esc. True when it was one of them.
+  static bool TranslateKeys(MSG& message);
+
  protected:
   ~Dialog() = default;
 
   // Makes the modeless window of template `id`; null on failure, with the reason in GetLastError.
   HWND Create(int id, HWND parent);
+
+  // Puts the window over the middle of another one, as far as it stays on the screen.
+  void PlaceOver(HWND other);
 
   // The controls are attached by now.
   virtual void OnInit() {}

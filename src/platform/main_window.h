@@ -20,6 +20,9 @@ class MainWindow {
 
   virtual void SaveEraseSettings() = 0;
 
+  // The caption of the panel on show.
+  virtual std::string PanelCaption() const = 0;
+
  protected:
   ~MainWindow() = default;
 };

@@ -14,6 +14,7 @@ constexpr Wording kWordings[] = {
     {kInvalidCall, "Invalid procedure call or argument"},
     {kOverflow, "Overflow"},
     {kOutOfMemory, "Out of memory"},
+    {kSubscriptOutOfRange, "Subscript out of range"},
     {kTypeMismatch, "Type mismatch"},
     {kDllNotLoaded, "Error in loading DLL"},
     {kBadFileName, "Bad file name or number"},

@@ -19,6 +19,7 @@ enum RuntimeErrorNumber : int {
   kInvalidCall = 5,
   kOverflow = 6,
   kOutOfMemory = 7,
+  kSubscriptOutOfRange = 9,
   kTypeMismatch = 13,
   kDllNotLoaded = 48,
   kBadFileName = 52,

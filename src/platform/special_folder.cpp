@@ -2,10 +2,15 @@
 
 #include "platform/system_functions.h"
 
+namespace {
+// A fixed number: the look-up shows nothing that would need an owner.
+const HWND kNoRealWindow = reinterpret_cast<HWND>(100);
+}  // namespace
+
 std::string FindSpecialFolder(int identifier) {
   ItemIdList* items = nullptr;
-  if (late::SHGetSpecialFolderLocation(nullptr, identifier, &items) != NOERROR) return {};
-  char path[MAX_PATH] = "";
+  if (late::SHGetSpecialFolderLocation(kNoRealWindow, identifier, &items) != NOERROR) return {};
+  char path[512] = "";
   const BOOL found = late::SHGetPathFromIDList(items, path);
   late::CoTaskMemFree(items);
   return found ? path : "";

@@ -9,6 +9,8 @@ enum SpecialFolder : int {
   kDesktopFolder = 16,
   kApplicationDataFolder = 26,
   kLocalApplicationDataFolder = 28,
+  kCookiesFolder = 33,
+  kHistoryFolder = 34,
   kProgramFilesFolder = 38,
   kProfileFolder = 40,
 };

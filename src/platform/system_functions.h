@@ -7,6 +7,8 @@
 #include <shellapi.h>
 
 struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
+struct IPStore;     // of pstore.h
+struct IUnknown;
 
 namespace late {
 
@@ -25,13 +27,32 @@ inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecia
 inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll",
                                                                                        "SHGetPathFromIDListA"};
 inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};
+inline const LateFunction<void(WINAPI*)()> CoUninitialize{"ole32.dll", "CoUninitialize"};
 inline const LateFunction<void(WINAPI*)(void*)> CoTaskMemFree{"ole32.dll", "CoTaskMemFree"};
+inline const LateFunction<HRESULT(WINAPI*)(const GUID&, IUnknown*, DWORD, const GUID&, void**)> CoCreateInstance{
+    "ole32.dll", "CoCreateInstance"};
+inline const LateFunction<INT(WINAPI*)(SYSTEMTIME*, double*)> SystemTimeToVariantTime{"oleaut32.dll",
+                                                                                      "SystemTimeToVariantTime"};
 
 // Internet Explorer 3. A handle is an opaque pointer; null is none.
 inline const LateFunction<void*(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> InternetOpen{"wininet.dll", "InternetOpenA"};
 inline const LateFunction<void*(WINAPI*)(void*, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR)> InternetOpenUrl{
     "wininet.dll", "InternetOpenUrlA"};
 inline const LateFunction<BOOL(WINAPI*)(void*)> InternetCloseHandle{"wininet.dll", "InternetCloseHandle"};
+
+// The URL cache. Internet Explorer 3 and 4 have the deletion under the name without the A, 5 and later under both. An entry
+// is returned in memory whose start url_cache_record.h describes.
+inline const LateFunction<HANDLE(WINAPI*)(LPCSTR, void*, DWORD*)> FindFirstUrlCacheEntry{"wininet.dll",
+                                                                                         "FindFirstUrlCacheEntryA"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, void*, DWORD*)> FindNextUrlCacheEntry{"wininet.dll",
+                                                                                      "FindNextUrlCacheEntryA"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE)> FindCloseUrlCache{"wininet.dll", "FindCloseUrlCache"};
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> DeleteUrlCacheEntryA{"wininet.dll", "DeleteUrlCacheEntryA"};
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> DeleteUrlCacheEntry{"wininet.dll", "DeleteUrlCacheEntry"};
+
+// The protected store: Internet Explorer 4 to Windows 7.
+inline const LateFunction<HRESULT(WINAPI*)(IPStore**, GUID*, void*, DWORD)> PStoreCreateInstance{"pstorec.dll",
+                                                                                                 "PStoreCreateInstance"};
 
 // The NT family; Windows 9x exports them as stubs that fail, which UsesWideNames() of native_files.h finds out.
 inline const LateFunction<DWORD(WINAPI*)(LPCWSTR)> GetFileAttributesWide{"kernel32.dll", "GetFileAttributesW"};
@@ -41,10 +62,19 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> DeleteFileWide{"kernel32.dll",
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.dll", "RemoveDirectoryW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
+inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*)> RegEnumValueWide{
+    "advapi32.dll", "RegEnumValueW"};
+inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR)> RegDeleteValueWide{"advapi32.dll", "RegDeleteValueW"};
+
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, DWORD)> MoveFileEx{"kernel32.dll", "MoveFileExA"};
 
 // Windows Vista.
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
     "kernel32.dll", "GetFinalPathNameByHandleW"};
+
+// Windows 98 and NT 4.
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR, GET_FILEEX_INFO_LEVELS, void*)> GetFileAttributesEx{"kernel32.dll",
+                                                                                                    "GetFileAttributesExA"};
 
 // Windows 9x only.
 inline const LateFunction<DWORD(WINAPI*)(DWORD, DWORD)> RegisterServiceProcess{"kernel32.dll", "RegisterServiceProcess"};

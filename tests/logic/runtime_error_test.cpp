@@ -17,6 +17,7 @@ const Wording kClassicList[] = {
     {5, "Invalid procedure call or argument"},
     {6, "Overflow"},
     {7, "Out of memory"},
+    {9, "Subscript out of range"},
     {13, "Type mismatch"},
     {48, "Error in loading DLL"},
     {52, "Bad file name or number"},
@@ -56,11 +57,12 @@ TEST(RuntimeErrorDescription, OfANumberOutsideTheListIsTheGeneralOne) {
 }
 
 TEST(RuntimeErrorNumber, NamesTheNumbersOfTheClassicList) {
-  const std::vector<int> named = {
-      kInvalidCall,          kOverflow,           kOutOfMemory,        kTypeMismatch, kDllNotLoaded, kBadFileName,
-      kFileNotFound,         kFileAlreadyOpen,    kDeviceIoError,      kFileExists,   kDiskFull,     kPastEndOfFile,
-      kTooManyFiles,         kDeviceUnavailable,  kPermissionDenied,   kDiskNotReady, kAccessError,  kPathNotFound,
-      kInvalidPropertyValue, kCannotCreateObject, kDllFunctionNotFound};
+  const std::vector<int> named = {kInvalidCall,        kOverflow,           kOutOfMemory,       kSubscriptOutOfRange,
+                                  kTypeMismatch,       kDllNotLoaded,       kBadFileName,       kFileNotFound,
+                                  kFileAlreadyOpen,    kDeviceIoError,      kFileExists,        kDiskFull,
+                                  kPastEndOfFile,      kTooManyFiles,       kDeviceUnavailable, kPermissionDenied,
+                                  kDiskNotReady,       kAccessError,        kPathNotFound,      kInvalidPropertyValue,
+                                  kCannotCreateObject, kDllFunctionNotFound};
   std::vector<int> classic;
   for (const Wording& row : kClassicList) classic.push_back(row.number);
   EXPECT_EQ(named, classic);

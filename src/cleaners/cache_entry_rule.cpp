@@ -1,0 +1,14 @@
+#include "cleaners/cache_entry_rule.h"
+
+#include "platform/text_value.h"
+
+bool IsRemovedByCacheWalk(std::string_view url) {
+  const std::string start = UpperCase(url.substr(0, 8));
+  return start != "VISITED:" && start != "COOKIE:";
+}
+
+bool IsCookieUrl(std::string_view url) { return url.substr(0, 7) == "Cookie:"; }
+
+std::string CookieName(std::string_view localFileName) {
+  return std::string(localFileName.substr(localFileName.rfind('\\') + 1));
+}

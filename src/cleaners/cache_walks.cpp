@@ -1,0 +1,55 @@
+#include "cleaners/cache_walks.h"
+
+#include "cleaners/cache_entry_rule.h"
+#include "cleaners/url_cache_walk.h"
+#include "platform/message_pump.h"
+#include "platform/runtime_error.h"
+#include "platform/stop_request.h"
+#include "platform/whole_file.h"
+
+namespace {
+
+// Visits every entry; the stop request is looked at between two of them.
+template <class Visit>
+void WalkUrlCache(const char* pattern, Visit visit) {
+  if (StopErase) return;
+  UrlCacheWalk walk(pattern);
+  while (walk.Next()) {
+    visit(walk);
+    DoEventsNowAndThen();
+    if (StopErase) return;
+  }
+}
+
+// 0 for an entry without a file and for a file that is gone.
+std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
+  std::int64_t length = 0;
+  if (!walk.LocalFile().empty()) resumeNext([&] { length = static_cast<std::int64_t>(FileLen(walk.LocalFile())); });
+  return length;
+}
+
+}  // namespace
+
+std::int64_t ClearUrlCache() {
+  std::int64_t total = 0;
+  WalkUrlCache(nullptr, [&](UrlCacheWalk& walk) {
+    if (!IsRemovedByCacheWalk(walk.Url())) return;
+    total += LengthOfLocalFile(walk);
+    resumeNext([&] { walk.DeleteEntry(); });
+  });
+  return total;
+}
+
+std::int64_t ClearCookies() {
+  std::int64_t total = 0;
+  WalkUrlCache("Cookie:", [&](UrlCacheWalk& walk) {
+    const std::int64_t length = LengthOfLocalFile(walk);
+    total += length;
+    if (!IsCookieUrl(walk.Url())) return;
+    if (lstSafeList != nullptr && lstSafeList->Holds(CookieName(walk.LocalFile())))
+      total -= length;
+    else
+      resumeNext([&] { walk.DeleteEntry(); });
+  });
+  return total;
+}

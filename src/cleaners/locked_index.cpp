@@ -1,0 +1,53 @@
+#include "cleaners/locked_index.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+#include "platform/message_pump.h"
+#include "platform/native_files.h"
+#include "platform/path_text.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/stop_request.h"
+#include "platform/system_error.h"
+#include "platform/whole_file.h"
+
+namespace {
+
+constexpr std::size_t kBlock = 0x10000;  // bytes
+
+// In its place and without cutting it first, so that the blanks lie where the traces lay. The blanks are on the disk when
+// the file is closed.
+void FillWithBlanks(const std::string& path, std::uint64_t length) {
+  const UniqueFile file = NativeOpenForWriting(ToNativePath(path));
+  if (!file) RaiseSystemError(::GetLastError());
+  const std::string blanks(static_cast<std::size_t>(std::min<std::uint64_t>(length, kBlock)), ' ');
+  for (std::uint64_t left = length; left > 0;) {
+    const auto count = static_cast<DWORD>(std::min<std::uint64_t>(left, blanks.size()));
+    DWORD written = 0;
+    if (!::WriteFile(file.get(), blanks.data(), count, &written, nullptr)) RaiseSystemError(::GetLastError());
+    left -= count;
+    DoEventsNowAndThen();
+  }
+  if (!::FlushFileBuffers(file.get())) RaiseSystemError(::GetLastError());
+}
+
+void ClearIndexFile(SpecialFolder folder, const char* name) {
+  resumeNext([&] {
+    const std::string place = FindSpecialFolder(folder);
+    if (place.empty()) return;  // the system does not know the folder; the name alone would mean the drive's root
+    const std::string path = AppendBackslash(place) + name;
+    const std::uint64_t length = FileLen(path);
+    if (!StopErase) FillWithBlanks(path, length);
+  });
+  Err.Clear();
+}
+
+}  // namespace
+
+void ClearLockedIndexFiles() {
+  ClearIndexFile(kCookiesFolder, "index.dat");
+  ClearIndexFile(kHistoryFolder, "index.dat");
+  ClearIndexFile(kHistoryFolder, "history.ie5\\index.dat");
+}

@@ -1,0 +1,73 @@
+#include "cleaners/mdFHCCleaner.h"
+
+#include "cleaners/CURLHistory.h"
+#include "cleaners/value_sweep.h"
+#include "platform/ErroHandle.h"
+#include "platform/Reg32.h"
+#include "platform/handles.h"
+#include "platform/main_window.h"
+#include "platform/special_folder.h"
+#include "platform/stop_request.h"
+#include "platform/system_functions.h"
+
+namespace {
+
+constexpr char kTypedUrlsKey[] = "Software\\Microsoft\\Internet Explorer\\TypedURLs";
+constexpr char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU";
+constexpr char kIntelliFormsKey[] = "Software\\Microsoft\\Internet Explorer\\IntelliForms";
+
+// Sweeps whether or not a stop is asked for: the sweep looks, the deletion of the key does not.
+void EraseSweptKey(const char* path) {
+  HKEY opened = nullptr;
+  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
+  UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
+  ++ErasedKeyCount;
+  SweepValues(key.get(), status);
+  key.reset();
+  late::SHDeleteKey(HKEY_CURRENT_USER, path);
+}
+
+}  // namespace
+
+void SweepValues(HKEY key, LONG status) {
+  for (DWORD index = 0; status == ERROR_SUCCESS; ++index) {
+    if (StopErase) return;
+    char name[256];
+    DWORD length = 255;
+    DWORD size = 0;
+    status = ::RegEnumValueA(key, index, name, &length, nullptr, nullptr, nullptr, &size);
+    if (status == ERROR_SUCCESS) status = ::RegDeleteValueA(key, name);
+  }
+}
+
+void Command7() {
+  reportAndLeave("mdFHCCLeaner,Command7", [] { EraseSweptKey(kTypedUrlsKey); });  // the capital L is meant
+}
+
+void ClearRunMRU() {
+  reportAndLeave("mdFHCCleaner,ClearRunMRU", [] { EraseSweptKey(kRunKey); });
+}
+
+void cmdAutoComplte() {
+  if (StopErase) return;
+  reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
+    const std::string companion = ProgramFolder() + "\\iea.exe";
+    // The working directory is the text "1", too: meant. The companion needs none.
+    late::ShellOpen(MainWindowHandle, "open", companion.c_str(), "1", "1", SW_HIDE);
+  });
+}
+
+void ClearAutoCompletePasswords() {
+  if (StopErase) return;
+  ++ErasedKeyCount;
+  resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
+}
+
+void ClearIEHistory() {
+  if (StopErase) return;
+  reportAndLeave("mdFHCCleaner,ClearIEHistory", [] {
+    CURLHistory history;
+    history.Clear();
+    history.Refresh(L"", 0);
+  });
+}

@@ -1,0 +1,43 @@
+// The entries of the browser's URL cache, one after another. Without wininet, and when the cache cannot be read, there
+// are none.
+#pragma once
+
+#include <string>
+
+#include "cleaners/url_cache_record.h"
+#include "platform/clsMemoryManagement.h"
+#include "platform/handles.h"
+
+struct UrlCacheFindPolicy {
+  using Value = HANDLE;
+  static Value Invalid() { return nullptr; }
+  static void Close(Value value);
+};
+using UniqueUrlCacheFind = UniqueHandle<UrlCacheFindPolicy>;
+
+class UrlCacheWalk {
+ public:
+  // The search pattern of the cache ("Cookie:"); null for every entry. The system may ignore it.
+  explicit UrlCacheWalk(const char* pattern) : pattern_(pattern) {}
+
+  // False behind the last entry; what is known of the one before is then empty. An entry that went meanwhile has no URL.
+  bool Next();
+
+  const std::string& Url() const { return url_; }              // empty when it has none
+  const std::string& LocalFile() const { return localFile_; }  // full path; empty for an entry without a file
+
+  // Removes the entry together with its file. One that is in use, or gone by now, stays as it is.
+  void DeleteEntry();
+
+ private:
+  bool Fetch();
+  std::string Text(std::uint32_t address) const;
+
+  const char* pattern_;
+  UniqueUrlCacheFind find_;
+  bool started_ = false;
+  clsMemoryManagement block_;
+  UrlCacheRecord record_{};
+  std::string url_;
+  std::string localFile_;
+};

@@ -1,0 +1,136 @@
+#include "cookies/frmCookie.h"
+
+#include "cleaners/cache_entry_rule.h"
+#include "cleaners/url_cache_walk.h"
+#include "cookies/keep_list.h"
+#include "cookies/mdCookies.h"
+#include "platform/message_pump.h"
+#include "platform/path_text.h"
+#include "platform/special_folder.h"
+
+namespace {
+constexpr char kFileName[] = "SafeCookie.dat";
+}
+
+// Filling and moving let window events run, and one of them may close the window, even open it anew: the work that was
+// going on is then over. Meanwhile a button begins nothing else, so that no half-filled list is moved or saved.
+class frmCookie::Work {
+ public:
+  explicit Work(frmCookie& form) : form_(form) { form_.work_ = this; }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+  ~Work() {
+    if (!over_) form_.work_ = nullptr;
+  }
+
+  void End() {
+    over_ = true;
+    form_.work_ = nullptr;
+  }
+  const bool& Over() const { return over_; }
+
+ private:
+  frmCookie& form_;
+  bool over_ = false;
+};
+
+void frmCookie::Show() {
+  if (Handle() == nullptr && Create(IDD_frmCookie, window_.Window()) == nullptr) return;
+  ::ShowWindow(Handle(), SW_SHOW);
+  ::SetForegroundWindow(Handle());
+}
+
+void frmCookie::OnInit() {
+  PlaceOver(window_.Window());
+  ini_.emplace();
+  ::SetFocus(lstKeeplist.Handle());
+  ::PostMessageA(Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdRefresh, BN_CLICKED), 0);  // fills it once it is on the screen
+}
+
+void frmCookie::OnCommand(int id, int notification) {
+  if (id == IDCANCEL) return Unload();
+  const bool chosen =
+      notification == BN_CLICKED || (notification == LBN_DBLCLK && (id == IDC_lstKeeplist || id == IDC_SafeList));
+  if (!chosen || work_ != nullptr) return;
+  switch (id) {
+    case IDC_lstKeeplist:
+    case IDC_cmdAdd:
+      return MoveSelected(lstKeeplist, SafeList);
+    case IDC_SafeList:
+    case IDC_cmdRemove:
+      return MoveSelected(SafeList, lstKeeplist);
+    case IDC_cmdAddAll:
+      return MoveAll(lstKeeplist, SafeList);
+    case IDC_cmdRemoveAll:
+      return MoveAll(SafeList, lstKeeplist);
+    case IDC_cmdRefresh:
+      return Load();
+    case IDC_cmdClose:
+      return SaveAndClose();
+  }
+}
+
+bool frmCookie::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
+  if (message != WM_CLOSE) return false;
+  Unload();
+  return true;
+}
+
+void frmCookie::Load() {
+  const Work work(*this);
+  keepListRead_ = LoadList(SafeList, AppendBackslash(ProgramFolder()) + kFileName, &work.Over());
+  if (!work.Over()) ShowCurrentCookies(work);
+}
+
+void frmCookie::ShowCurrentCookies(const Work& work) {
+  CookieNames kept;
+  for (int line = 0; line < SafeList.ListCount(); ++line) kept.push_back(SafeList.Item(line));
+  CookieNames current;
+  lstKeeplist.Clear();
+  UrlCacheWalk walk("Cookie:");
+  while (walk.Next()) {
+    // A cookie without a file has no name.
+    if (IsCookieUrl(walk.Url()) && !walk.LocalFile().empty()) current.push_back(CookieName(walk.LocalFile()));
+    DoEventsNowAndThen();
+    if (work.Over()) return;
+  }
+  const ListBox::Filling quietly(lstKeeplist);
+  for (const std::string& name : WithoutKept(current, kept)) {
+    lstKeeplist.AddItem(name);
+    DoEventsNowAndThen();
+    if (work.Over()) return;
+  }
+}
+
+void frmCookie::MoveSelected(ListBox& from, ListBox& to) {
+  const int line = from.ListIndex();
+  if (line < 0) return;
+  to.AddItem(from.Item(line));
+  from.RemoveItem(line);
+  from.Select(line < from.ListCount() ? line : line - 1);  // the next one, for the next press
+}
+
+void frmCookie::MoveAll(ListBox& from, ListBox& to) {
+  const Work work(*this);
+  const ListBox::Filling quietly(to);
+  const ListBox::Filling quietlyToo(from);
+  while (from.ListCount() > 0) {
+    to.AddItem(from.Item(0));
+    from.RemoveItem(0);
+    DoEventsNowAndThen();
+    if (work.Over()) return;
+  }
+}
+
+void frmCookie::SaveAndClose() {
+  // A list that could not be read is not overwritten by an empty one.
+  if (keepListRead_ || SafeList.ListCount() > 0) SaveList(SafeList, ProgramFolder() + "\\" + kFileName);
+  Unload();
+}
+
+void frmCookie::Unload() {
+  if (work_ != nullptr) work_->End();
+  ini_.reset();
+  ::DestroyWindow(Handle());
+  window_.SetStatusText("Displaying " + window_.PanelCaption());
+}

@@ -1,0 +1,41 @@
+// The window "Cookies Manager": the browser's current cookies on the left, those to keep on the right.
+//
+// The lists' names are the reverse of what they hold: lstKeeplist has the current cookies, SafeList the keep list.
+#pragma once
+
+#include <optional>
+
+#include "cookies/frmCookie_ids.h"
+#include "platform/clsIni.h"
+#include "platform/controls.h"
+#include "platform/dialog.h"
+#include "platform/main_window.h"
+
+class frmCookie : public Dialog {
+ public:
+  explicit frmCookie(MainWindow& window) : window_(window) {}
+
+  // Opens the window and fills it, or brings the open one to the front. The main window stays usable beside it.
+  void Show();
+
+  ListBox lstKeeplist{*this, IDC_lstKeeplist};
+  ListBox SafeList{*this, IDC_SafeList};
+
+ private:
+  class Work;
+  void OnInit() override;
+  void OnCommand(int id, int notification) override;
+  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+  void Load();
+  void ShowCurrentCookies(const Work& work);
+  static void MoveSelected(ListBox& from, ListBox& to);
+  void MoveAll(ListBox& from, ListBox& to);
+  void SaveAndClose();
+  void Unload();
+
+  MainWindow& window_;
+  std::optional<clsIni> ini_;  // held while the window stands; nothing is kept in it
+  Work* work_ = nullptr;       // what is being done while window events run
+  bool keepListRead_ = true;   // false: there is a file that could not be read
+};

@@ -1,0 +1,77 @@
+#include "cookies/keep_list.h"
+
+#include <algorithm>
+#include <map>
+
+#include "platform/text_value.h"
+
+namespace {
+
+constexpr std::string_view kLineEnds = "\r\n";
+constexpr std::string_view kFieldEnds = ",\r\n";
+
+std::size_t FindFrom(std::string_view text, std::string_view characters, std::size_t position) {
+  return std::min(text.find_first_of(characters, position), text.size());
+}
+
+// Where the quote that opens at `position` closes, or npos: on its own line, with nothing but blanks up to the field's end.
+std::size_t ClosingQuote(std::string_view text, std::size_t position) {
+  const std::size_t lineEnd = FindFrom(text, kLineEnds, position);
+  const std::size_t closing = text.find('"', position + 1);
+  if (closing >= lineEnd) return std::string_view::npos;
+  const std::size_t behind = text.find_first_not_of(' ', closing + 1);
+  const bool ends = behind == std::string_view::npos || kFieldEnds.find(text[behind]) != std::string_view::npos;
+  return ends ? closing : std::string_view::npos;
+}
+
+// Takes the field at `position` and moves behind its end.
+std::string NextField(std::string_view text, std::size_t& position) {
+  const std::size_t start = text.find_first_not_of(' ', position);
+  std::string_view field;
+  if (start != std::string_view::npos && text[start] == '"' && ClosingQuote(text, start) != std::string_view::npos) {
+    const std::size_t closing = ClosingQuote(text, start);
+    field = text.substr(start + 1, closing - start - 1);
+    position = FindFrom(text, kFieldEnds, closing + 1);
+  } else {
+    const std::size_t end = FindFrom(text, kFieldEnds, position);
+    field = text.substr(position, end - position);
+    position = end;
+  }
+  const bool twoCharacters = text.substr(position, 2) == "\r\n";
+  position += twoCharacters ? 2 : 1;
+  return std::string(field);
+}
+
+std::string Normal(std::string_view name) { return UpperCase(Trim(name)); }
+
+}  // namespace
+
+CookieNames ReadKeepList(std::string_view text) {
+  std::string readable(text);
+  std::erase(readable, '\0');
+  CookieNames names;
+  for (std::size_t position = 0; position < readable.size();) names.push_back(NextField(readable, position));
+  return names;
+}
+
+std::string KeepListText(const CookieNames& names) {
+  std::string text;
+  for (const std::string& name : names) text += name + "\r\n";
+  return text;
+}
+
+bool IsSameCookie(std::string_view one, std::string_view other) { return Normal(one) == Normal(other); }
+
+CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept) {
+  std::map<std::string, std::size_t> toTake;  // how many lines of each name
+  for (const std::string& name : kept) ++toTake[Normal(name)];
+  CookieNames left;
+  for (const std::string& name : current) {
+    const auto found = toTake.find(Normal(name));
+    if (found != toTake.end() && found->second > 0)
+      --found->second;
+    else
+      left.push_back(name);
+  }
+  return left;
+}

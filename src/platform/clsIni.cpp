@@ -1,0 +1,31 @@
+#include "platform/clsIni.h"
+
+#include "platform/main_window.h"
+#include "platform/native_files.h"
+
+namespace {
+
+void ShowError(const char* text) { ::MessageBoxA(MainWindowHandle, text, "Error", MB_OK | MB_ICONEXCLAMATION); }
+
+}  // namespace
+
+std::string clsIni::GetIniSetting(const std::string& section, const std::string& key) const {
+  if (iniPath_.empty()) return {};  // the system's own settings, win.ini, are what some systems would take
+  char buffer[750] = {};
+  const DWORD length = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), "", buffer, sizeof buffer, iniPath_.c_str());
+  return std::string(buffer, length);
+}
+
+void clsIni::SaveIniSetting(const std::string& section, const std::string& key, const std::string& value) const {
+  if (iniPath_.empty()) return;
+  ::WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), iniPath_.c_str());
+}
+
+void clsIni::DeleteIni() const {
+  // The ending counts in lower case alone, although the system's names know no case. That is meant.
+  if (!iniPath_.ends_with(".ini")) {
+    ShowError("The file in the IniPath property is not an ini file or doesn't exist!");
+  } else if (!NativeDeleteFile(ToNativePath(iniPath_))) {
+    ShowError("The file in the IniPath property was not found!");
+  }
+}

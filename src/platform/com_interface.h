@@ -1,0 +1,14 @@
+// The owner of one reference to a COM interface.
+#pragma once
+
+#include "platform/handles.h"
+
+template <class Interface>
+struct InterfacePolicy {
+  using Value = Interface*;
+  static Value Invalid() { return nullptr; }
+  static void Close(Value value) { value->Release(); }
+};
+
+template <class Interface>
+using UniqueInterface = UniqueHandle<InterfacePolicy<Interface>>;
