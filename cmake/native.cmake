@@ -2,7 +2,7 @@
 enable_testing()
 
 add_library(quellix_logic STATIC ${LOGIC_SOURCES})
-target_include_directories(quellix_logic PUBLIC src)
+target_include_directories(quellix_logic PUBLIC src companions)
 
 # GoogleTest comes as sources from the distribution and is built with the sanitizers like everything else.
 set(INSTALL_GTEST OFF)

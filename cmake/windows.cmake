@@ -24,20 +24,26 @@ add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
 target_include_directories(quellix_core PUBLIC src)
 target_link_libraries(quellix_core PUBLIC comctl32 advapi32 user32 gdi32 kernel32)
 
-add_executable(Quellix WIN32 src/app/WinMain.cpp src/platform/crt_floor.cpp src/platform/standard_errors.cpp src/app/quellix.rc)
-set_source_files_properties(src/app/quellix.rc PROPERTIES
-  INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest")
-file(GLOB panel_templates CONFIGURE_DEPENDS src/*/*.rc src/*/*_ids.h src/app/res/*)
-set_property(SOURCE src/app/quellix.rc APPEND PROPERTY OBJECT_DEPENDS "${panel_templates}")
-target_link_libraries(Quellix PRIVATE quellix_core)
-target_link_options(Quellix PRIVATE
+# What ships loads on the oldest supported systems, at a fixed address, and comes out the same wherever it is built.
+set(SHIPPED_LINK_OPTIONS
   -static -s
   -Wl,--gc-sections
   -Wl,--major-os-version,4 -Wl,--minor-os-version,0
   -Wl,--major-subsystem-version,4 -Wl,--minor-subsystem-version,0
   -Wl,--disable-dynamicbase -Wl,--disable-reloc-section -Wl,--disable-nxcompat
   -Wl,--no-insert-timestamp)
+# The runtime as what ships takes it.
+set(SHIPPED_RUNTIME src/platform/crt_floor.cpp src/platform/standard_errors.cpp)
+
+add_executable(Quellix WIN32 src/app/WinMain.cpp ${SHIPPED_RUNTIME} src/app/quellix.rc)
+set_source_files_properties(src/app/quellix.rc PROPERTIES
+  INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest")
+file(GLOB panel_templates CONFIGURE_DEPENDS src/*/*.rc src/*/*_ids.h src/app/res/*)
+set_property(SOURCE src/app/quellix.rc APPEND PROPERTY OBJECT_DEPENDS "${panel_templates}")
+target_link_libraries(Quellix PRIVATE quellix_core)
+target_link_options(Quellix PRIVATE ${SHIPPED_LINK_OPTIONS})
+include(cmake/companions.cmake)
 
 if(QUELLIX_TESTS)
   enable_testing()
