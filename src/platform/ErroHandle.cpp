@@ -1,5 +1,9 @@
 #include "platform/ErroHandle.h"
 
+#include <algorithm>
+#include <optional>
+#include <vector>
+
 #include "platform/addresses.h"
 #include "platform/app_title.h"
 #include "platform/internet_transfer.h"
@@ -13,6 +17,24 @@ namespace {
 constexpr DWORD kLeaveNoTrace = 0x84080200;
 
 InternetTransfer* mainTransfer = nullptr;
+
+// The burst that stands while `depth` is above 0.
+struct Burst {
+  int depth = 0;
+  int reports = 0;
+  std::optional<bool> online;
+  std::vector<std::string> shown;
+};
+Burst burst;
+
+bool IsToBeShown(const std::string& text) {
+  if (burst.depth == 0) return IsOnline();
+  ++burst.reports;
+  if (!burst.online) burst.online = IsOnline();
+  if (!*burst.online || std::find(burst.shown.begin(), burst.shown.end(), text) != burst.shown.end()) return false;
+  burst.shown.push_back(text);
+  return true;
+}
 
 void StopTransfer() {
   if (mainTransfer == nullptr) return;
@@ -28,13 +50,23 @@ void ReportError(const char* sourceTag) {
   const int number = Err.Number();
   const std::string description = Err.Description();
   resumeNext([&] {
-    if (number == 0 || !IsOnline()) return;
-    StopTransfer();
+    if (number == 0) return;
     const std::string text = sourceTag + std::to_string(number) + description;
+    if (!IsToBeShown(text)) return;
+    StopTransfer();
     ::MessageBoxA(::GetActiveWindow(), text.c_str(), AppTitle.c_str(), MB_OK);
   });
   Err.Clear();
 }
+
+ReportBurst::ReportBurst() {
+  if (burst.depth == 0) burst = {};
+  ++burst.depth;
+}
+
+ReportBurst::~ReportBurst() { --burst.depth; }
+
+int ReportBurst::Reports() const { return burst.reports; }
 
 bool IsOnline() {
   bool online = false;

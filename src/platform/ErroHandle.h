@@ -9,6 +9,20 @@ class InternetTransfer;
 // error's number and its description, run together without a separator (meant), and clears the pending error.
 void ReportError(const char* sourceTag);
 
+// While one stands, the failures that are reported are one burst: a file that is locked fails at each of its fourteen
+// thousand writes. Each is reported on its own all the same; the burst asks once for all of them whether the machine is on
+// line, and shows each message once. A burst inside another one is part of it.
+class ReportBurst {
+ public:
+  ReportBurst();
+  ~ReportBurst();
+  ReportBurst(const ReportBurst&) = delete;
+  ReportBurst& operator=(const ReportBurst&) = delete;
+
+  // Failures reported since the outermost burst began.
+  int Reports() const;
+};
+
 // True when a well-known web page can be opened. Lets window events run once.
 bool IsOnline();
 

@@ -131,6 +131,13 @@ void ListBox::RemoveItem(int index) {
     Send(LB_DELETESTRING, static_cast<WPARAM>(index));
 }
 
+std::vector<int> ListBox::Selected() const {
+  std::vector<int> lines(static_cast<std::size_t>(std::max<LRESULT>(Send(LB_GETSELCOUNT), 0)));
+  const LRESULT count = Send(LB_GETSELITEMS, lines.size(), reinterpret_cast<LPARAM>(lines.data()));
+  lines.resize(static_cast<std::size_t>(std::max<LRESULT>(count, 0)));
+  return lines;
+}
+
 void ListBox::ShowState() {
   for (const std::string& item : items_) AddItem(item);
   items_.clear();
@@ -161,6 +168,11 @@ std::string ListBox::Item(int index) const {
 void ListBox::ShowLast() { Send(LB_SETTOPINDEX, static_cast<WPARAM>(ListCount() - 1)); }
 
 void ComboBox::AddItem(const std::string& text) { Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())); }
+
+void ComboBox::Choose(const std::string& text) {
+  Send(CB_SETCURSEL,
+       static_cast<WPARAM>(Send(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text.c_str()))));
+}
 
 void ProgressBar::SetRange(int min, int max) {
   min_ = min;

@@ -122,6 +122,8 @@ class ListBox : public Control {
 
   // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
   int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
+  // The chosen lines, in their order, of a list that may have several.
+  std::vector<int> Selected() const;
   void Select(int index) { Send(LB_SETCURSEL, static_cast<WPARAM>(index)); }
   void ShowLast();
 
@@ -135,6 +137,9 @@ class ComboBox : public Control {
  public:
   using Control::Control;
   void AddItem(const std::string& text);  // once the window stands
+
+  // Of a list without a box to write in: shows the entry that is the text, case aside. Fires nothing.
+  void Choose(const std::string& text);
 };
 
 class ProgressBar : public Control {

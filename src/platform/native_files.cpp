@@ -74,7 +74,7 @@ UniqueFile OpenFolder(const NativePath& folder) {
 bool UsesWideNames() {
   static const bool wide = [] {
     return late::GetFileAttributesWide && late::FindFirstFileWide && late::FindNextFileWide && late::DeleteFileWide &&
-           late::RemoveDirectoryWide && late::CreateFileWide &&
+           late::RemoveDirectoryWide && late::CreateFileWide && late::SetFileAttributesWide &&
            (late::GetFileAttributesWide(L".") != INVALID_FILE_ATTRIBUTES || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED);
   }();
   return wide && !AnsiNamesOnly;
@@ -127,11 +127,18 @@ bool NativeRemoveFolder(const NativePath& path) {
   return (UsesWideNames() ? late::RemoveDirectoryWide(path.c_str()) : ::RemoveDirectoryA(Narrow(path).c_str())) != 0;
 }
 
-UniqueFile NativeOpenForWriting(const NativePath& path) {
-  return UniqueFile(UsesWideNames()
-                        ? late::CreateFileWide(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)
-                        : ::CreateFileA(Narrow(path).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+bool NativeSetAttributes(const NativePath& path, DWORD attributes) {
+  return (UsesWideNames() ? late::SetFileAttributesWide(path.c_str(), attributes)
+                          : ::SetFileAttributesA(Narrow(path).c_str(), attributes)) != 0;
 }
+
+UniqueFile NativeOpen(const NativePath& path, DWORD access, DWORD share) {
+  return UniqueFile(UsesWideNames()
+                        ? late::CreateFileWide(path.c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr)
+                        : ::CreateFileA(Narrow(path).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+UniqueFile NativeOpenForWriting(const NativePath& path) { return NativeOpen(path, GENERIC_WRITE, 0); }
 
 std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
   const UniqueFile opened = OpenFolder(folder);
@@ -161,7 +168,7 @@ bool FolderListing::Read() {
     find_.reset(late::FindFirstFileWide(pattern_.c_str(), &data_));
     return static_cast<bool>(find_);
   }
-  WIN32_FIND_DATAA ansi;
+  WIN32_FIND_DATAA ansi = {};  // not every system fills what it says nothing in
   if (first) {
     find_.reset(::FindFirstFileA(Narrow(pattern_).c_str(), &ansi));
     if (!find_) return false;

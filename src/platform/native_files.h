@@ -35,7 +35,12 @@ bool IsLink(DWORD attributes);    // a reparse point: junction, symbolic link, m
 // False on failure, with the reason in GetLastError.
 bool NativeDeleteFile(const NativePath& path);
 bool NativeRemoveFolder(const NativePath& path);  // an empty folder, or a link to a folder (the link goes, not its target)
-UniqueFile NativeOpenForWriting(const NativePath& path);  // existing file, not truncated, at its first byte
+bool NativeSetAttributes(const NativePath& path, DWORD attributes);
+
+// An existing file, not truncated, at its first byte. `access` and `share` are those of CreateFile; the second form lets
+// nobody else in. None on failure, with the reason in GetLastError.
+UniqueFile NativeOpen(const NativePath& path, DWORD access, DWORD share);
+UniqueFile NativeOpenForWriting(const NativePath& path);
 
 struct FolderEntry {
   std::wstring name;
@@ -74,6 +79,6 @@ class FolderListing {
 
   NativePath pattern_;
   UniqueFind find_;
-  WIN32_FIND_DATAW data_;
+  WIN32_FIND_DATAW data_ = {};
   bool started_ = false;
 };

@@ -4,6 +4,7 @@
 #include "platform/late_binding.h"
 #include "platform/win32.h"
 
+#include <commdlg.h>
 #include <shellapi.h>
 
 struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
@@ -26,6 +27,11 @@ inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecia
     "shell32.dll", "SHGetSpecialFolderLocation"};
 inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll",
                                                                                        "SHGetPathFromIDListA"};
+inline const LateFunction<UINT(WINAPI*)(HDROP, UINT, LPSTR, UINT)> DragQueryFile{"shell32.dll", "DragQueryFileA"};
+inline const LateFunction<BOOL(WINAPI*)(HDROP, POINT*)> DragQueryPoint{"shell32.dll", "DragQueryPoint"};
+inline const LateFunction<void(WINAPI*)(HDROP)> DragFinish{"shell32.dll", "DragFinish"};
+inline const LateFunction<BOOL(WINAPI*)(OPENFILENAMEA*)> GetOpenFileName{"comdlg32.dll", "GetOpenFileNameA"};
+inline const LateFunction<DWORD(WINAPI*)()> CommDlgExtendedError{"comdlg32.dll", "CommDlgExtendedError"};
 inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};
 inline const LateFunction<void(WINAPI*)()> CoUninitialize{"ole32.dll", "CoUninitialize"};
 inline const LateFunction<void(WINAPI*)(void*)> CoTaskMemFree{"ole32.dll", "CoTaskMemFree"};
@@ -54,8 +60,15 @@ inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> DeleteUrlCacheEntry{"wininet.dl
 inline const LateFunction<HRESULT(WINAPI*)(IPStore**, GUID*, void*, DWORD)> PStoreCreateInstance{"pstorec.dll",
                                                                                                  "PStoreCreateInstance"};
 
+// The NT family; Windows 9x exports them as stubs that fail.
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, DWORD, HANDLE*)> OpenProcessToken{"advapi32.dll", "OpenProcessToken"};
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeValue{"advapi32.dll", "LookupPrivilegeValueA"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, BOOL, TOKEN_PRIVILEGES*, DWORD, TOKEN_PRIVILEGES*, DWORD*)>
+    AdjustTokenPrivileges{"advapi32.dll", "AdjustTokenPrivileges"};
+
 // The NT family; Windows 9x exports them as stubs that fail, which UsesWideNames() of native_files.h finds out.
 inline const LateFunction<DWORD(WINAPI*)(LPCWSTR)> GetFileAttributesWide{"kernel32.dll", "GetFileAttributesW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, DWORD)> SetFileAttributesWide{"kernel32.dll", "SetFileAttributesW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, WIN32_FIND_DATAW*)> FindFirstFileWide{"kernel32.dll", "FindFirstFileW"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, WIN32_FIND_DATAW*)> FindNextFileWide{"kernel32.dll", "FindNextFileW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> DeleteFileWide{"kernel32.dll", "DeleteFileW"};

@@ -84,6 +84,13 @@ double NumberOf(std::string_view text) {
   return length != 0 && length == trimmed.size() ? Convert(trimmed) : 0.0;
 }
 
+double ToDouble(std::string_view text) {
+  const std::string trimmed = Trim(text);
+  const std::size_t length = NumberLength(trimmed);
+  if (length == 0 || length != trimmed.size()) Raise(kTypeMismatch);
+  return Convert(trimmed);
+}
+
 double NumberAtHead(std::string_view text) {
   const std::string trimmed = Trim(text);
   const std::size_t length = NumberLength(trimmed);
@@ -99,18 +106,11 @@ std::string TextOf(double number) {
 std::int16_t ToInteger(double number) { return Rounded<std::int16_t>(number); }
 std::int32_t ToLong(double number) { return Rounded<std::int32_t>(number); }
 
-std::int32_t ToLong(std::string_view text) {
-  const std::string trimmed = Trim(text);
-  const std::size_t length = NumberLength(trimmed);
-  if (length == 0 || length != trimmed.size()) Raise(kTypeMismatch);
-  return ToLong(Convert(trimmed));
-}
+std::int32_t ToLong(std::string_view text) { return ToLong(ToDouble(text)); }
 
 bool ToBoolean(std::string_view text) {
   const std::string trimmed = Trim(text);
   if (EqualIgnoringCase(trimmed, "True")) return true;
   if (EqualIgnoringCase(trimmed, "False")) return false;
-  const std::size_t length = NumberLength(trimmed);
-  if (length == 0 || length != trimmed.size()) Raise(kTypeMismatch);
-  return Convert(trimmed) != 0.0;
+  return ToDouble(trimmed) != 0.0;
 }

@@ -18,6 +18,9 @@ bool EqualIgnoringCase(std::string_view one, std::string_view other);
 // The number that the whole text is, blanks around it allowed; 0 for a text that is not a number.
 double NumberOf(std::string_view text);
 
+// The same number. Raises 13 for a text that is not a number, also for an empty one.
+double ToDouble(std::string_view text);
+
 // The number at the head of the text ("60 minutes" is 60); 0 for a text without one.
 double NumberAtHead(std::string_view text);
 
@@ -28,7 +31,7 @@ std::string TextOf(double number);
 std::int16_t ToInteger(double number);
 std::int32_t ToLong(double number);
 
-// The whole text as a 32-bit integer. Raises 13 for a text that is not a number, also for an empty one.
+// ToDouble as a 32-bit integer.
 std::int32_t ToLong(std::string_view text);
 
 // "True" and "False" in any case, or a number, true unless 0. Raises 13 for anything else.

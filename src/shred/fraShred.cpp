@@ -1,11 +1,42 @@
+// The panel's controls and the manual shredder; the scheduled list stands in fraShred_scheduled.cpp.
 #include "shred/fraShred.h"
 
+#include "platform/ErroHandle.h"
+#include "platform/app_title.h"
+#include "platform/message_pump.h"
+#include "platform/native_files.h"
+#include "platform/stop_request.h"
+#include "shred/dropped_files.h"
+#include "shred/modShred.h"
+#include "shred/open_files.h"
+
 namespace {
+
 constexpr int kLevelAtStart = 50;
 constexpr int kHighestLevel = 100;
+constexpr char kStatusAtRest[] = "Status";
+
+bool IsThere(const std::string& path) { return NativeAttributes(ToNativePath(path)) != INVALID_FILE_ATTRIBUTES; }
+
+// "3 files shredded." or, when some are still there, "2 of 3 files shredded."
+std::string Outcome(int gone, int count, const char* what) {
+  return (gone == count ? "" : std::to_string(gone) + " of ") + std::to_string(count) + what;
+}
+
 }  // namespace
 
-fraShred::fraShred() {
+class fraShred::Walk {
+ public:
+  explicit Walk(fraShred& panel) : panel_(panel) { ++panel_.walks_; }
+  Walk(const Walk&) = delete;
+  Walk& operator=(const Walk&) = delete;
+  ~Walk() { --panel_.walks_; }
+
+ private:
+  fraShred& panel_;
+};
+
+fraShred::fraShred(MainWindow& window) : window_(window) {
   for (SpinButton* spin : {&UpDown1, &UpDown2}) {
     spin->SetRange(0, kHighestLevel);
     spin->SetValue(kLevelAtStart);  // and writes it into the level box
@@ -13,3 +44,170 @@ fraShred::fraShred() {
 }
 
 HWND fraShred::Create(HWND parent) { return Dialog::Create(IDD_fraShred, parent); }
+
+void fraShred::OnCommand(int id, int notification) {
+  if (notification == BN_CLICKED && walks_ == 0) Click(id);
+}
+
+void fraShred::Click(int id) {
+  switch (id) {
+    case IDC_cmdFileShred:
+      AddFiles(manual_);
+      return;
+    case IDC_cmdClear:
+      return ClearFiles(manual_);
+    case IDC_cmdshredFiles:
+      return ShredManually();
+    case IDC_cmdAddFolder:
+      return AddFolder();
+    case IDC_cmdFolClear:
+      return lstFolder.Clear();
+    case IDC_cmdShredFolder:
+      return ShredFolders();
+    case IDC_cmdShredAll:
+      ShredFolders();
+      return ShredManually();
+    case IDC_cmdCustomAdd:
+      if (AddFiles(scheduled_)) SaveSettingsToFile();
+      return;
+    case IDC_cmdCustomDeleteAll:
+      return ClearScheduled();
+  }
+}
+
+bool fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+  if (message == WM_DROPFILES) {
+    TakeDrop(wParam);
+    return true;
+  }
+  if (message == WM_VKEYTOITEM) {
+    if (LOWORD(wParam) == VK_DELETE && walks_ == 0) RemoveSelected(reinterpret_cast<HWND>(lParam));
+    answerDirectly_ = -1;  // the list goes on with the key
+    result = -1;
+    return true;
+  }
+  return false;
+}
+
+void fraShred::ShowBox(const char* text, UINT icon) { ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), icon); }
+
+void fraShred::ShowFileCount(int count) {
+  FileCount.SetText("There are " + std::to_string(count) + " files ready for deleting!");
+}
+
+void fraShred::ResetStatus() {
+  PbarShred.SetRange(0, 100);
+  lStat.SetText(kStatusAtRest);
+  FileCount.SetText("");
+  ::UpdateWindow(Handle());
+}
+
+// Both buttons "Add Files"; they share the tag. True when the list has changed.
+bool fraShred::AddFiles(ShredList& list) {
+  const int before = list.Count();
+  reportAndLeave("frmMain,cmdCustomAdd", [&] {
+    const std::vector<std::string> paths = AskForFiles(window_.Window());
+    if (paths.empty()) return;
+    const ListBox::Filling quietly(list.List());
+    for (const std::string& path : paths) list.Add(path);
+    ShowFileCount(list.Count());
+  });
+  return list.Count() != before;
+}
+
+// The bar takes a step for each entry.
+void fraShred::ClearFiles(ShredList& list) {
+  PbarShred.SetRange(0, list.Count());
+  for (int step = 1; step <= list.Count(); ++step) PbarShred.SetValue(step);
+  list.Clear();
+  ResetStatus();
+}
+
+void fraShred::ShredManually() {
+  if (lstFileShred.ListCount() == 0) return ShowBox("File List is Empty", MB_ICONEXCLAMATION);
+  txtMessage.SetText("   Shredding Files at level " + txtLev.Text() + " may take some time.");
+  const int count = manual_.Count();
+  // The text names the level of the scheduled list, and the shredding goes by that of the manual one. Both are meant.
+  if (count > 0) txtMessage.SetText("Shredding Files at level " + txtLevel.Text() + " may take more time.");
+  const int gone = RunShred(manual_, txtLev.Text());
+  ClearFiles(manual_);
+  txtMessage.SetText(Outcome(gone, count, " files shredded."));
+}
+
+// Gives the number of files that are gone. Errors are told where they arise.
+int fraShred::RunShred(ShredList& list, const std::string& level) {
+  if (list.Count() == 0) {
+    ShowBox("Error: Enter a file for shredding!", MB_ICONERROR);
+    return 0;
+  }
+  const Walk walk(*this);
+  DoEvents();
+  const bool stoppedBefore = StopErase;
+  const std::vector<std::string> paths = list.Collection();
+  PbarShred.SetRange(0, list.Count());
+  int step = 0;
+  int gone = 0;
+  const ReportBurst burst;
+  for (const std::string& path : paths) {
+    if (StopErase && !stoppedBefore) break;
+    resumeNext([&] { ShredFile(path, level); });
+    ++step;
+    resumeNext([&] { PbarShred.SetValue(step); });
+    gone += IsThere(path) ? 0 : 1;
+  }
+  Err.Clear();
+  list.RemoveFirst(step);
+  ResetStatus();
+  return gone;
+}
+
+void fraShred::AddFolder() {
+  const std::string folder = addDir_.ShowModal(window_.Window());
+  if (!folder.empty()) lstFolder.AddItem(folder);
+}
+
+void fraShred::ShredFolders() {
+  if (lstFolder.ListCount() == 0) return ShowBox("Folder List is Empty", MB_ICONEXCLAMATION);
+  const Walk walk(*this);
+  int gone = 0;
+  const int count = lstFolder.ListCount();
+  for (int line = 0; line < count; ++line) {
+    const std::string folder = lstFolder.Item(line);
+    resumeNext([&] {
+      if (FolderCheck(folder)) ShredFolder(folder);
+    });
+    gone += FolderCheck(folder) ? 0 : 1;
+  }
+  lstFolder.Clear();
+  txtMessage.SetText(Outcome(gone, count, " folders deleted."));
+}
+
+void fraShred::RemoveSelected(HWND list) {
+  if (list == lstFileShred.Handle()) manual_.RemoveSelected();
+  if (list == lstFolder.Handle()) {
+    const std::vector<int> lines = lstFolder.Selected();
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) lstFolder.RemoveItem(*line);
+  }
+  if (list == lstFiles.Handle()) {
+    scheduled_.RemoveSelected();
+    SaveSettingsToFile();
+  }
+}
+
+// On one of the manual lists everything goes where it belongs, folders to the folders; the scheduled one takes files alone.
+void fraShred::TakeDrop(WPARAM drop) {
+  const DroppedFiles dropped = TakeDroppedFiles(drop);
+  const HWND at = ::ChildWindowFromPoint(Handle(), dropped.place);
+  const bool scheduled = at == lstFiles.Handle();
+  if (walks_ > 0 || (!scheduled && at != lstFileShred.Handle() && at != lstFolder.Handle())) return;
+  ShredList& files = scheduled ? scheduled_ : manual_;
+  const int before = files.Count();
+  for (const std::string& path : dropped.paths) {
+    if (!IsFolder(NativeAttributes(ToNativePath(path))))
+      files.Add(path);
+    else if (!scheduled)
+      lstFolder.AddItem(path);
+  }
+  if (files.Count() != before) ShowFileCount(files.Count());
+  if (scheduled) SaveSettingsToFile();
+}

@@ -3,12 +3,24 @@
 
 #include "platform/controls.h"
 #include "platform/dialog.h"
+#include "platform/main_window.h"
 #include "shred/fraShred_ids.h"
+#include "shred/frmAddDir.h"
+#include "shred/shred_list.h"
 
 class fraShred : public Dialog {
  public:
-  fraShred();
+  explicit fraShred(MainWindow& window);
   HWND Create(HWND parent);
+
+  // The scheduled list from and to its file "QUELLIX_Shred" in the program's folder. Loading fills the list box alone: a
+  // scheduled run goes by the collection and finds nothing until files are added. That is meant.
+  void LoadFiles();
+  void SaveSettingsToFile();
+
+  // Shreds the files of the scheduled collection; the first step of an erase run. A stop request that comes meanwhile ends
+  // it behind the file in hand, and what was not shredded stays on the list.
+  void ShredDelete();
 
   CheckBox chkOptions{*this, IDC_chkOptions};  // "Enable Schedule" of the scheduled list
   TextBox txtLevel{*this, IDC_txtLevel};       // security level of the scheduled list
@@ -16,6 +28,36 @@ class fraShred : public Dialog {
   ListBox lstFiles{*this, IDC_lstFiles};
 
  private:
+  void OnCommand(int id, int notification) override;
+  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void Click(int id);
+
+  class Walk;
+  bool AddFiles(ShredList& list);
+  void ClearFiles(ShredList& list);
+  void ClearScheduled();
+  void ShredManually();
+  int RunShred(ShredList& list, const std::string& level);
+  void AddFolder();
+  void ShredFolders();
+  void ShowFileCount(int count);
+  void ResetStatus();
+  void RemoveSelected(HWND list);
+  void TakeDrop(WPARAM drop);
+  void ShowBox(const char* text, UINT icon);
+
+  MainWindow& window_;
   SpinButton UpDown1{*this, IDC_UpDown1, txtLev};
   SpinButton UpDown2{*this, IDC_UpDown2, txtLevel};
+  ListBox lstFileShred{*this, IDC_lstFileShred};
+  ListBox lstFolder{*this, IDC_lstFolder};
+  TextBox txtMessage{*this, IDC_txtMessage};
+  Label FileCount{*this, IDC_FileCount};
+  Label lStat{*this, IDC_lStat};
+  ProgressBar PbarShred{*this, IDC_PbarShred};
+
+  ShredList manual_{lstFileShred};
+  ShredList scheduled_{lstFiles};
+  frmAddDir addDir_;
+  int walks_ = 0;  // runs that walk a list: the user changes none of them meanwhile
 };

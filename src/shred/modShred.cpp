@@ -1,19 +1,86 @@
 #include "shred/modShred.h"
 
+#include "platform/ErroHandle.h"
+#include "platform/message_pump.h"
 #include "platform/native_files.h"
-#include "shred/folder_chain.h"
+#include "platform/system_error.h"
+#include "shred/block_writer.h"
+#include "shred/overwrite_sequence.h"
 
-bool Validate(const std::string& path) {
-  const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-  return static_cast<bool>(file);
+namespace {
+
+constexpr char kSourceTag[] = "modShred,DeleteFileShred";
+
+// Runs one statement of DeleteFileShred; its failure is reported and the next one runs.
+template <class Statement>
+void Try(Statement&& statement) {
+  reportAndLeave(kSourceTag, std::forward<Statement>(statement));
 }
 
-bool FolderCheck(const std::string& path, bool create) {
-  if (IsFolder(NativeAttributes(ToNativePath(path)))) return true;
-  if (create) {
-    for (const std::string& folder : FolderChain(path))
-      if (!IsFolder(NativeAttributes(ToNativePath(folder)))) ::CreateDirectoryA(folder.c_str(), nullptr);
+bool IsDevice(const NativePath& path) { return path.compare(0, 4, L"\\\\.\\") == 0; }
+
+// What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
+// in, and a link's target is not what is deleted afterwards.
+UniqueFile OpenForOverwriting(const NativePath& path) {
+  if (IsDevice(path)) Raise(kBadFileName);
+  const DWORD attributes = NativeAttributes(path);
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0)
+    Raise(kPermissionDenied);
+  // Shared: what others only look at can be overwritten all the same.
+  UniqueFile file = NativeOpen(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
+  if (!file) RaiseSystemError(::GetLastError());
+  return file;
+}
+
+void PutAt(HANDLE file, std::uint32_t offset, std::string_view bytes) {
+  if (file == INVALID_HANDLE_VALUE) Raise(kBadFileName);
+  DWORD written = 0;
+  const DWORD size = static_cast<DWORD>(bytes.size());
+  ::SetFilePointer(file, static_cast<LONG>(offset), nullptr, FILE_BEGIN);
+  if (!::WriteFile(file, bytes.data(), size, &written, nullptr)) RaiseSystemError(::GetLastError());
+  if (written != size) Raise(kDiskFull);
+}
+
+void WriteSequence(HANDLE file, std::int16_t repeatCount) {
+  BlockWriter writer([file](std::uint32_t offset, std::string_view bytes) { PutAt(file, offset, bytes); },
+                     [] { ReportError(kSourceTag); });
+  for (const OverwriteRun& run : OverwriteSequence(repeatCount))
+    for (int written = 0; written < run.count; ++written) writer.Write(run.item);
+  writer.Flush();
+}
+
+// The bytes reach the disk first: a deletion that overtakes them would leave the old ones there.
+void Close(UniqueFile& file) {
+  const bool flushed = !file || ::FlushFileBuffers(file.get());
+  const DWORD reason = ::GetLastError();
+  file.reset();
+  if (!flushed) RaiseSystemError(reason);
+}
+
+}  // namespace
+
+bool Validate(const std::string& path) {
+  return static_cast<bool>(NativeOpen(ToNativePath(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
+}
+
+void DeleteFileShred(const std::string& path, const std::string& levelText) {
+  const ReportBurst burst;
+  const NativePath native = ToNativePath(path);
+  std::int16_t repeatCount = 0;
+  UniqueFile file;
+  Try([&] { repeatCount = RepeatCount(levelText); });
+  Try([&] { file = OpenForOverwriting(native); });
+  WriteSequence(file.get(), repeatCount);
+  Try([&] { Close(file); });
+  Try([&] {
+    if (!NativeDeleteFile(native)) RaiseSystemError(::GetLastError());
+  });
+}
+
+void ShredFile(const std::string& path, const std::string& levelText) {
+  if (Validate(path)) {
+    NativeSetAttributes(ToNativePath(path), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileShred(path, levelText);
   }
-  return false;
+  DoEventsNowAndThen();
 }

@@ -182,6 +182,14 @@ TEST(NumberOf, IsZeroForATextThatIsNoNumberAsAWhole) {
   for (const Head& row : kNotNumbers) EXPECT_EQ(NumberOf(row.text), 0.0) << Shown(row.text);
 }
 
+TEST(ToDouble, ReadsATextThatIsANumberAsAWhole) {
+  for (const Number& row : kNumbers) EXPECT_EQ(ToDouble(row.text), row.value) << Shown(row.text);
+}
+
+TEST(ToDouble, RaisesThirteenForATextThatIsNoNumber) {
+  for (const Head& row : kNotNumbers) EXPECT_EQ(RaisedBy([&] { ToDouble(row.text); }), 13) << Shown(row.text);
+}
+
 TEST(NumberAtHead, ReadsTheNumberThatTheTextBeginsWith) {
   for (const Number& row : kNumbers) EXPECT_EQ(NumberAtHead(row.text), row.value) << Shown(row.text);
   for (const Head& row : kNotNumbers) EXPECT_EQ(NumberAtHead(row.text), row.head) << Shown(row.text);
@@ -191,6 +199,7 @@ TEST(NumberConversions, RaiseSixForANumberThatIsTooLarge) {
   for (const std::string& text : kTooLarge) {
     EXPECT_EQ(RaisedBy([&] { NumberOf(text); }), 6) << "NumberOf " << Shown(text);
     EXPECT_EQ(RaisedBy([&] { NumberAtHead(text); }), 6) << "NumberAtHead " << Shown(text);
+    EXPECT_EQ(RaisedBy([&] { ToDouble(text); }), 6) << "ToDouble " << Shown(text);
     EXPECT_EQ(RaisedBy([&] { ToLong(text); }), 6) << "ToLong " << Shown(text);
     EXPECT_EQ(RaisedBy([&] { ToBoolean(text); }), 6) << "ToBoolean " << Shown(text);
   }

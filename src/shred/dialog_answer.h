@@ -1,0 +1,11 @@
+// What the system's file-open dialog leaves in its buffer.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The full paths that the answer stands for: one path, or a folder and the names chosen in it, separated by NUL characters
+// and ended by two (the explorer-style layout of a multiple selection). Nothing for an empty answer. What stands behind the
+// end of the answer is not looked at.
+std::vector<std::string> SplitDialogAnswer(std::string_view answer);

@@ -1,0 +1,52 @@
+// The scheduled list: its file, its "Clear" and its part in an erase run.
+#include "platform/ErroHandle.h"
+#include "platform/message_pump.h"
+#include "platform/native_files.h"
+#include "platform/path_text.h"
+#include "platform/special_folder.h"
+#include "platform/whole_file.h"
+#include "shred/fraShred.h"
+#include "shred/list_file.h"
+#include "shred/modShred.h"
+
+namespace {
+
+std::string ListFile() { return AppendBackslash(ProgramFolder()) + "QUELLIX_Shred"; }
+
+void ClearAttributes(const std::string& path) { NativeSetAttributes(ToNativePath(path), FILE_ATTRIBUTE_NORMAL); }
+
+}  // namespace
+
+void fraShred::LoadFiles() {
+  DoEvents();
+  if (!Validate(ListFile())) return;
+  const std::vector<std::string> lines = ReadListFile(ReadWholeFile(ListFile()));
+  const ListBox::Filling quietly(lstFiles);
+  lstFiles.Clear();
+  for (const std::string& line : lines) lstFiles.AddItem(line);
+}
+
+// A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
+void fraShred::SaveSettingsToFile() {
+  resumeNext([] { ClearAttributes(ListFile()); });
+  resumeNext([this] {
+    std::vector<std::string> paths;
+    for (int line = 0; line < lstFiles.ListCount(); ++line) {
+      paths.push_back(lstFiles.Item(line));
+      DoEventsNowAndThen();
+    }
+    ReplaceWholeFile(ListFile(), ListFileText(paths));
+  });
+  Err.Clear();
+}
+
+void fraShred::ClearScheduled() {
+  ClearFiles(scheduled_);
+  if (!Validate(ListFile())) return;
+  resumeNext([] { ClearAttributes(ListFile()); });
+  NativeDeleteFile(ToNativePath(ListFile()));
+}
+
+void fraShred::ShredDelete() {
+  reportAndLeave("frmMain,ShredDelete", [this] { RunShred(scheduled_, txtLevel.Text()); });
+}

@@ -1,0 +1,73 @@
+#include "shred/frmAddDir.h"
+
+#include "platform/runtime_error.h"
+#include "shred/folder_chain.h"
+#include "shred/subfolders.h"
+
+namespace {
+constexpr char kDriveAtStart[] = "C:";
+}
+
+std::string frmAddDir::ShowModal(HWND owner) {
+  chosen_.clear();
+  if (Handle() == nullptr) RunModal(IDD_frmAddDir, owner);
+  return chosen_;
+}
+
+void frmAddDir::OnInit() {
+  shown_ = {};
+  for (const std::string& drive : Drives()) drvList.AddItem(drive);
+  drvList.Choose(kDriveAtStart);
+  resumeNext([this] { Open(kDriveAtStart); });
+  ::SetFocus(dirList.Handle());
+}
+
+void frmAddDir::OnCommand(int id, int notification) {
+  if (id == IDC_drvList && notification == CBN_SELCHANGE) ChangeDrive();
+  if (id == IDC_dirList && notification == LBN_DBLCLK) OpenSelected();
+  if (id == IDC_cmdAdd && notification == BN_CLICKED) {
+    // Enter in the list presses the default button; there it opens the chosen folder first, as a double click does.
+    if (::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened) return OpenSelected();
+    Add();
+  }
+  if ((id == IDC_cmdCancel && notification == BN_CLICKED) || id == IDCANCEL) Close();
+}
+
+bool frmAddDir::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
+  if (message != WM_CLOSE) return false;
+  Close();
+  return true;
+}
+
+// A folder that cannot be read is not opened; what is shown stays.
+void frmAddDir::Open(const std::string& folder) {
+  shown_ = LinesOfFolder(folder, Subfolders(folder));
+  const ListBox::Filling quietly(dirList);
+  dirList.Clear();
+  for (const FolderLine& line : shown_.lines) dirList.AddItem(line.text);
+  dirList.Select(shown_.opened);
+}
+
+void frmAddDir::OpenSelected() {
+  const int line = dirList.ListIndex();
+  if (line >= 0) resumeNext([&] { Open(std::string(shown_.lines[static_cast<std::size_t>(line)].path)); });
+}
+
+void frmAddDir::ChangeDrive() {
+  Err.Clear();
+  resumeNext([this] { Open(drvList.Text()); });
+  if (Err.Number() != 0) ShowDrive();
+  Err.Clear();
+}
+
+// The drive of the folder that the list shows.
+void frmAddDir::ShowDrive() {
+  if (!shown_.lines.empty()) drvList.Choose(DrivePart(shown_.lines.front().path));
+}
+
+void frmAddDir::Add() {
+  const int line = dirList.ListIndex();
+  if (line < 0) return;
+  chosen_ = shown_.lines[static_cast<std::size_t>(line)].path;
+  Close();
+}

@@ -1,0 +1,32 @@
+// The window "Quellix-Add Folder": a drive, the opened folder on it with the ones it lies in and those in it.
+#pragma once
+
+#include <string>
+
+#include "platform/controls.h"
+#include "platform/dialog.h"
+#include "shred/folder_lines.h"
+#include "shred/frmAddDir_ids.h"
+
+class frmAddDir : public Dialog {
+ public:
+  // Shows the window and returns the chosen folder's full path once it is closed; empty when none was chosen. Window events
+  // run meanwhile; `owner` takes no input.
+  std::string ShowModal(HWND owner);
+
+ private:
+  void OnInit() override;
+  void OnCommand(int id, int notification) override;
+  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+  void Open(const std::string& folder);
+  void OpenSelected();
+  void ChangeDrive();
+  void ShowDrive();
+  void Add();
+
+  ComboBox drvList{*this, IDC_drvList};
+  ListBox dirList{*this, IDC_dirList};
+  FolderLines shown_;
+  std::string chosen_;
+};

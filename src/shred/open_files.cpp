@@ -1,0 +1,57 @@
+#include "shred/open_files.h"
+
+#include <string_view>
+
+#include "platform/runtime_error.h"
+#include "platform/system_functions.h"
+#include "shred/dialog_answer.h"
+
+namespace {
+
+constexpr DWORD kAnswerSize = 2048;
+constexpr DWORD kFlags = OFN_ALLOWMULTISELECT | OFN_EXPLORER;
+static_assert(kFlags == 0x80200);
+
+// The first version's record, the one that every system takes.
+constexpr DWORD kRecordSize = 76;
+
+// The dialog's errors (cderr.h) as the run-time errors of the dialog control.
+constexpr DWORD kBufferTooSmall = 0x3003;
+constexpr int kBufferTooSmallError = 20476;
+
+[[noreturn]] void RaiseDialogError(DWORD error) {
+  if (error == kBufferTooSmall)
+    throw RuntimeError{kBufferTooSmallError, "The buffer at which the member lpstrFile points is too small"};
+  Raise(kInvalidCall);
+}
+
+// The dialog makes the folder that was looked at last the current one.
+class CurrentFolder {
+ public:
+  CurrentFolder() { ::GetCurrentDirectoryA(sizeof path_, path_); }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+  ~CurrentFolder() { ::SetCurrentDirectoryA(path_); }
+
+ private:
+  char path_[MAX_PATH] = "";
+};
+
+}  // namespace
+
+std::vector<std::string> AskForFiles(HWND owner) {
+  const CurrentFolder staysTheSame;
+  char answer[kAnswerSize] = "";
+  OPENFILENAMEA dialog{};
+  dialog.lStructSize = kRecordSize;
+  dialog.hwndOwner = owner;
+  dialog.lpstrFilter = "All Files\0*.*\0";
+  dialog.nFilterIndex = 1;
+  dialog.lpstrFile = answer;
+  dialog.nMaxFile = kAnswerSize;
+  dialog.Flags = kFlags;
+  if (late::GetOpenFileName(&dialog)) return SplitDialogAnswer(std::string_view(answer, kAnswerSize));
+  const DWORD error = late::CommDlgExtendedError();
+  if (error != 0) RaiseDialogError(error);
+  return {};
+}

@@ -1,0 +1,36 @@
+#include "shred/shred_list.h"
+
+#include <algorithm>
+
+void ShredList::Add(const std::string& path) {
+  list_.AddItem(path);
+  collection_.push_back(path);
+}
+
+void ShredList::RemoveSelected() {
+  const std::vector<int> lines = list_.Selected();
+  const ListBox::Filling quietly(list_);
+  for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+    const auto found = std::find(collection_.begin(), collection_.end(), list_.Item(*line));
+    if (found != collection_.end()) collection_.erase(found);
+    list_.RemoveItem(*line);
+  }
+}
+
+void ShredList::Clear() {
+  collection_.clear();
+  list_.Clear();
+}
+
+void ShredList::RemoveFirst(int count) {
+  if (count >= Count()) return Clear();
+  const ListBox::Filling quietly(list_);
+  for (int taken = 0; taken < count; ++taken) {
+    for (int line = 0; line < list_.ListCount(); ++line) {
+      if (list_.Item(line) != collection_[static_cast<std::size_t>(taken)]) continue;
+      list_.RemoveItem(line);
+      break;
+    }
+  }
+  collection_.erase(collection_.begin(), collection_.begin() + count);
+}

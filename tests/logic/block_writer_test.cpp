@@ -1,0 +1,151 @@
+#include "shred/block_writer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/runtime_error.h"
+
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+// A file on a disk that fails as a test wants it to, and what was asked of it.
+class BlockWriterTest : public testing::Test {
+ protected:
+  void SetUp() override { Err.Clear(); }
+  void TearDown() override { EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description(); }
+
+  void Put(std::uint32_t offset, std::string_view bytes) {
+    puts.push_back(bytes.size());
+    if (refusal != 0) Raise(refusal);
+    if (offset + bytes.size() > room) Raise(kDiskFull);
+    if (offset < lockedEnd && offset + bytes.size() > lockedBegin) Raise(kPermissionDenied);
+    file.resize(std::max(file.size(), offset + bytes.size()), '?');
+    file.replace(offset, bytes.size(), bytes);
+  }
+
+  void ItemFailed() {
+    failures.push_back(Err.Number());
+    Err.Clear();
+  }
+
+  void WriteTimes(int count, std::string_view item) {
+    for (int i = 0; i < count; ++i) writer.Write(item);
+  }
+
+  std::string file;
+  std::size_t room = 1000000;
+  std::size_t lockedBegin = 0, lockedEnd = 0;
+  int refusal = 0;
+  std::vector<std::size_t> puts;  // their sizes
+  std::vector<int> failures;
+  BlockWriter writer{[this](std::uint32_t offset, std::string_view bytes) { Put(offset, bytes); }, [this] { ItemFailed(); }};
+};
+
+}  // namespace
+
+TEST_F(BlockWriterTest, WritesTheItemsBackToBackInTheirOrder) {
+  for (const char* item : {"one", "2", "", "three"}) writer.Write(item);
+  writer.Write(std::string_view("\0\xFF", 2));
+  writer.Flush();
+  EXPECT_EQ(file, std::string("one2three\0\xFF", 11));
+  EXPECT_THAT(failures, IsEmpty());
+}
+
+TEST_F(BlockWriterTest, TakesOneWriteABlock) {
+  WriteTimes(10000, "12");
+  writer.Flush();
+  EXPECT_THAT(puts, ElementsAre(4096u, 4096u, 4096u, 4096u, 3616u));
+  EXPECT_EQ(file.size(), 20000u);
+}
+
+TEST_F(BlockWriterTest, SplitsNoItemBetweenTwoBlocks) {
+  WriteTimes(2000, "123");
+  writer.Flush();
+  EXPECT_THAT(puts, ElementsAre(4095u, 1905u));
+}
+
+TEST_F(BlockWriterTest, WritesNothingWhenNothingIsThere) {
+  writer.Flush();
+  EXPECT_THAT(puts, IsEmpty());
+  writer.Write("item");
+  writer.Flush();
+  writer.Flush();
+  EXPECT_THAT(puts, ElementsAre(4u));
+}
+
+TEST_F(BlockWriterTest, GoesOnBehindTheLastBlockAfterAFlush) {
+  writer.Write("one");
+  writer.Flush();
+  writer.Write("two");
+  writer.Flush();
+  EXPECT_EQ(file, "onetwo");
+}
+
+TEST_F(BlockWriterTest, FailsEachItemOfAFailingBlockOnItsOwn) {
+  refusal = kBadFileName;
+  WriteTimes(3, "10");
+  EXPECT_THAT(failures, IsEmpty()) << "a failure waits as long as its block";
+  writer.Flush();
+  EXPECT_THAT(failures, ElementsAre(52, 52, 52));
+  EXPECT_THAT(puts, SizeIs(1)) << "a file that is not open is not asked once more";
+}
+
+TEST_F(BlockWriterTest, AsksADeviceThatHasGoneOnceABlock) {
+  for (const int error : {kDeviceIoError, kDeviceUnavailable, kDiskNotReady, kInvalidCall}) {
+    refusal = error;
+    puts.clear();
+    failures.clear();
+    WriteTimes(5000, "1");
+    writer.Flush();
+    EXPECT_THAT(puts, SizeIs(2)) << error;
+    EXPECT_THAT(failures, SizeIs(5000)) << error;
+    EXPECT_THAT(failures, Each(error));
+  }
+}
+
+TEST_F(BlockWriterTest, FillsAFullDiskToTheLastItemThatFits) {
+  room = 5001;
+  WriteTimes(3000, "10");
+  writer.Flush();
+  EXPECT_EQ(file.size(), 5000u);
+  EXPECT_THAT(failures, SizeIs(500));
+  EXPECT_THAT(failures, Each(61));
+}
+
+TEST_F(BlockWriterTest, WritesTheNextItemThatFitsWhereTheFailingOneShouldHaveGone) {
+  room = 3;
+  for (const char* item : {"12", "3456", "7"}) writer.Write(item);
+  writer.Flush();
+  EXPECT_EQ(file, "127");
+  EXPECT_THAT(failures, ElementsAre(61));
+}
+
+TEST_F(BlockWriterTest, WritesUpToAPartThatAnotherProgramLocked) {
+  lockedBegin = 6, lockedEnd = 8;
+  WriteTimes(5, "10");
+  writer.Flush();
+  EXPECT_EQ(file, "101010");
+  EXPECT_THAT(failures, ElementsAre(70, 70));
+}
+
+TEST_F(BlockWriterTest, GoesOnWhenTheDiskHasRoomAgain) {
+  room = 0;
+  WriteTimes(4096, "1");
+  writer.Write("2");  // the first block fails
+  room = 1000000;
+  writer.Flush();
+  EXPECT_EQ(file, "2");
+  EXPECT_THAT(failures, SizeIs(4096));
+}
+
+TEST_F(BlockWriterTest, TakesNoErrorFromBeforeForItsOwn) {
+  Err.Set({kOverflow, "Overflow"});
+  writer.Write("1");
+  writer.Flush();
+  EXPECT_EQ(file, "1");
+  EXPECT_THAT(failures, IsEmpty());
+}
