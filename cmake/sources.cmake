@@ -2,7 +2,6 @@
 # windows.h. They are built twice, into the program and natively for the tests under sanitizers; that enforces the rule.
 
 set(LOGIC_SOURCES
-  src/platform/com_error.cpp
   src/platform/os_name.cpp
   src/platform/path_text.cpp
   src/platform/runtime_error.cpp
@@ -10,13 +9,22 @@ set(LOGIC_SOURCES
   src/platform/text_value.cpp
   src/settings/schema.cpp
   src/cleaners/cache_entry_rule.cpp
+  src/cleaners/folder_guard.cpp
   src/cleaners/listed_names.cpp
   src/cleaners/mask_ending.cpp
   src/cleaners/temp_guard.cpp
   src/cleaners/wipe_fill.cpp
   src/cookies/keep_list.cpp
   src/automation/boss_key.cpp
+  src/automation/key_poll.cpp
+  src/automation/run_value.cpp
+  src/automation/schedule_tick.cpp
+  src/shred/block_writer.cpp
+  src/shred/dialog_answer.cpp
   src/shred/folder_chain.cpp
+  src/shred/folder_lines.cpp
+  src/shred/list_file.cpp
+  src/shred/overwrite_sequence.cpp
   src/erase/catalogue.cpp
   src/erase/erase_run.cpp
   src/app/panel_navigation.cpp
@@ -43,8 +51,11 @@ set(WINDOWS_SOURCES
   src/cleaners/cache_walks.cpp
   src/cleaners/clean_log.cpp
   src/cleaners/folder_contents.cpp
+  src/cleaners/folder_facts.cpp
+  src/cleaners/folder_walk.cpp
   src/cleaners/locked_index.cpp
   src/cleaners/mdFHCCleaner.cpp
+  src/cleaners/mdPanic.cpp
   src/cleaners/modCleanItems.cpp
   src/cleaners/modCleaning.cpp
   src/cleaners/temp_folder.cpp
@@ -53,10 +64,19 @@ set(WINDOWS_SOURCES
   src/cookies/frmCookie.cpp
   src/cookies/mdCookies.cpp
   src/automation/fraScheduleManager.cpp
+  src/automation/frmWarning.cpp
   src/automation/modHide.cpp
+  src/automation/modReboot.cpp
   src/automation/updater.cpp
+  src/shred/dropped_files.cpp
   src/shred/fraShred.cpp
+  src/shred/fraShred_scheduled.cpp
+  src/shred/frmAddDir.cpp
+  src/shred/open_files.cpp
+  src/shred/shred_list.cpp
+  src/shred/subfolders.cpp
   src/shred/modShred.cpp
+  src/shred/modShred_folders.cpp
   src/erase/fraClean.cpp
   src/erase/run_cleaner.cpp
   src/app/erase_host.cpp
@@ -65,6 +85,7 @@ set(WINDOWS_SOURCES
   src/app/frmMain.cpp
   src/app/front_window.cpp
   src/app/frmMain_events.cpp
+  src/app/frmMain_stealth.cpp
   src/app/frmMain_settings.cpp
   src/app/link_label.cpp
   src/app/mdSysTray.cpp

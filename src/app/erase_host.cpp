@@ -1,6 +1,7 @@
 #include "app/erase_host.h"
 
-#include "app/mdSysTray.h"
+#include "automation/modReboot.h"
+#include "cleaners/mdPanic.h"
 #include "erase/run_cleaner.h"
 #include "platform/app_title.h"
 #include "platform/message_pump.h"
@@ -38,13 +39,19 @@ void EraseHost::RunCleaner(Cleaner cleaner) { ::RunCleaner(cleaner); }
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.
 void EraseHost::PauseAfterItem() { Pause(1, &StopErase); }
 
-// docs/status.md lists what is still to come: closing browsers, the scheduled shred, the reboot.
-void EraseHost::CloseBrowserFrames() {}
-void EraseHost::CloseWindowByTitle(const char*) {}
+void EraseHost::CloseBrowserFrames() {
+  closingBrowsers_ = true;
+  ::CloseBrowserFrames();
+  closingBrowsers_ = false;
+}
+
+bool EraseHost::ClosingBrowsers() { return closingBrowsers_; }
+void EraseHost::CloseWindowByTitle(const char* title) { ::CloseWindowByTitle(title); }
 void EraseHost::MinimiseAllWindows() { ::MinimiseAllWindows(); }
-void EraseHost::ShredScheduledFiles() {}
-void EraseHost::Reboot() {}
+void EraseHost::ShredScheduledFiles() { panels_.shred.ShredDelete(); }
+void EraseHost::Reboot() { RebootSystem(true); }
 
 void EraseHost::ShowInformation(const char* text) {
-  ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), MB_ICONINFORMATION);
+  // While another box is open, say the question whether to exit, a run of the scheduler adds none to it.
+  if (::IsWindowEnabled(window_.Window())) ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), MB_ICONINFORMATION);
 }

@@ -29,6 +29,7 @@ class EraseHost final : public EraseRunHost {
   void RunCleaner(Cleaner cleaner) override;
   void PauseAfterItem() override;
   void CloseBrowserFrames() override;
+  bool ClosingBrowsers() override;
   void CloseWindowByTitle(const char* title) override;
   void MinimiseAllWindows() override;
   void ShredScheduledFiles() override;
@@ -38,4 +39,5 @@ class EraseHost final : public EraseRunHost {
  private:
   Panels& panels_;
   MainWindow& window_;
+  bool closingBrowsers_ = false;
 };

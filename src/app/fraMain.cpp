@@ -56,6 +56,7 @@ void fraMain::OnCommand(int id, int notification) {
     window_.SetStatusText("Displaying Cookies");
     cookies_.Show();
   }
+  if (id == IDC_Label6) window_.HideByBossKey();
   if (id == IDC_cmdClean_2) {
     window_.ShowErasePanel();
     window_.EraseOnly();

@@ -2,6 +2,7 @@
 
 #include "app/quellix_ids.h"
 #include "app/single_instance.h"
+#include "app/timers.h"
 #include "app/tray_callback.h"
 #include "automation/restore_label.h"
 #include "platform/ErroHandle.h"
@@ -68,6 +69,7 @@ void frmMain::OnInit() {
   bannerColour_.reset(::CreateSolidBrush(kBannerGround));
   banner_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_banner), IMAGE_BITMAP, 0, 0, 0));
   ::SendDlgItemMessageA(Handle(), IDC_Image1, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(banner_.get()));
+  StartTimers(Handle());
   PlacePanel(panels_.main.Create(Handle()), cmdHelp.Handle());
 }
 

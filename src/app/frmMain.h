@@ -6,6 +6,7 @@
 #include "app/frmMain_ids.h"
 #include "app/mdSysTray.h"
 #include "app/panels.h"
+#include "automation/frmWarning.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/handles.h"
@@ -29,6 +30,9 @@ class frmMain final : public Dialog, public MainWindow {
   void EraseOnly() override;
   void ShowErasePanel() override { Navigate(Panel::Erase); }
   void SaveEraseSettings() override;
+  void RunInvisibly() override;
+  void HideByBossKey() override;
+  void ShowBossKey(const std::string& name) override { panels_.main.Label1.SetText(name); }
   std::string PanelCaption() const override;
 
  private:
@@ -54,6 +58,11 @@ class frmMain final : public Dialog, public MainWindow {
   void ShowAndActivateFromMenu();
   void ShowPopupMenu();
   void AskToExit();
+  void OnTimer(WPARAM timer);
+  void TickScheduler();
+  void PollKeys();
+  void RestoreByBossKey();
+  void ComeBack();
   void CloseQuery(bool sessionEnds);
   [[noreturn]] void Unload();
 
@@ -69,6 +78,8 @@ class frmMain final : public Dialog, public MainWindow {
   InternetTransfer Inet1;
   InternetTransfer Inet2;
   NotificationIcon icon_;
+  frmWarning warning_;
+  bool scheduledRun_ = false;  // a run that the scheduler started is on its way
   UniqueGdiObject banner_;
   UniqueGdiObject bannerColour_;
   UINT taskbarCreated_ = 0;

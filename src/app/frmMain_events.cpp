@@ -20,6 +20,13 @@ bool frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& res
       // The window lives on in the notification area.
       if (wParam == SIZE_MINIMIZED) ::ShowWindow(Handle(), SW_HIDE);
       return false;
+    case WM_SHOWWINDOW:
+      // What is open over the window goes out of sight with it, and comes back with it.
+      if (lParam == 0) ::ShowOwnedPopups(Handle(), wParam != 0);
+      return false;
+    case WM_TIMER:
+      OnTimer(wParam);
+      return true;
     case kTrayCallback:
       OnTrayCallback(wParam, lParam);
       return false;

@@ -1,6 +1,8 @@
 // The main window's start-up sequence and the controls' share of loading and saving the settings.
 #include "app/frmMain.h"
 #include "app/quellix_ids.h"
+#include "app/timers.h"
+#include "automation/modReboot.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/os_name.h"
@@ -19,6 +21,7 @@ void frmMain::RunStartUp() {
   resumeNext([this] { panels_.main.Label1.SetText(panels_.scheduleManager.cmbBoss.Text()); });
   resumeNext([this] { BringToFront(Panel::MainSettings); });
   OsName = FindOS();
+  resumeNext([this] { panels_.shred.LoadFiles(); });
   ::ShowWindow(Handle(), SW_SHOW);
   ::RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
   CreateOtherPanels();
@@ -40,15 +43,18 @@ void frmMain::LoadEraseSettings() {
 }
 
 void frmMain::LoadGeneralSettings() {
+  ArmScheduler(Handle());
   reportAndLeave("frmMain,LoadGeneralSettings", [this] { panels_.scheduleManager.LoadGeneralSettings(); });
 }
 
 void frmMain::SaveEraseSettings() {
   reportAndLeave("frmMain,SaveEraseSettings", [this] {
+    RegisterStartup();
     const fraScheduleManager& schedule = panels_.scheduleManager;
     WriteStoredSettings({schedule.txtMinutes.Text(), std::to_string(schedule.dtpTime.Minute()),
                          std::to_string(schedule.dtpTime.Hour()), std::to_string(schedule.dtpTime.Second()),
                          std::to_string(panels_.shred.chkOptions.Value()), panels_.shred.txtLevel.Text()});
+    if (panels_.shred.lstFiles.ListCount() > 0) panels_.shred.SaveSettingsToFile();
   });
 }
 

@@ -32,9 +32,3 @@ void NotificationIcon::Remove() {
   onShow_ = false;
   late::ShellNotifyIcon(NIM_DELETE, &record_);
 }
-
-void MinimiseAllWindows() {
-  constexpr WPARAM kMinimiseAll = 419;
-  const HWND taskbar = ::FindWindowA("Shell_TrayWnd", nullptr);
-  if (taskbar != nullptr) ::PostMessageA(taskbar, WM_COMMAND, kMinimiseAll, 0);
-}

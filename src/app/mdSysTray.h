@@ -1,4 +1,4 @@
-// The icon in the notification area of the taskbar, and the command that minimises every window.
+// The icon in the notification area of the taskbar.
 #pragma once
 
 #include <string>
@@ -21,6 +21,3 @@ class NotificationIcon {
   NOTIFYICONDATAA record_{};
   bool onShow_ = false;
 };
-
-// Posts the taskbar its command 419; harmless without a taskbar.
-void MinimiseAllWindows();

@@ -9,7 +9,7 @@
 #include "shred/fraShred.h"
 
 struct Panels {
-  Panels(MainWindow& window, EraseRunHost& host) : main(window), clean(host), scheduleManager(window) {}
+  Panels(MainWindow& window, EraseRunHost& host) : main(window), clean(host), shred(window), scheduleManager(window) {}
 
   fraMain main;
   fraClean clean;

@@ -4,6 +4,7 @@
 #include "automation/restore_label.h"
 #include "automation/updater.h"
 #include "platform/text_value.h"
+#include "settings/settings_store.h"
 #include "settings/settings_variables.h"
 
 #include <commctrl.h>
@@ -11,6 +12,12 @@
 namespace {
 
 constexpr int kMostMinutes = 32767;  // the tick counter ends there
+
+std::string LocaleText(LCTYPE what) {
+  char text[32] = "";
+  ::GetLocaleInfoA(LOCALE_USER_DEFAULT, what, text, sizeof text);
+  return text;
+}
 
 std::string ValueText(const CheckBox& box) { return Trim(std::to_string(box.Value())); }
 
@@ -35,6 +42,8 @@ void fraScheduleManager::OnCommand(int id, int notification) {
   if (id == IDC_chkShEnable) ClickScheduleEnabled();
   if (id == IDC_chkRbt) Settings[Setting::chkRbt] = ValueText(chkRbt);
   if (id == IDC_CHKieclose) Settings.CloseBrowsers = CHKieclose.Value() == 1;
+  if (id == IDC_cmbBossSet) ClickSetBossKey();
+  if (id == IDC_cmdRunInv) window_.RunInvisibly();
   if (id == IDC_cmdUpgrade) StartUpdater(window_.Window());
 }
 
@@ -79,6 +88,27 @@ void fraScheduleManager::ClickScheduleEnabled() {
   CHKieclose.SetEnabled(true);  // never disabled by the schedule's box; meant
   chkRbt.SetEnabled(true);
   Settings[Setting::chkShEnable] = ValueText(chkShEnable);
+}
+
+void fraScheduleManager::ClickSetBossKey() {
+  const std::string name = cmbBoss.Text();
+  Settings.BossKeyCode = BossKeyCodeOf(name);
+  lblRestore.SetText(RestoreLabel(name));
+  SaveSetting(Setting::bossKey, std::to_string(Settings.BossKeyCode));
+  window_.ShowBossKey(name);
+}
+
+ScheduleFacts fraScheduleManager::Facts() const {
+  SYSTEMTIME now;
+  ::GetLocalTime(&now);
+  const DayHalves halves{LocaleText(LOCALE_S1159), LocaleText(LOCALE_S2359)};
+  return {chkShEnable.Value() == 1,
+          Settings[Setting::ScheduleHour],
+          optSchedule[0].Value(),
+          Settings[Setting::ScheduleMinutes],
+          txtMinutes.Text(),
+          TimeText(now.wHour, now.wMinute, halves),
+          TimeText(dtpTime.Hour(), dtpTime.Minute(), halves)};
 }
 
 void fraScheduleManager::getBossKeySetting() { cmbBoss.SetText(BossKeyName(Settings.BossKeyCode)); }

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "automation/fraScheduleManager_ids.h"
+#include "automation/schedule_tick.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
@@ -26,6 +27,9 @@ class fraScheduleManager : public Dialog {
 
   void ClickScheduleEnabled();
 
+  // What the scheduler's tick looks at, as it is now.
+  ScheduleFacts Facts() const;
+
   CheckBox chkShEnable{*this, IDC_chkShEnable};
   CheckBox chkRbt{*this, IDC_chkRbt};
   CheckBox CHKieclose{*this, IDC_CHKieclose};
@@ -40,6 +44,7 @@ class fraScheduleManager : public Dialog {
   void OnCommand(int id, int notification) override;
   void ClickStartUp(int index);
   void ClickSchedule(int index);
+  void ClickSetBossKey();
   void LoadSchedule();
 
   MainWindow& window_;

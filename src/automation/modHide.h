@@ -1,10 +1,30 @@
-// Bringing the main window back, and the process into the task list.
+// Taking the program and the browser's windows out of sight, and bringing them back. A failing call is passed over.
 #pragma once
 
+#include <vector>
+
 #include "platform/win32.h"
+
+// Makes the process invisible in the task list of Windows 9x, and visible again; nothing on the NT family, whose systems
+// lack the call.
+void HideFromTaskList();
+void UnhideFromTaskList();
 
 // Shows the window when it is hidden, restores it when it is minimised, brings it to the foreground.
 void ShowAndActivate(HWND window);
 
-// Makes the process visible in the task list of Windows 9x; nothing on the NT family, whose systems lack the call.
-void UnhideFromTaskList();
+// A browser window and where it stood.
+struct BrowserPlacement {
+  HWND window = nullptr;
+  WINDOWPLACEMENT placement{};
+};
+
+// Filled anew by every hiding: a record for each window, and one empty one behind them. Hiding twice in a row saves the
+// windows as hidden as they are then; a restore shows them all the same.
+inline std::vector<BrowserPlacement> SavedBrowserPlacements;
+
+// Every top-level window of the browser's class "IEFrame".
+void HideBrowserWindows();
+
+// The saved windows, the last one first; those that are gone are passed over.
+void RestoreBrowserWindows();

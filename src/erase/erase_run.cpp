@@ -76,7 +76,7 @@ void doClean(EraseRunHost& host) {
 
 void RunEraseOnly(EraseRunHost& host) {
   resumeNext([&] {
-    if (host.StopButtonEnabled()) return;  // a run is in progress
+    if (host.StopButtonEnabled() || host.ClosingBrowsers()) return;  // a run is in progress
     if (host.CloseBrowsersFlag()) {
       host.CloseBrowserFrames();
       host.CloseWindowByTitle("Internet Explorer");
@@ -89,7 +89,7 @@ void RunEraseOnly(EraseRunHost& host) {
 void RunEraseAndReboot(EraseRunHost& host) {
   resumeNext([&] {
     host.ShowProgress();
-    if (host.StopButtonEnabled()) return;
+    if (host.StopButtonEnabled() || host.ClosingBrowsers()) return;
     if (RunFromButton(host, "No Item Has Been Selected")) host.Reboot();
   });
 }

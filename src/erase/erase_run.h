@@ -36,7 +36,8 @@ class EraseRunHost {
 
   virtual void RunCleaner(Cleaner cleaner) = 0;
   virtual void PauseAfterItem() = 0;
-  virtual void CloseBrowserFrames() = 0;
+  virtual void CloseBrowserFrames() = 0;  // returns when none is left
+  virtual bool ClosingBrowsers() = 0;     // such a call is on its way
   virtual void CloseWindowByTitle(const char* title) = 0;
   virtual void MinimiseAllWindows() = 0;
   virtual void ShredScheduledFiles() = 0;

@@ -2,6 +2,16 @@
 
 #include <cstring>
 
+namespace {
+
+// A length of 0 passes the system's tests with every address, also with null, which the move itself does not allow.
+void MoveBytes(void* destination, const void* source, std::size_t length) {
+  if (length == 0 || ::IsBadWritePtr(destination, length) || ::IsBadReadPtr(source, length)) return;
+  std::memmove(destination, source, length);
+}
+
+}  // namespace
+
 void clsMemoryManagement::Allocate(std::size_t size) {
   ReleaseMemory();
   address_ = ::VirtualAlloc(nullptr, size, MEM_COMMIT, PAGE_EXECUTE_READWRITE);
@@ -11,13 +21,11 @@ void clsMemoryManagement::Allocate(std::size_t size) {
 }
 
 void clsMemoryManagement::ReadFrom(void* destination, std::size_t length) const {
-  if (address_ == nullptr || ::IsBadWritePtr(destination, length) || ::IsBadReadPtr(address_, length)) return;
-  std::memmove(destination, address_, length);
+  if (address_ != nullptr) MoveBytes(destination, address_, length);
 }
 
 void clsMemoryManagement::WriteTo(const void* source, std::size_t length) {
-  if (address_ == nullptr || ::IsBadReadPtr(source, length) || ::IsBadWritePtr(address_, length)) return;
-  std::memmove(address_, source, length);
+  if (address_ != nullptr) MoveBytes(address_, source, length);
 }
 
 std::string clsMemoryManagement::ExtractString(const char* address, std::size_t maximumLength) const {

@@ -22,7 +22,7 @@ class clsMemoryManagement {
   void* Handle() const { return address_; }
 
   // Copies `length` bytes from the start of the block. Does nothing without a block, and when one of both sides cannot
-  // take part over the whole length.
+  // take part over the whole length. The system tells by whole pages, so the block reaches to the end of its last one.
   void ReadFrom(void* destination, std::size_t length) const;
 
   // The same towards the start of the block.

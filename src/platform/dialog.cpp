@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 
 namespace {
@@ -21,6 +22,22 @@ HWND Dialog::Create(int id, HWND parent) {
 
 void Dialog::Click(int id) {
   resumeNext([this, id] { OnCommand(id, BN_CLICKED); });
+}
+
+void Dialog::RunModal(int id, HWND owner) {
+  if (Create(id, owner) == nullptr) return;
+  PlaceOver(owner);
+  if (::IsWindowEnabled(owner)) disabledOwner_ = owner;
+  ::EnableWindow(owner, FALSE);
+  ::ShowWindow(Handle(), SW_SHOW);
+  ::SetForegroundWindow(Handle());
+  while (Handle() != nullptr) WaitForEvents(INFINITE);
+}
+
+// The owner takes input before the window goes: otherwise the system would activate another program's.
+void Dialog::Close() {
+  if (disabledOwner_ != nullptr) ::EnableWindow(std::exchange(disabledOwner_, nullptr), TRUE);
+  ::DestroyWindow(Handle());
 }
 
 bool Dialog::TranslateKeys(MSG& message) {

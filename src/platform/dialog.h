@@ -42,6 +42,13 @@ class Dialog {
   // Makes the modeless window of template `id`; null on failure, with the reason in GetLastError.
   HWND Create(int id, HWND parent);
 
+  // Shows the modal window of template `id` over `owner`, which takes no input meanwhile, and returns once it is closed.
+  // Window events run. Does nothing when the window cannot be created.
+  void RunModal(int id, HWND owner);
+
+  // Destroys the window; the owner of a modal one takes input again.
+  void Close();
+
   // Puts the window over the middle of another one, as far as it stays on the screen.
   void PlaceOver(HWND other);
 
@@ -60,5 +67,6 @@ class Dialog {
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window_ = nullptr;
+  HWND disabledOwner_ = nullptr;
   std::vector<DialogPart*> parts_;
 };

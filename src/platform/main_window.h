@@ -20,6 +20,13 @@ class MainWindow {
 
   virtual void SaveEraseSettings() = 0;
 
+  // What a press of "Run invisibly now" does, and what the boss key does.
+  virtual void RunInvisibly() = 0;
+  virtual void HideByBossKey() = 0;
+
+  // The boss key's name, in the large label of the main settings panel.
+  virtual void ShowBossKey(const std::string& name) = 0;
+
   // The caption of the panel on show.
   virtual std::string PanelCaption() const = 0;
 

@@ -50,3 +50,7 @@ int RuntimeErrorNumberOf(unsigned long systemError) {
 }
 
 void RaiseSystemError(unsigned long systemError) { Raise(RuntimeErrorNumberOf(systemError)); }
+
+void CheckResult(std::int32_t result) {
+  if (result < 0) throw RuntimeError{result, "Automation error"};
+}

@@ -120,6 +120,16 @@ TEST(EraseOnly, DoesNothingWhileARunIsInProgress) {
   EXPECT_THAT(host.calls, ElementsAre("? stop button"));
 }
 
+TEST(EraseOnly, DoesNothingWhileAnEarlierPressIsStillClosingBrowsers) {
+  FakeEraseRunHost host;
+  host.TickAll();
+  host.closingBrowsers = true;
+  host.closeBrowsersFlag = true;
+  RunEraseOnly(host);
+  RunEraseAndReboot(host);
+  EXPECT_THAT(host.Actions(), ElementsAre("show bar"));
+}
+
 TEST(EraseOnly, DoesNothingWhenPressedWithinItsOwnRun) {
   FakeEraseRunHost host;
   host.Tick(kIe, 0);

@@ -24,6 +24,7 @@ class FakeEraseRunHost final : public EraseRunHost {
   bool stopButton = false;
   bool scheduleEnabled = false, closeBrowsersBox = false, closeBrowsersFlag = false;
   bool scheduledShred = false, rebootAfter = false;
+  bool closingBrowsers = false;
   int selectedBoxes = 0;
   std::map<std::pair<BoxArray, int>, std::string> flags;
 
@@ -108,6 +109,7 @@ class FakeEraseRunHost final : public EraseRunHost {
   void PauseAfterItem() override { Note("pause"); }
   void CloseBrowserFrames() override { Note("close browser frames"); }
   void CloseWindowByTitle(const char* title) override { Note(std::string("close window: ") + title); }
+  bool ClosingBrowsers() override { return closingBrowsers; }
   void MinimiseAllWindows() override { Note("minimise all windows"); }
   void ShredScheduledFiles() override { Note("shred scheduled files"); }
   void Reboot() override { Note("reboot"); }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <set>
 
 #include "platform/runtime_error.h"
@@ -66,6 +67,22 @@ TEST(SystemError, IsRaisedWithTheClassicWording) {
     } catch (const RuntimeError& error) {
       EXPECT_EQ(error.number, row.number) << row.meaning;
       EXPECT_EQ(error.description, RuntimeErrorDescription(row.number)) << row.meaning;
+    }
+  }
+}
+
+TEST(CheckResult, RaisesNothingForASuccessOfAnyKind) {
+  for (const std::int32_t result : {0, 1, 0x40001, INT_MAX}) EXPECT_NO_THROW(CheckResult(result)) << result;
+}
+
+TEST(CheckResult, RaisesAFailureUnderItsOwnNumberAsAnAutomationError) {
+  for (const std::uint32_t failure : {0x80004005u, 0x80004002u, 0x80070005u, 0x80040154u, 0x80000000u, 0xFFFFFFFFu}) {
+    try {
+      CheckResult(static_cast<std::int32_t>(failure));
+      FAIL() << "nothing was raised for " << failure;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(static_cast<std::uint32_t>(error.number), failure);
+      EXPECT_EQ(error.description, "Automation error");
     }
   }
 }

@@ -1,0 +1,30 @@
+#include "automation/frmWarning.h"
+
+#include "automation/warning_text.h"
+#include "platform/runtime_error.h"
+#include "settings/settings_store.h"
+
+void frmWarning::ShowModal(HWND owner) {
+  if (Handle() == nullptr) RunModal(IDD_frmWarning, owner);
+}
+
+void frmWarning::OnInit() {
+  lblWarning.SetText(kInvisibleWarning);
+  ::SendDlgItemMessageA(Handle(), IDC_imgWarning, STM_SETICON,
+                        reinterpret_cast<WPARAM>(::LoadIconA(nullptr, MAKEINTRESOURCEA(32515))), 0);  // IDI_WARNING
+  ::SetFocus(::GetDlgItem(Handle(), IDC_cmdContinue));
+}
+
+void frmWarning::OnCommand(int id, int notification) {
+  if (id == IDC_cmdContinue && notification == BN_CLICKED) {
+    if (chkWarning.Value() == 1) resumeNext([] { SaveSetting(Setting::Message, "Dont"); });
+    Close();
+  }
+  if (id == IDCANCEL) Close();
+}
+
+bool frmWarning::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
+  if (message != WM_CLOSE) return false;
+  Close();
+  return true;
+}

@@ -1,0 +1,21 @@
+// The window "Warning", shown before the program goes invisible.
+#pragma once
+
+#include "automation/frmWarning_ids.h"
+#include "platform/controls.h"
+#include "platform/dialog.h"
+
+class frmWarning : public Dialog {
+ public:
+  // Shows the window and returns when it is closed. Window events run meanwhile; `owner` takes no input. A second call
+  // while it is open does nothing.
+  void ShowModal(HWND owner);
+
+ private:
+  void OnInit() override;
+  void OnCommand(int id, int notification) override;
+  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+  Label lblWarning{*this, IDC_lblWarning};
+  CheckBox chkWarning{*this, IDC_chkWarning};
+};

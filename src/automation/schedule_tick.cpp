@@ -1,0 +1,35 @@
+#include "automation/schedule_tick.h"
+
+#include <limits>
+
+#include "platform/text_value.h"
+
+namespace {
+
+constexpr int kTicksAnHour = 60;
+
+std::string TwoDigits(int number) {
+  return std::string(1, static_cast<char>('0' + number / 10)) + static_cast<char>('0' + number % 10);
+}
+
+// In this order: the first that says yes decides.
+bool IsModeDue(std::int16_t tickCount, const ScheduleFacts& facts) {
+  if (facts.hourlyFlag == "1" && tickCount >= kTicksAnHour) return true;
+  if (facts.now == facts.picked && facts.dailyChosen) return true;
+  return NumberAtHead(facts.minutesText) <= tickCount && facts.minutesFlag == "1";
+}
+
+}  // namespace
+
+std::string TimeText(int hour, int minute, const DayHalves& designators) {
+  const int shown = hour % 12 == 0 ? 12 : hour % 12;
+  return TwoDigits(shown) + ":" + TwoDigits(minute) + " " + (hour < 12 ? designators.am : designators.pm);
+}
+
+bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts) {
+  if (!facts.enabled) return false;
+  if (tickCount < std::numeric_limits<std::int16_t>::max()) ++tickCount;
+  const bool due = IsModeDue(tickCount, facts);
+  if (due) tickCount = 0;
+  return due;
+}

@@ -1,0 +1,28 @@
+// The scheduler's tick, once a minute: whether an erase is due now.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// A time of day as the daily test compares it: "hh:mm" with the hours 01 to 12, a blank, and the locale's designator of
+// the half of the day. In a locale without designators a time and the one twelve hours later read alike.
+struct DayHalves {
+  std::string am;
+  std::string pm;
+};
+std::string TimeText(int hour, int minute, const DayHalves& designators);
+
+// What the tick looks at. The flags are the settings' texts, "1" for a chosen mode.
+struct ScheduleFacts {
+  bool enabled;             // chkShEnable is checked
+  std::string hourlyFlag;   // "ScheduleHour"
+  bool dailyChosen;         // the option button itself, not its flag
+  std::string minutesFlag;  // "ScheduleMinutes"
+  std::string minutesText;  // txtMinutes
+  std::string now;          // TimeText of the clock and of the picker
+  std::string picked;
+};
+
+// Advances the count of ticks since the last scheduled run (up to 32767, where it stays) and sets it back to 0 when an
+// erase is due. While the schedule is off, nothing counts.
+bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts);
