@@ -10,18 +10,31 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/ui"))
+sys.path.insert(0, str(ROOT / "tests/doubles"))
 from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
+from url_history import history_urls, install_history_store, plant_history  # noqa: E402
 
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"
+PLANT_CACHE = ROOT / "tests/doubles/plant_cache.cpp"
+PLANT_CACHE_NEEDS = ["-I", str(ROOT / "src")] + [str(ROOT / "src/platform" / name) for name in
+                                                  ("late_binding.cpp", "path_text.cpp", "text_value.cpp", "runtime_error.cpp")]
 
 # Item as the program names it, family as the traces program or a counter below names it.
 ITEMS = [
+    ("Erase Location Bar History", "typed addresses"),
+    ("Erase AutoComplete  Forms Data", "form entries"),
+    ("Erase AutoComplete Password Data", "form passwords"),
+    ("Erase Temporary Internet Files (Cache)", "cache entries"),
+    ("Internet History", "history entries"),
+    ("Erase Locked Index.dat", "index files"),
+    ("Erase Cookies", "cookies"),
     ("Erase Windows Temp File/Folder", "temporary files"),
     ("Erase Recent Document List", "recent documents"),
     ("Erase Recycle Bin", "recycle bin"),
     ("Erase ScanDisk .chk File", "ScanDisk files"),
     ("Erase Find File/Folder History", "find history"),
+    ("Erase Run History", "Run history"),
     ("Erase Clipboard", "clipboard"),
     ("Erase Registry Fragment", "registry streams"),
 ]
@@ -43,6 +56,9 @@ def plant_files(home) -> None:
     (home.temp / " leading blank.txt").write_text("x")
     (home.temp / ("n" * 250 + ".tmp")).write_text("x")
     os.symlink(canaries, home.temp / "link to the documents")
+    # Wine has only a stub of the history's store; this one keeps entries.
+    install_history_store(home)
+    plant_history(home, {f"http://private.example/{number}": f"Page {number}" for number in range(100)})
     for number in range(3):
         (home.c / f"FILE{number:04}.CHK").write_bytes(b"lost cluster")
 
@@ -56,10 +72,17 @@ def count_files(home) -> dict[str, int]:
     }
 
 
+def count_table(home, *command: str) -> dict[str, int]:
+    lines = home.run(*command, check=True).stdout.splitlines()
+    return {name: int(number) for name, number in (line.split("\t") for line in lines if "\t" in line)}
+
+
 def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
-    text = desktop.home.run(r"C:\traces.exe", command, check=True).stdout
-    counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
-    return counted | count_files(desktop.home)
+    home = desktop.home
+    cache = count_table(home, r"C:\plant_cache.exe", "count")
+    return count_table(home, r"C:\traces.exe", command) | count_files(home) | {
+        "cache entries": cache["content"], "cookies": cache["cookie"],
+        "history entries": cache["visited"] + len(history_urls(home))}
 
 
 def follow_log(desktop: Desktop) -> list[str]:
@@ -77,20 +100,23 @@ def follow_log(desktop: Desktop) -> list[str]:
 
 
 def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
-    print(f"\n   {'item':34} {'traces':20} {'before':>7} {'after':>7}")
+    print(f"\n   {'item':40} {'traces':20} {'before':>7} {'after':>7}")
     clean = True
     for item, family in ITEMS:
         left = after[family]
         clean = clean and left == 0
-        print(f"   {item:34} {family:20} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
+        print(f"   {item:40} {family:20} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
     return clean
 
 
 def main() -> int:
     print("== laying out a private profile", flush=True)
     traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
+    cache = compile_windows_program(PLANT_CACHE, *PLANT_CACHE_NEEDS)
     with Desktop("run-job", start=False, prepare=plant_files) as desktop:
         (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
+        (desktop.home.c / "plant_cache.exe").write_bytes(cache.read_bytes())
+        desktop.home.run(r"C:\plant_cache.exe", "content", "500", "cookie", "200", "visited", "100", check=True)
         before = count_traces(desktop, "plant")
         empty = [family for _, family in ITEMS if before[family] == 0]
         if empty:

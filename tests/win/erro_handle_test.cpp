@@ -48,8 +48,14 @@ using IsOnlineTest = ErroHandle;
 using ReportErrorTest = ErroHandle;
 using ReportAndLeaveTest = ErroHandle;
 using ResumeNextTest = ErroHandle;
+using ReportBurstTest = ErroHandle;
 
 void SetPending(int number) { Err.Set({number, RuntimeErrorDescription(number)}); }
+
+void Report(int number, const char* tag = "tag") {
+  SetPending(number);
+  ReportError(tag);
+}
 
 int dispatched = 0;
 void CALLBACK CountDispatch(HWND, UINT, UINT_PTR, DWORD) { ++dispatched; }
@@ -248,4 +254,70 @@ TEST_F(ResumeNextTest, ReportsEachFailingStatementWhenAskedTo) {
   }
   EXPECT_EQ(Texts(), (std::vector<std::string>{"modShred,DeleteFileShred53File not found",
                                                "modShred,DeleteFileShred70Permission denied"}));
+}
+
+TEST_F(ReportBurstTest, AsksOnceWhetherTheMachineIsOnLine) {
+  const ReportBurst burst;
+  for (int i = 0; i < 100; ++i) Report(kInvalidCall);
+  EXPECT_EQ(Probes(), 1u);
+  EXPECT_EQ(burst.Reports(), 100);
+  EXPECT_EQ(Err.Number(), 0) << "each report clears its error";
+}
+
+TEST_F(ReportBurstTest, ShowsEachMessageOnce) {
+  const ReportBurst burst;
+  for (int i = 0; i < 3; ++i) {
+    Report(kDiskFull);
+    Report(kPermissionDenied);
+    Report(kDiskFull, "other");
+  }
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"tag61Disk full", "tag70Permission denied", "other61Disk full"}));
+}
+
+TEST_F(ReportBurstTest, ShowsNothingOffLine) {
+  GoOffline();
+  const ReportBurst burst;
+  for (int i = 0; i < 1000; ++i) Report(kInvalidCall);
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  EXPECT_EQ(burst.Reports(), 1000);
+}
+
+TEST_F(ReportBurstTest, AsksNothingWithoutAFailure) {
+  const ReportBurst burst;
+  ReportError("tag");
+  EXPECT_EQ(Probes(), 0u);
+  EXPECT_EQ(burst.Reports(), 0);
+}
+
+TEST_F(ReportBurstTest, IsPartOfTheBurstAroundIt) {
+  const ReportBurst outer;
+  Report(kDiskFull);
+  for (int i = 0; i < 3; ++i) {
+    const ReportBurst inner;
+    Report(kDiskFull);
+    EXPECT_EQ(inner.Reports(), 2 + i);
+  }
+  Report(kDiskFull);
+  EXPECT_EQ(Probes(), 1u);
+  EXPECT_EQ(outer.Reports(), 5);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"tag61Disk full"}));
+}
+
+TEST_F(ReportBurstTest, EndsWithItsScope) {
+  for (int i = 0; i < 2; ++i) {
+    const ReportBurst burst;
+    Report(kDiskFull);
+    EXPECT_EQ(burst.Reports(), 1);
+  }
+  GoOffline();
+  const ReportBurst burst;
+  Report(kDiskFull);
+  EXPECT_EQ(user.Boxes().size(), 2u);
+}
+
+TEST_F(ReportErrorTest, AsksAndShowsEveryTimeOutsideOfABurst) {
+  { const ReportBurst burst; }
+  for (int i = 0; i < 3; ++i) Report(kDiskFull);
+  EXPECT_EQ(Probes(), 3u);
+  EXPECT_EQ(user.Boxes().size(), 3u);
 }

@@ -1,8 +1,6 @@
 // The cleaners that delete registry keys: the histories of the Find window and the streams of Explorer.
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "cleaners/modCleaning.h"
 #include "cleaners/wipe_state.h"
 #include "connection.h"
@@ -12,6 +10,7 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_key.h"
+#include "stop_at_change.h"
 
 namespace {
 
@@ -49,29 +48,6 @@ class ClearRegistryStreamsTest : public ClearFindTest {
 class Lasting : public LockedKey {
  public:
   explicit Lasting(const ScratchKey& key) : LockedKey(key.Path() + "\\kept", READ_CONTROL) {}
-};
-
-class StopAtTheFirstChange {
- public:
-  explicit StopAtTheFirstChange(const ScratchKey& key) : key_(key.Open("", KEY_NOTIFY)) {
-    ::RegNotifyChangeKeyValue(key_.get(), FALSE, REG_NOTIFY_CHANGE_LAST_SET, changed_, TRUE);
-    thread_ = std::thread([this] {
-      const HANDLE either[] = {changed_, over_};
-      if (::WaitForMultipleObjects(2, either, FALSE, INFINITE) == WAIT_OBJECT_0) StopErase = true;
-    });
-  }
-  ~StopAtTheFirstChange() {
-    ::SetEvent(over_);
-    thread_.join();
-    ::CloseHandle(changed_);
-    ::CloseHandle(over_);
-  }
-
- private:
-  UniqueKey key_;
-  HANDLE changed_ = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
-  HANDLE over_ = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
-  std::thread thread_;
 };
 
 const LogLines kCleared = {{"Find File List Cleared", "(stamp)"}};
@@ -188,7 +164,7 @@ TEST_F(ClearFindTest, LeavesTheValueLoopWhenTheStopArrivesInIt) {
     Fill(files, 2000);
     Fill(bar);
     StopErase = false;
-    StopAtTheFirstChange stop(files);
+    const StopAtTheFirstChange stop(files.Open("", KEY_NOTIFY));
     ClearFind();
   }
   EXPECT_GT(files.ValueCount(), 0u);

@@ -18,6 +18,10 @@ const char kStreams[] = "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU
 const char kFindFiles[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Doc Find Spec MRU";
 const char kFindBar[] =
     "Software\\Microsoft\\Internet Explorer\\Explorer Bars\\{C4EE31F3-4768-11D2-BE5C-00A0C9A83DA1}\\FilesNamedMRU";
+const char kTypedUrls[] = "Software\\Microsoft\\Internet Explorer\\TypedURLs";
+const char kFormEntries[] = "Software\\Microsoft\\Internet Explorer\\IntelliForms\\Storage1";
+const char kPasswords[] = "Software\\Microsoft\\Internet Explorer\\IntelliForms\\SPW";
+const char kRunHistory[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU";
 const char kRecentKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs";
 
 void WriteText(const std::string& path, const char* text) {
@@ -116,6 +120,33 @@ void PlantStreams() {
 
 int CountStreams() { return CountKey(kStreams); }
 
+void PlantTypedUrls() { SetValues(kTypedUrls, "http://private.example/", 15); }
+int CountTypedUrls() { return CountKey(kTypedUrls); }
+
+void PlantFormEntries() { SetValues(kFormEntries, "name and address", 10); }
+int CountFormEntries() { return CountKey(kFormEntries); }
+
+void PlantPasswords() { SetValues(kPasswords, "password", 6); }
+int CountPasswords() { return CountKey(kPasswords); }
+
+void PlantRunHistory() { SetValues(kRunHistory, "regedit", 9); }
+int CountRunHistory() { return CountKey(kRunHistory); }
+
+// Beside the browser's own ones, which hold its cache together: here as a file that it has left.
+std::string HistoryIndex() { return Folder(CSIDL_HISTORY) + "\\index.dat"; }
+
+void PlantIndexFile() { WriteText(HistoryIndex(), "Client UrlCache MMF Ver 5.2 http://private.example/"); }
+
+// 1 while the file holds anything but blanks.
+int CountIndexFile() {
+  char bytes[64] = "";
+  DWORD read = 0;
+  const HANDLE file = CreateFileA(HistoryIndex().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  ReadFile(file, bytes, sizeof bytes, &read, nullptr);
+  CloseHandle(file);
+  return std::string(bytes, read).find_first_not_of(' ') != std::string::npos ? 1 : 0;
+}
+
 struct Family {
   const char* name;
   void (*plant)();
@@ -123,6 +154,11 @@ struct Family {
 };
 
 constexpr Family kFamilies[] = {
+    {"typed addresses", &PlantTypedUrls, &CountTypedUrls},
+    {"form entries", &PlantFormEntries, &CountFormEntries},
+    {"form passwords", &PlantPasswords, &CountPasswords},
+    {"index files", &PlantIndexFile, &CountIndexFile},
+    {"Run history", &PlantRunHistory, &CountRunHistory},
     {"recent documents", &PlantRecentDocuments, &CountRecentDocuments},
     {"recycle bin", &PlantRecycleBin, &CountRecycleBin},
     {"find history", &PlantFindHistory, &CountFindHistory},

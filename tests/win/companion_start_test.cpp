@@ -1,0 +1,128 @@
+// How the companion program iea.exe is started, told by a witness that stands in its place.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cleaners/mdFHCCleaner.h"
+#include "connection.h"
+#include "message_box_user.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/stop_request.h"
+#include "scratch_folder.h"
+
+namespace {
+
+constexpr char kCompanion[] = "C:\\test\\iea.exe";
+constexpr char kTold[] = "C:\\test\\iea.exe.txt";
+
+struct Testimony {
+  std::string showState, commandLine, currentFolder;
+};
+
+class CompanionStart : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(ProgramFolder(), "C:\\test");
+    ::DeleteFileA(kTold);
+    ASSERT_TRUE(::CopyFileA("C:\\witness.exe", kCompanion, FALSE));
+    GoOnline();
+    Err.Clear(), StopErase = false;
+  }
+  void TearDown() override {
+    StopErase = false;
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    EXPECT_EQ(user.Boxes().size(), 0u);
+    ::SetCurrentDirectoryA("C:\\test");
+    ::DeleteFileA(kTold);
+    DeleteTheCompanion();
+  }
+
+  // Its process may still be ending.
+  static void DeleteTheCompanion() {
+    for (const DWORD start = ::GetTickCount(); IsThere(kCompanion) && ::GetTickCount() - start < 20000;)
+      if (!::DeleteFileA(kCompanion)) ::Sleep(5);
+    EXPECT_FALSE(IsThere(kCompanion));
+  }
+
+  // Waits until the companion has been started.
+  static Testimony WaitForIt() {
+    for (const DWORD start = ::GetTickCount(); !IsThere(kTold) && ::GetTickCount() - start < 20000;) ::Sleep(5);
+    std::istringstream lines(ReadWhole(kTold));
+    Testimony told;
+    for (std::string* line : {&told.showState, &told.commandLine, &told.currentFolder}) {
+      std::getline(lines, *line);
+      if (!line->empty() && line->back() == '\r') line->pop_back();
+    }
+    return told;
+  }
+
+  // A start takes place before the one behind it, so that none is on its way any longer when that one is seen.
+  static void ExpectThatNoneIsOnItsWay() {
+    EXPECT_FALSE(IsThere(kTold));
+    StopErase = false;
+    ASSERT_TRUE(::CopyFileA("C:\\witness.exe", kCompanion, FALSE));
+    ::CreateDirectoryA("C:\\test\\1", nullptr);
+    ::SetCurrentDirectoryA("C:\\test");
+    cmdAutoComplte();
+    EXPECT_EQ(WaitForIt().currentFolder, "C:\\test\\1") << "told by a start that was not to be";
+    ::RemoveDirectoryA("C:\\test\\1");
+  }
+
+  MessageBoxUser user;
+};
+
+}  // namespace
+
+TEST_F(CompanionStart, HandsOverTheArgument1AndHidesIt) {
+  cmdAutoComplte();
+  const Testimony told = WaitForIt();
+  EXPECT_EQ(told.commandLine, "\"C:\\test\\iea.exe\" 1");
+  EXPECT_EQ(told.showState, std::to_string(SW_HIDE));
+}
+
+TEST_F(CompanionStart, NamesTheWorkingFolder1) {
+  ASSERT_TRUE(::CreateDirectoryA("C:\\test\\1", nullptr));
+  cmdAutoComplte();
+  EXPECT_EQ(WaitForIt().currentFolder, "C:\\test\\1");
+  ::RemoveDirectoryA("C:\\test\\1");
+}
+
+TEST_F(CompanionStart, NeedsNoFolderOfThatName) {
+  ASSERT_FALSE(IsThere("C:\\test\\1"));
+  cmdAutoComplte();
+  EXPECT_EQ(WaitForIt().commandLine, "\"C:\\test\\iea.exe\" 1");
+}
+
+TEST_F(CompanionStart, TakesTheOneOfTheProgramsFolderWhateverTheCurrentFolderIs) {
+  const ScratchFolder other("C:\\other");
+  ASSERT_TRUE(::CopyFileA("C:\\witness.exe", (other / "iea.exe").c_str(), FALSE));
+  ::SetCurrentDirectoryA(other.Path().c_str());
+  cmdAutoComplte();
+  EXPECT_EQ(WaitForIt().commandLine, "\"C:\\test\\iea.exe\" 1");
+  EXPECT_FALSE(IsThere(other / "iea.exe.txt"));
+  ::SetCurrentDirectoryA("C:\\test");
+}
+
+TEST_F(CompanionStart, SaysNothingWhereTheCompanionIsMissing) {
+  const ScratchFolder other("C:\\other");
+  ASSERT_TRUE(::CopyFileA("C:\\witness.exe", (other / "iea.exe").c_str(), FALSE));
+  ::SetCurrentDirectoryA(other.Path().c_str());
+  DeleteTheCompanion();
+  cmdAutoComplte();
+  EXPECT_FALSE(IsThere(other / "iea.exe.txt"));
+  ExpectThatNoneIsOnItsWay();
+}
+
+TEST_F(CompanionStart, SaysNothingWhereTheCompanionIsNoProgram) {
+  DeleteTheCompanion();
+  WriteWhole(kCompanion, "no program");
+  cmdAutoComplte();
+  ExpectThatNoneIsOnItsWay();
+}
+
+TEST_F(CompanionStart, DoesNotTakePlaceAfterAStop) {
+  StopErase = true;
+  cmdAutoComplte();
+  ExpectThatNoneIsOnItsWay();
+}

@@ -1,0 +1,33 @@
+"""The proxy of the error reporter's tests, and where this user may mount one a drive D: of 64 kilobytes."""
+import atexit
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+import erro_handle_prepare  # noqa: E402
+
+mounts: list[Path] = []
+
+
+def let_go() -> None:
+    while mounts:
+        subprocess.run(["umount", "-l", str(mounts.pop())], check=False)
+
+
+def prepare(home) -> dict[str, str]:
+    environment = erro_handle_prepare.prepare(home)
+    drive = home.prefix / "drive_d"
+    drive.mkdir()
+    mount = ["mount", "-t", "tmpfs", "-o", "size=64k", "quellix-test", str(drive)]
+    if os.getuid() == 0 and subprocess.run(mount, capture_output=True).returncode == 0:
+        mounts.append(drive)
+        atexit.register(let_go)
+        (home.prefix / "dosdevices/d:").symlink_to("../drive_d")
+        environment["QUELLIX_TEST_SMALL_DRIVE"] = "D:"
+    return environment
+
+
+def check(home) -> None:
+    let_go()

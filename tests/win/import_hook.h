@@ -1,0 +1,24 @@
+// A function of a test in the place of one that the program imports. The pointers are the entries of the program's own
+// import table.
+#pragma once
+
+#include "platform/win32.h"
+
+extern "C" {
+extern decltype(&::WriteFile) importedWriteFile __asm__("__imp__WriteFile@20");
+extern decltype(&::FlushFileBuffers) importedFlushFileBuffers __asm__("__imp__FlushFileBuffers@4");
+extern decltype(&::DeleteFileA) importedDeleteFileA __asm__("__imp__DeleteFileA@4");
+}
+
+template <class Function>
+class ImportHook {
+ public:
+  ImportHook(Function& import, Function replacement) : import_(import), original_(import) { import = replacement; }
+  ImportHook(const ImportHook&) = delete;
+  ImportHook& operator=(const ImportHook&) = delete;
+  ~ImportHook() { import_ = original_; }
+
+ private:
+  Function& import_;
+  Function original_;
+};

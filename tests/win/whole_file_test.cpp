@@ -1,0 +1,226 @@
+#include "platform/whole_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "platform/handles.h"
+#include "platform/runtime_error.h"
+#include "scratch_folder.h"
+
+namespace {
+
+class WholeFile : public testing::Test {
+ protected:
+  void SetUp() override { Err.Clear(); }
+  void TearDown() override {
+    ::SetCurrentDirectoryA("C:\\test");
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+  }
+
+  ScratchFolder folder;
+};
+using FileLenTest = WholeFile;
+using ReadWholeFileTest = WholeFile;
+using ReplaceWholeFileTest = WholeFile;
+
+using Names = std::vector<std::string>;
+
+UniqueFile Open(const std::string& path, DWORD access, DWORD share, DWORD disposition = OPEN_EXISTING) {
+  return UniqueFile(::CreateFileA(path.c_str(), access, share, nullptr, disposition, 0, nullptr));
+}
+
+// The number of the error that the statement raises; 0 when it raises none.
+template <class Statement>
+int Raises(Statement&& statement) {
+  try {
+    statement();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.description, RuntimeErrorDescription(error.number));
+    return error.number;
+  }
+  return 0;
+}
+
+int ReadingRaises(const std::string& path) {
+  return Raises([&] { ReadWholeFile(path); });
+}
+int ReplacingRaises(const std::string& path, const std::string& bytes = "new") {
+  return Raises([&] { ReplaceWholeFile(path, bytes); });
+}
+
+// Every byte there is, line ends, NUL and the old end-of-file mark among them.
+std::string EveryByte() {
+  std::string bytes;
+  for (int value = 0; value < 256; ++value) bytes += static_cast<char>(value);
+  return bytes + "\r\n\n\r\x1A after it";
+}
+
+}  // namespace
+
+TEST_F(FileLenTest, IsTheLengthInBytes) {
+  for (const std::size_t length : {0u, 1u, 1000u, 0x10001u})
+    EXPECT_EQ(FileLen(folder.File("file.bin", std::string(length, 'x'))), length);
+}
+
+TEST_F(FileLenTest, CountsBeyondFourGigabytes) {
+  const std::string path = folder / "large.bin";
+  {
+    const UniqueFile file = Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    LONG high = 1;
+    ASSERT_EQ(::SetFilePointer(file.get(), 5, &high, FILE_BEGIN), 5u);
+    if (!::SetEndOfFile(file.get())) GTEST_SKIP() << "this disk holds no such file";
+  }
+  EXPECT_EQ(FileLen(path), 0x100000005u);
+}
+
+TEST_F(FileLenTest, TellsItOfAFileThatAnotherProgramHolds) {
+  const std::string path = folder.File("file.txt", "content");
+  const UniqueFile holder = Open(path, GENERIC_READ | GENERIC_WRITE, 0);
+  ASSERT_TRUE(holder);
+  EXPECT_EQ(FileLen(path), 7u);
+}
+
+TEST_F(FileLenTest, TellsItWhateverTheAttributesAre) {
+  const std::string path = folder.File("file.txt", "content");
+  ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  EXPECT_EQ(FileLen(path), 7u);
+}
+
+TEST_F(FileLenTest, RaisesFileNotFoundForWhatIsNoFile) {
+  folder.File("file.txt");
+  EXPECT_EQ(Raises([&] { FileLen(folder / "missing.txt"); }), kFileNotFound);
+  EXPECT_EQ(Raises([&] { FileLen(folder.Path()); }), kFileNotFound);
+  EXPECT_EQ(Raises([&] { FileLen(folder / "none\\file.txt"); }), kPathNotFound);
+  for (const std::string& path : {folder / "*.txt", std::string(), std::string("Q:\\file.txt"), folder / "file.txt\\"})
+    EXPECT_NE(Raises([&] { FileLen(path); }), 0) << '"' << path << '"';
+}
+
+TEST_F(ReadWholeFileTest, GivesEveryByteAsItStands) {
+  EXPECT_EQ(ReadWholeFile(folder.File("file.bin", EveryByte())), EveryByte());
+  EXPECT_EQ(ReadWholeFile(folder.File("empty", "")), "");
+}
+
+TEST_F(ReadWholeFileTest, ReadsALargeFile) {
+  const std::string bytes(3 * 1024 * 1024 + 1, 'x');
+  EXPECT_TRUE(ReadWholeFile(folder.File("large.bin", bytes)) == bytes);
+}
+
+TEST_F(ReadWholeFileTest, ReadsWhatOthersReadAndWrite) {
+  const std::string path = folder.File("file.txt", "content");
+  const UniqueFile holder = Open(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
+  ASSERT_TRUE(holder);
+  EXPECT_EQ(ReadWholeFile(path), "content");
+}
+
+TEST_F(ReadWholeFileTest, ReadsAReadOnlyAndHiddenFile) {
+  const std::string path = folder.File("file.txt", "content");
+  ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_EQ(ReadWholeFile(path), "content");
+}
+
+TEST_F(ReadWholeFileTest, RaisesWhyItCannot) {
+  const std::string path = folder.File("file.txt", "content");
+  const UniqueFile holder = Open(path, GENERIC_READ, 0);
+  EXPECT_EQ(ReadingRaises(path), kPermissionDenied);
+  EXPECT_EQ(ReadingRaises(folder / "missing.txt"), kFileNotFound);
+  EXPECT_EQ(ReadingRaises(folder / "none\\file.txt"), kPathNotFound);
+  EXPECT_EQ(ReadingRaises(folder.Path()), kPermissionDenied);
+  EXPECT_NE(ReadingRaises(""), 0);
+}
+
+TEST_F(ReplaceWholeFileTest, CreatesTheFile) {
+  ReplaceWholeFile(folder / "file.bin", EveryByte());
+  EXPECT_EQ(ReadWhole(folder / "file.bin"), EveryByte());
+  EXPECT_EQ(NamesIn(folder.Path()), Names{"file.bin"});
+}
+
+TEST_F(ReplaceWholeFileTest, ReplacesALongerAndAShorterOne) {
+  const std::string path = folder.File("file.txt", std::string(1000, 'x'));
+  for (const std::string& bytes : {std::string("short"), std::string(100000, 'y'), std::string()}) {
+    ReplaceWholeFile(path, bytes);
+    EXPECT_TRUE(ReadWhole(path) == bytes) << bytes.size();
+    EXPECT_EQ(NamesIn(folder.Path()), Names{"file.txt"});
+  }
+}
+
+TEST_F(ReplaceWholeFileTest, TakesAPathFromTheCurrentFolder) {
+  ::SetCurrentDirectoryA(folder.Path().c_str());
+  ReplaceWholeFile("file.txt", "content");
+  EXPECT_EQ(ReadWhole(folder / "file.txt"), "content");
+}
+
+TEST_F(ReplaceWholeFileTest, ClosesTheFileAgain) {
+  ReplaceWholeFile(folder / "file.txt", "content");
+  EXPECT_TRUE(Open(folder / "file.txt", GENERIC_READ | GENERIC_WRITE, 0));
+}
+
+TEST_F(ReplaceWholeFileTest, TakesTheFileBesideOfARunThatWasBroken) {
+  const std::string path = folder.File("file.txt", "old");
+  folder.File("file.txt.tmp", std::string(1000, 'x'));
+  ReplaceWholeFile(path, "new");
+  EXPECT_EQ(ReadWhole(path), "new");
+  EXPECT_EQ(NamesIn(folder.Path()), Names{"file.txt"});
+}
+
+// A failure leaves the old file whole and nothing beside it.
+
+TEST_F(ReplaceWholeFileTest, LeavesAReadOnlyFile) {
+  const std::string path = folder.File("file.txt", "old");
+  ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(ReplacingRaises(path), kAccessError);
+  EXPECT_EQ(ReadWhole(path), "old");
+  EXPECT_NE(::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+  EXPECT_EQ(NamesIn(folder.Path()), Names{"file.txt"});
+}
+
+TEST_F(ReplaceWholeFileTest, LeavesAFolderOfThatName) {
+  for (const char* inner : {"", "\\file.txt"}) {
+    ::CreateDirectoryA((folder / "name").c_str(), nullptr);
+    if (*inner != '\0') folder.File(std::string("name") + inner, "old");
+    EXPECT_EQ(ReplacingRaises(folder / "name"), kAccessError);
+    EXPECT_EQ(NamesIn(folder.Path()), Names{"name"});
+  }
+  EXPECT_EQ(ReadWhole(folder / "name\\file.txt"), "old");
+}
+
+TEST_F(ReplaceWholeFileTest, LeavesTheFileWhenAFolderStandsInTheWayBesideIt) {
+  const std::string path = folder.File("file.txt", "old");
+  ::CreateDirectoryA((folder / "file.txt.tmp").c_str(), nullptr);
+  EXPECT_EQ(ReplacingRaises(path), kPermissionDenied);
+  EXPECT_EQ(ReadWhole(path), "old");
+  EXPECT_EQ(NamesIn(folder.Path()).size(), 2u);
+  EXPECT_EQ(ReplacingRaises(folder / "file.txt.tmp\\none\\file.txt"), kPathNotFound);
+}
+
+TEST_F(ReplaceWholeFileTest, LeavesAFileThatAnotherProgramHolds) {
+  const std::string path = folder.File("file.txt", "old");
+  for (const DWORD share : {0ul, static_cast<DWORD>(FILE_SHARE_READ), static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE)}) {
+    const UniqueFile holder = Open(path, GENERIC_READ, share);
+    ASSERT_TRUE(holder);
+    EXPECT_EQ(ReplacingRaises(path), kPermissionDenied) << "shared as " << share;
+    EXPECT_EQ(NamesIn(folder.Path()), Names{"file.txt"});
+  }
+  EXPECT_EQ(ReadWhole(path), "old");
+}
+
+TEST_F(ReplaceWholeFileTest, RaisesThatThereIsNoSuchFolder) {
+  EXPECT_EQ(ReplacingRaises(folder / "none\\file.txt"), kPathNotFound);
+  for (const char* path : {"Q:\\file.txt", ""}) EXPECT_NE(ReplacingRaises(path), 0) << path;
+  EXPECT_FALSE(IsThere("C:\\test\\.tmp"));
+  EXPECT_EQ(NamesIn(folder.Path()), Names());
+}
+
+TEST_F(ReplaceWholeFileTest, LeavesTheFileOnADiskThatIsFull) {
+  const char* const disk = std::getenv("QUELLIX_TEST_SMALL_DISK");
+  if (disk == nullptr) GTEST_SKIP() << "this user may mount no small disk";
+  const ScratchFolder small(std::string(disk) + "scratch");
+  const std::string path = small.File("file.txt", std::string(20000, 'x'));
+  for (const std::size_t tooMany : {60000u, 200000u}) {
+    EXPECT_EQ(ReplacingRaises(path, std::string(tooMany, 'y')), kDiskFull);
+    EXPECT_TRUE(ReadWhole(path) == std::string(20000, 'x'));
+    EXPECT_EQ(NamesIn(small.Path()), Names{"file.txt"});
+  }
+  ReplaceWholeFile(path, std::string(30000, 'y'));
+  EXPECT_TRUE(ReadWhole(path) == std::string(30000, 'y'));
+}

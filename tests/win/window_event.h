@@ -1,0 +1,34 @@
+// A window event that waits in the queue of this thread until somebody lets events run.
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "platform/win32.h"
+
+// What the events still in the queue do, oldest first: an event that a test leaves behind does nothing in the next one.
+class WindowEvents {
+ public:
+  WindowEvents() = default;
+  WindowEvents(const WindowEvents&) = delete;
+  WindowEvents& operator=(const WindowEvents&) = delete;
+  ~WindowEvents() { action_ = nullptr; }
+
+  // `action` runs once, when events run next.
+  void AtTheNext(std::function<void()> action) const {
+    action_ = std::move(action);
+    MSG message;
+    ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);  // gives the thread a queue
+    ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&Run));
+  }
+
+  // Whether the last one has run.
+  bool HasRun() const { return !action_; }
+
+ private:
+  static void CALLBACK Run(HWND, UINT, UINT_PTR, DWORD) {
+    if (const auto action = std::exchange(action_, nullptr)) action();
+  }
+
+  static inline std::function<void()> action_;
+};
