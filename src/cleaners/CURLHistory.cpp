@@ -1,7 +1,7 @@
 #include "cleaners/CURLHistory.h"
 
-#include "platform/com_error.h"
 #include "platform/runtime_error.h"
+#include "platform/system_error.h"
 #include "platform/system_functions.h"
 
 namespace {
@@ -13,7 +13,8 @@ constexpr GUID kUrlHistoryStg2 = {0xAFA0DC11, 0xC313, 0x11D0, {0x83, 0x1A, 0x00,
 
 IUrlHistoryStg* CreateStore() {
   void* store = nullptr;
-  CheckCreated(late::CoCreateInstance(kUrlHistoryClass, nullptr, CLSCTX_INPROC_SERVER, kUrlHistoryStg, &store));
+  const HRESULT result = late::CoCreateInstance(kUrlHistoryClass, nullptr, CLSCTX_INPROC_SERVER, kUrlHistoryStg, &store);
+  if (result < 0) Raise(kCannotCreateObject);
   return static_cast<IUrlHistoryStg*>(store);
 }
 

@@ -15,7 +15,8 @@
 
 class CURLHistory {
  public:
-  // Opens the store and fills the collection with all of it. Raises 429 on a machine that has no such store.
+  // Opens the store and fills the collection with all of it. Raises 429 when there is none to be had, whatever COM
+  // says is the reason.
   CURLHistory();
   CURLHistory(const CURLHistory&) = delete;
   CURLHistory& operator=(const CURLHistory&) = delete;

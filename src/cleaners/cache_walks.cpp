@@ -9,16 +9,15 @@
 
 namespace {
 
-// Visits every entry; the stop request is looked at between two of them.
+// Visits every entry; the stop request is looked at before each of them, window events run after each.
 template <class Visit>
 void WalkUrlCache(const char* pattern, Visit visit) {
-  if (StopErase) return;
   UrlCacheWalk walk(pattern);
-  while (walk.Next()) {
+  while (!StopErase && walk.Next()) {
     visit(walk);
-    DoEventsNowAndThen();
-    if (StopErase) return;
+    DoEvents();
   }
+  Err.Clear();
 }
 
 // 0 for an entry without a file and for a file that is gone.

@@ -61,6 +61,7 @@ void ClearAutoCompletePasswords() {
   if (StopErase) return;
   ++ErasedKeyCount;
   resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
+  Err.Clear();
 }
 
 void ClearIEHistory() {

@@ -24,21 +24,22 @@ bool UrlCacheWalk::Next() {
   return true;
 }
 
-// Asks for the next entry's size, then for the entry. What does not fit any longer, or is gone, leaves the block zero.
+// Asks for the next entry's size, then for the entry. There is no block behind the last entry, whose size is 0, and when
+// the system has no memory. What does not fit any longer, or is gone, leaves the block zero.
 bool UrlCacheWalk::Fetch() {
   DWORD size = 0;
   if (!started_) {
     started_ = true;
     late::FindFirstUrlCacheEntry(pattern_, nullptr, &size);
-    if (size == 0) return false;
     block_.Allocate(size);
+    if (block_.Handle() == nullptr) return false;
     find_.reset(late::FindFirstUrlCacheEntry(pattern_, block_.Handle(), &size));
     return true;
   }
   if (!find_) return false;
   late::FindNextUrlCacheEntry(find_.get(), nullptr, &size);
-  if (size == 0) return false;
   block_.Allocate(size);
+  if (block_.Handle() == nullptr) return false;
   late::FindNextUrlCacheEntry(find_.get(), block_.Handle(), &size);
   return true;
 }

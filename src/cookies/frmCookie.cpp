@@ -78,8 +78,10 @@ bool frmCookie::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
 
 void frmCookie::Load() {
   const Work work(*this);
-  keepListRead_ = LoadList(SafeList, AppendBackslash(ProgramFolder()) + kFileName, &work.Over());
-  if (!work.Over()) ShowCurrentCookies(work);
+  const bool read = LoadList(SafeList, AppendBackslash(ProgramFolder()) + kFileName, &work.Over());
+  if (work.Over()) return;
+  keepListRead_ = read;
+  ShowCurrentCookies(work);
 }
 
 void frmCookie::ShowCurrentCookies(const Work& work) {
@@ -131,6 +133,6 @@ void frmCookie::SaveAndClose() {
 void frmCookie::Unload() {
   if (work_ != nullptr) work_->End();
   ini_.reset();
-  ::DestroyWindow(Handle());
+  Close();
   window_.SetStatusText("Displaying " + window_.PanelCaption());
 }

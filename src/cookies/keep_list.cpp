@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kFieldEnds = ",\r\n";
 
 std::size_t FindFrom(std::string_view text, std::string_view characters, std::size_t position) {
@@ -16,9 +15,8 @@ std::size_t FindFrom(std::string_view text, std::string_view characters, std::si
 
 // Where the quote that opens at `position` closes, or npos: on its own line, with nothing but blanks up to the field's end.
 std::size_t ClosingQuote(std::string_view text, std::size_t position) {
-  const std::size_t lineEnd = FindFrom(text, kLineEnds, position);
-  const std::size_t closing = text.find('"', position + 1);
-  if (closing >= lineEnd) return std::string_view::npos;
+  const std::size_t closing = FindFrom(text, "\"\r\n", position + 1);
+  if (closing == text.size() || text[closing] != '"') return std::string_view::npos;
   const std::size_t behind = text.find_first_not_of(' ', closing + 1);
   const bool ends = behind == std::string_view::npos || kFieldEnds.find(text[behind]) != std::string_view::npos;
   return ends ? closing : std::string_view::npos;
@@ -27,9 +25,10 @@ std::size_t ClosingQuote(std::string_view text, std::size_t position) {
 // Takes the field at `position` and moves behind its end.
 std::string NextField(std::string_view text, std::size_t& position) {
   const std::size_t start = text.find_first_not_of(' ', position);
+  const bool quoted = start != std::string_view::npos && text[start] == '"';
+  const std::size_t closing = quoted ? ClosingQuote(text, start) : std::string_view::npos;
   std::string_view field;
-  if (start != std::string_view::npos && text[start] == '"' && ClosingQuote(text, start) != std::string_view::npos) {
-    const std::size_t closing = ClosingQuote(text, start);
+  if (closing != std::string_view::npos) {
     field = text.substr(start + 1, closing - start - 1);
     position = FindFrom(text, kFieldEnds, closing + 1);
   } else {

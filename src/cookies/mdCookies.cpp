@@ -8,7 +8,7 @@
 bool IsKept(const ListBox& list, const std::string& name) {
   for (int line = 0; line < list.ListCount(); ++line) {
     if (IsSameCookie(list.Item(line), name)) return true;
-    DoEventsNowAndThen();
+    DoEvents();
   }
   return false;
 }
@@ -19,6 +19,7 @@ void SaveList(const ListBox& list, const std::string& path) {
     for (int line = 0; line < list.ListCount(); ++line) names.push_back(list.Item(line));
     ReplaceWholeFile(path, KeepListText(names));
   });
+  Err.Clear();
 }
 
 bool LoadList(ListBox& list, const std::string& path, const bool* cutShort) {
@@ -32,7 +33,7 @@ bool LoadList(ListBox& list, const std::string& path, const bool* cutShort) {
   const ListBox::Filling quietly(list);
   for (const std::string& name : names) {
     list.AddItem(name);
-    DoEventsNowAndThen();
+    DoEvents();
     if (cutShort != nullptr && *cutShort) break;
   }
   return read;
