@@ -12,6 +12,7 @@ set(LOGIC_SOURCES
   src/cleaners/folder_guard.cpp
   src/cleaners/listed_names.cpp
   src/cleaners/mask_ending.cpp
+  src/cleaners/netscape_rules.cpp
   src/cleaners/temp_guard.cpp
   src/cleaners/wipe_fill.cpp
   src/cookies/keep_list.cpp
@@ -48,6 +49,8 @@ set(WINDOWS_SOURCES
   src/settings/stored_settings.cpp
   src/cleaners/CURLHistory.cpp
   src/cleaners/URLHistoryItem.cpp
+  src/cleaners/NetScapeEraser.cpp
+  src/cleaners/OperaClean.cpp
   src/cleaners/cache_walks.cpp
   src/cleaners/clean_log.cpp
   src/cleaners/folder_contents.cpp

@@ -2,7 +2,7 @@
 # used from outside, the audits.
 find_program(QUELLIX_PYTHON python3 REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 set(logic "${CMAKE_SOURCE_DIR}/build/logic")
-set(shipped "${CMAKE_SOURCE_DIR}/build/dist/Quellix.exe")
+set(shipped "${CMAKE_SOURCE_DIR}/build/dist")
 
 add_test(NAME logic/rules COMMAND ${logic}/tests/logic/logic_tests --gtest_brief=1)
 add_test(NAME logic/fuzzers COMMAND ctest --test-dir ${logic} --output-on-failure -R fuzz)
@@ -16,7 +16,8 @@ foreach(source ${outside})
   set_tests_properties(ui/${short} PROPERTIES TIMEOUT 300)
 endforeach()
 
-add_test(NAME audit/imports COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/audit_pe.py ${shipped} --max-size 409600)
+add_test(NAME audit/imports COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/audit_pe.py ${shipped}/Quellix.exe --max-size 409600)
+add_test(NAME audit/imports_of_the_companion COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/audit_pe.py ${shipped}/iea.exe --max-size 131072)
 add_test(NAME audit/wording COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/tools/audit/wording.py ${CMAKE_SOURCE_DIR})
 add_test(NAME audit/same_bytes_elsewhere COMMAND bash ${CMAKE_SOURCE_DIR}/tools/audit/same_bytes.sh)
 add_test(NAME audit/format COMMAND bash ${CMAKE_SOURCE_DIR}/tools/format.sh --all --check)

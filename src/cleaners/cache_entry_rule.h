@@ -5,7 +5,7 @@
 #include <string_view>
 
 // Every entry but the history's "Visited:" ones. The entry's first 8 characters are compared, case aside, with "VISITED:"
-// and with the 7 of "COOKIE:", which they never equal: cookies go as well. That is meant.
+// and with the 7 of "COOKIE:", which those of a cookie's URL never equal: cookies go as well. That is meant.
 bool IsRemovedByCacheWalk(std::string_view url);
 
 // A URL that begins with "Cookie:" in this very case.

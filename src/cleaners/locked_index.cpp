@@ -38,6 +38,7 @@ void ClearIndexFile(SpecialFolder folder, const char* name) {
     const std::string place = FindSpecialFolder(folder);
     if (place.empty()) return;  // the system does not know the folder; the name alone would mean the drive's root
     const std::string path = AppendBackslash(place) + name;
+    if (IsLink(NativeAttributes(ToNativePath(path)))) return;  // the blanks would fill another file
     const std::uint64_t length = FileLen(path);
     if (!StopErase) FillWithBlanks(path, length);
   });

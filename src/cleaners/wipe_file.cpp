@@ -51,8 +51,9 @@ bool Overwrite(const NativePath& path, std::uint64_t length) {
   return true;
 }
 
-// False when it failed; the error is then pending.
-bool Wipe(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+}  // namespace
+
+bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes) {
   Err.Clear();
   for (std::int16_t pass = 0; pass < passes; ++pass)
     if (!Overwrite(path, length)) break;
@@ -64,8 +65,6 @@ bool Wipe(const NativePath& path, std::uint64_t length, std::int16_t passes) {
   return Err.Number() == 0;
 }
 
-}  // namespace
-
 bool FileExistsFs(const std::string& path) {
   const DWORD attributes = NativeAttributes(ToNativePath(path));
   return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
@@ -74,19 +73,13 @@ bool FileExistsFs(const std::string& path) {
 void WipeFile(const std::string& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return;
   const NativePath native = ToNativePath(path);
-  std::uint64_t length = 0;
-  if (passes > 0) {
-    const UniqueFile file = NativeOpenForWriting(native);
-    DWORD high = 0;
-    const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
-    length = (static_cast<std::uint64_t>(high) << 32) | low;
-  }
-  if (!Wipe(native, length, passes)) LogCleanResult(path, Err.Description());
+  if (!OverwriteAndDelete(native, passes > 0 ? NativeFileLength(native) : 0, passes))
+    LogCleanResult(path, Err.Description());
   Err.Clear();
 }
 
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes) {
-  if (!Wipe(path, length, passes)) LogCleanResult(ShownPath(path), Err.Description());
+  if (!OverwriteAndDelete(path, length, passes)) LogCleanResult(ShownPath(path), Err.Description());
   Err.Clear();
 }
 

@@ -13,6 +13,10 @@ bool FileExistsFs(const std::string& path);
 // Deletes the file, overwritten `passes` times; nothing for a missing file. A failure goes to the cleaners' log hook.
 void WipeFile(const std::string& path, std::int16_t passes);
 
+// What both do with the file: overwrites it `passes` times over `length` bytes and deletes it, unless the stop request comes
+// meanwhile. False when that failed; the error is then pending in Err.
+bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes);
+
 // The same for a file that a listing has just named: `length` is its size in bytes.
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes);
 

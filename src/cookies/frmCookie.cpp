@@ -93,13 +93,13 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
   while (walk.Next()) {
     // A cookie without a file has no name.
     if (IsCookieUrl(walk.Url()) && !walk.LocalFile().empty()) current.push_back(CookieName(walk.LocalFile()));
-    DoEventsNowAndThen();
+    DoEvents();
     if (work.Over()) return;
   }
   const ListBox::Filling quietly(lstKeeplist);
   for (const std::string& name : WithoutKept(current, kept)) {
     lstKeeplist.AddItem(name);
-    DoEventsNowAndThen();
+    DoEvents();
     if (work.Over()) return;
   }
 }
@@ -119,7 +119,7 @@ void frmCookie::MoveAll(ListBox& from, ListBox& to) {
   while (from.ListCount() > 0) {
     to.AddItem(from.Item(0));
     from.RemoveItem(0);
-    DoEventsNowAndThen();
+    DoEvents();
     if (work.Over()) return;
   }
 }

@@ -1,5 +1,7 @@
 #include "erase/run_cleaner.h"
 
+#include "cleaners/NetScapeEraser.h"
+#include "cleaners/OperaClean.h"
 #include "cleaners/cache_walks.h"
 #include "cleaners/locked_index.h"
 #include "cleaners/mdFHCCleaner.h"
@@ -41,14 +43,21 @@ void RunCleaner(Cleaner cleaner) {
       return;
     case Cleaner::RunHistory:
       return ClearRunMRU();
-    // Netscape, Mozilla and Opera; docs/status.md lists what is still to come.
-    case Cleaner::None:
     case Cleaner::NetscapeTypedUrls:
+      return NSTypedUrl();
     case Cleaner::NetscapeMail:
+      return CleanNetscapeMail();
     case Cleaner::NetscapeCache:
+      return CleanNescapeCache();
     case Cleaner::OperaCookies:
+      CleanOperaCookies();
+      return CleanOpera7Cookies();
     case Cleaner::OperaCache:
+      CleanOperaCache();
+      return CleanOpera7Cache();
     case Cleaner::OperaTypedUrls:
+      return CleanOperaTypedUrls();
+    case Cleaner::None:
       return;
   }
 }

@@ -50,6 +50,22 @@ std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::s
   return result;
 }
 
+std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName) {
+  HKEY opened = nullptr;
+  if (::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) return {};
+  const UniqueKey key(opened);
+  DWORD type = 0;
+  DWORD size = 0;
+  if (::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS || type != REG_SZ)
+    return {};
+  std::string text(size, '\0');
+  BYTE* const bytes = reinterpret_cast<BYTE*>(text.data());
+  if (::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, bytes, &size) != ERROR_SUCCESS || type != REG_SZ)
+    return {};
+  text.resize(size);
+  return text.substr(0, text.find('\0'));
+}
+
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {
   reportAndLeave("Reg32,DeleteValue", [&] {
     const UniqueKey key = OpenPlainly(root, subKey);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/win32.h"
@@ -15,6 +16,10 @@ void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& value
 // text, or (reported) a text that is not a number.
 std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::string& valueName,
                               const std::int32_t& defaultValue = 0);
+
+// The text value up to its first NUL; nothing when key or value is missing, cannot be read or is no text (REG_SZ). Reports
+// nothing.
+std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName);
 
 // A missing key or value is no error.
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);

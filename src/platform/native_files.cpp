@@ -140,6 +140,13 @@ UniqueFile NativeOpen(const NativePath& path, DWORD access, DWORD share) {
 
 UniqueFile NativeOpenForWriting(const NativePath& path) { return NativeOpen(path, GENERIC_WRITE, 0); }
 
+std::uint64_t NativeFileLength(const NativePath& path) {
+  const UniqueFile file = NativeOpenForWriting(path);
+  DWORD high = 0;
+  const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
+  return (static_cast<std::uint64_t>(high) << 32) | low;
+}
+
 std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
   const UniqueFile opened = OpenFolder(folder);
   BY_HANDLE_FILE_INFORMATION found;

@@ -42,6 +42,9 @@ bool NativeSetAttributes(const NativePath& path, DWORD attributes);
 UniqueFile NativeOpen(const NativePath& path, DWORD access, DWORD share);
 UniqueFile NativeOpenForWriting(const NativePath& path);
 
+// The length in bytes; 0 for a file that cannot be opened for writing.
+std::uint64_t NativeFileLength(const NativePath& path);
+
 struct FolderEntry {
   std::wstring name;
   DWORD attributes = 0;

@@ -62,7 +62,8 @@ inline const LateFunction<HRESULT(WINAPI*)(IPStore**, GUID*, void*, DWORD)> PSto
 
 // The NT family; Windows 9x exports them as stubs that fail.
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, DWORD, HANDLE*)> OpenProcessToken{"advapi32.dll", "OpenProcessToken"};
-inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeValue{"advapi32.dll", "LookupPrivilegeValueA"};
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeValue{"advapi32.dll",
+                                                                                     "LookupPrivilegeValueA"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, BOOL, TOKEN_PRIVILEGES*, DWORD, TOKEN_PRIVILEGES*, DWORD*)>
     AdjustTokenPrivileges{"advapi32.dll", "AdjustTokenPrivileges"};
 

@@ -1,5 +1,6 @@
 #include "settings/settings_store.h"
 
+#include "platform/Reg32.h"
 #include "platform/app_title.h"
 #include "platform/handles.h"
 #include "platform/system_error.h"
@@ -12,20 +13,7 @@ std::string KeyPath(const SettingRow& row) { return "Software\\" QUELLIX_PRODUCT
 
 std::string GetSetting(Setting setting) {
   const SettingRow& row = SchemaRow(setting);
-  HKEY opened = nullptr;
-  if (::RegOpenKeyExA(HKEY_CURRENT_USER, KeyPath(row).c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS)
-    return row.defaultText;
-  const UniqueKey key(opened);
-  DWORD type = 0;
-  DWORD size = 0;
-  if (::RegQueryValueExA(key.get(), row.key, nullptr, &type, nullptr, &size) != ERROR_SUCCESS || type != REG_SZ)
-    return row.defaultText;
-  std::string text(size, '\0');
-  if (::RegQueryValueExA(key.get(), row.key, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &size) != ERROR_SUCCESS ||
-      type != REG_SZ)
-    return row.defaultText;
-  text.resize(size);
-  return text.substr(0, text.find('\0'));
+  return TextValue(HKEY_CURRENT_USER, KeyPath(row), row.key).value_or(row.defaultText);
 }
 
 void SaveSetting(Setting setting, const std::string& value) {

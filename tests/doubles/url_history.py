@@ -16,7 +16,7 @@ CLASS = "{3C374A40-BAE4-11CF-BF7D-00AA006946EE}"
 SERVER_KEY = rf"HKLM\Software\Classes\CLSID\{CLASS}\InprocServer32"
 SERVER = r"C:\doubles\url_history_store.dll"
 
-VISITED, EXPIRES = 126227664000000000, 126244944000000000  # file times: 1 January 2001, twenty days later
+VISITED, EXPIRES = 126227808000000000, 126245088000000000  # file times: 1 January 2001, twenty days later
 
 
 def install_history_store(home) -> None:

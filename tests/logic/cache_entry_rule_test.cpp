@@ -48,9 +48,17 @@ TEST(IsCookieUrl, ComparesSevenCharactersCaseIncluded) {
     const char* url;
     bool cookie;
   } rows[] = {
-      {"Cookie:user@site/", true}, {"Cookie:", true},  {"Cookie: user", true}, {"cookie:user@site/", false},
-      {"COOKIE:user@site/", false}, {"Cookie", false},  {"Cookie;user", false}, {" Cookie:user", false},
-      {"Cookies:user", false},      {"http://a", false}, {"", false},
+      {"Cookie:user@site/", true},
+      {"Cookie:", true},
+      {"Cookie: user", true},
+      {"cookie:user@site/", false},
+      {"COOKIE:user@site/", false},
+      {"Cookie", false},
+      {"Cookie;user", false},
+      {" Cookie:user", false},
+      {"Cookies:user", false},
+      {"http://a", false},
+      {"", false},
   };
   for (const auto& row : rows) EXPECT_EQ(IsCookieUrl(row.url), row.cookie) << '"' << row.url << '"';
 }

@@ -10,6 +10,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 from driver import BUILD, BUILT, HERE, Desktop, compile_windows_program, wait_for  # noqa: E402
 from part_registry import registry_file  # noqa: E402
+from program import DONE, ProgramCase, only  # noqa: E402
 from wine_home import ROOT, WineHome  # noqa: E402
 
 IEA = r"C:\Quellix\iea.exe"
@@ -314,6 +315,9 @@ class TheCompanion(CompanionCase):
         self.assertEqual(self.iea("1"), CLEARED)
         self.assertEqual([call for call in self.calls() if call.startswith("DeleteItem")], [])
 
+    def test_says_in_its_resources_what_it_is(self):
+        self.assertIn("Quellix AutoComplete companion".encode("utf-16-le"), (BUILD / "dist/iea.exe").read_bytes())
+
     def test_takes_nothing_of_the_library_that_windows_come_from(self):
         tables = subprocess.run(["i686-w64-mingw32-objdump", "-p", str(BUILD / "dist/iea.exe")], check=True,
                                 capture_output=True, text=True).stdout
@@ -340,6 +344,24 @@ class OnTheScreen(unittest.TestCase):
                     (double / "hold").unlink()
                     self.assertEqual(d.wait_ended(pid), status)
                     self.assertEqual({window.hwnd for window in d.find_windows()} - before, set())
+
+
+class StartedByTheItem(ProgramCase):
+    options = {"prepare": put_double_in_place}
+
+    def test_clears_the_store_and_the_registry_behind_the_run(self):
+        d = self.d
+        double = d.home.c / "double"
+        write_lines(double / "store.txt", store_text({FORMS: FIELDS + PASSWORDS, **OTHERS}))
+        d.reg_set("HKCU", FORM_VALUES, "0A1B", "x")
+        self.start(only("ClearAutoComplete"))
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over()[-1], DONE[-1])
+        # Written when it ends.
+        wait_for("the end of the companion", (double / "left.txt").exists)
+        self.assertEqual((double / "store.txt").read_bytes().decode("utf-16-le"),
+                         store_text({FORMS: PASSWORDS, **OTHERS}))
+        wait_for("the value to go", lambda: not d.reg_list("HKCU", FORM_VALUES)["values"])
 
 
 if __name__ == "__main__":

@@ -90,7 +90,8 @@ inline EntryKind KindOf(const std::string& url) {
 
 inline int CountEntries(EntryKind kind) {
   const std::vector<std::string> urls = CachedUrls();
-  return static_cast<int>(std::count_if(urls.begin(), urls.end(), [&](const std::string& url) { return KindOf(url) == kind; }));
+  return static_cast<int>(
+      std::count_if(urls.begin(), urls.end(), [&](const std::string& url) { return KindOf(url) == kind; }));
 }
 
 inline void EmptyTheCache() {

@@ -52,11 +52,11 @@ class SweeperTest : public IeRegistryTest, public testing::WithParamInterface<Sw
   ScratchKey key{GetParam().path};
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Sweepers, SweeperTest,
-    testing::Values(Sweeper{"Command7", &Command7, "Software\\Microsoft\\Internet Explorer\\TypedURLs"},
-                    Sweeper{"ClearRunMRU", &ClearRunMRU, "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU"}),
-    [](const testing::TestParamInfo<Sweeper>& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(Sweepers, SweeperTest,
+                         testing::Values(Sweeper{"Command7", &Command7, "Software\\Microsoft\\Internet Explorer\\TypedURLs"},
+                                         Sweeper{"ClearRunMRU", &ClearRunMRU,
+                                                 "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU"}),
+                         [](const testing::TestParamInfo<Sweeper>& tested) { return std::string(tested.param.name); });
 
 class ValueSweepTest : public IeRegistryTest {
  protected:
@@ -67,9 +67,8 @@ class ValueSweepTest : public IeRegistryTest {
     const UniqueKey opened = key.Open("", KEY_READ);
     Names names;
     char name[1024];
-    for (DWORD length = sizeof name;
-         ::RegEnumValueA(opened.get(), static_cast<DWORD>(names.size()), name, &length, nullptr, nullptr, nullptr, nullptr) ==
-         ERROR_SUCCESS;
+    for (DWORD length = sizeof name; ::RegEnumValueA(opened.get(), static_cast<DWORD>(names.size()), name, &length, nullptr,
+                                                     nullptr, nullptr, nullptr) == ERROR_SUCCESS;
          length = sizeof name)
       names.push_back(name);
     return names;

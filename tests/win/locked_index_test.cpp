@@ -69,6 +69,23 @@ void LetTheNextLookBeDue() {
 
 }  // namespace
 
+TEST(FindSpecialFolder, GivesAFoldersPathWithoutABackslashBehindIt) {
+  for (const SpecialFolder folder : {kCookiesFolder, kHistoryFolder, kDesktopFolder, kDocumentsFolder, kProfileFolder}) {
+    const std::string path = FindSpecialFolder(folder);
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    ASSERT_NE(attributes, INVALID_FILE_ATTRIBUTES) << folder;
+    EXPECT_NE(attributes & FILE_ATTRIBUTE_DIRECTORY, 0u) << path;
+    EXPECT_EQ(path.compare(0, 3, "C:\\"), 0) << path;
+    EXPECT_NE(path.back(), '\\') << path;
+  }
+}
+
+TEST(FindSpecialFolder, GivesNothingForAPlaceThatIsNoFolderOfTheDiskOrUnknown) {
+  constexpr int kControlPanel = 3, kRecycleBin = 10;
+  for (const int identifier : {kControlPanel, kRecycleBin, 200, 9999, -1})
+    EXPECT_EQ(FindSpecialFolder(identifier), "") << identifier;
+}
+
 TEST_F(LockedIndexTest, FillsAllThreeFilesWithBlanks) {
   ClearLockedIndexFiles();
   ExpectBlankBut("");
@@ -93,7 +110,8 @@ TEST_F(LockedIndexTest, WritesNoLineEndsAndLeavesTheOldTextNowhere) {
 }
 
 TEST_F(LockedIndexTest, PassesOverAFileThatAnotherProgramHolds) {
-  for (const DWORD share : {0ul, static_cast<DWORD>(FILE_SHARE_READ), static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE)}) {
+  for (const DWORD share :
+       {0ul, static_cast<DWORD>(FILE_SHARE_READ), static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE)}) {
     for (const std::string& held : Targets()) {
       for (const std::string& file : Targets()) WriteWhole(file, TracesOf(file));
       {
@@ -147,7 +165,8 @@ TEST_F(LockedIndexTest, PassesOverAMissingFolder) {
 }
 
 TEST_F(LockedIndexTest, FillsHiddenFilesOfTheSystemAndLeavesThemHidden) {
-  for (const std::string& file : Targets()) ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  for (const std::string& file : Targets())
+    ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   const DWORD before = ::GetFileAttributesA(cookies.c_str());
   ASSERT_NE(before & FILE_ATTRIBUTE_HIDDEN, 0u);
   ClearLockedIndexFiles();

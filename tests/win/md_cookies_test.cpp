@@ -225,8 +225,8 @@ TEST_F(LoadListTest, LeavesTheListEmptyAndSaysSoForAFolder) {
 
 TEST_F(LoadListTest, ReadsAFileThatAnotherProgramHasOpenForWriting) {
   const std::string file = folder.File("list", "name\r\n");
-  const UniqueFile holder(::CreateFileA(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                        OPEN_EXISTING, 0, nullptr));
+  const UniqueFile holder(
+      ::CreateFileA(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(holder);
   EXPECT_TRUE(LoadList(list, file));
   EXPECT_THAT(Lines(), ElementsAre("name"));
@@ -244,7 +244,9 @@ TEST_F(LoadListTest, EndsAFieldAtACommaAndDropsTheQuotesAroundOne) {
               ElementsAre("one", "two", "three", "four, five", "six"));
 }
 
-TEST_F(LoadListTest, EndsAFieldAtABareLfAndABareCr) { EXPECT_THAT(LoadedFrom("one\ntwo\rthree"), ElementsAre("one", "two", "three")); }
+TEST_F(LoadListTest, EndsAFieldAtABareLfAndABareCr) {
+  EXPECT_THAT(LoadedFrom("one\ntwo\rthree"), ElementsAre("one", "two", "three"));
+}
 
 TEST_F(LoadListTest, LeavesNulBytesOut) {
   EXPECT_THAT(LoadedFrom(std::string("o\0ne\r\n\0\0two\r\n", 11)), ElementsAre("one", "two"));

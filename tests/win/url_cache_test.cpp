@@ -5,6 +5,7 @@
 #include "cleaners/cache_walks.h"
 #include "cleaners/url_cache_walk.h"
 #include "cookies/keep_list.h"
+#include "erase/run_cleaner.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "window_event.h"
@@ -24,7 +25,8 @@ class NamesToKeep : public KeepList {
   bool Holds(const std::string& cookieName) const override {
     asked.push_back(cookieName);
     if (whenAsked) whenAsked();
-    return std::any_of(names_.begin(), names_.end(), [&](const std::string& name) { return IsSameCookie(name, cookieName); });
+    return std::any_of(names_.begin(), names_.end(),
+                       [&](const std::string& name) { return IsSameCookie(name, cookieName); });
   }
 
   mutable CookieNames asked;
@@ -302,6 +304,14 @@ TEST_F(ClearUrlCacheTest, RemovesAThousandEntries) {
   EXPECT_EQ(ClearUrlCache(), 1000 * 1001 / 2 + 50 * 10);
   EXPECT_EQ(CachedUrls().size(), 1u);
   EXPECT_EQ(CountThere(files), 0);
+}
+
+TEST_F(ClearUrlCacheTest, IsWhatTheItemOfTheCacheAndThatOfTheCookiesRun) {
+  for (const Cleaner cleaner : {Cleaner::Cache, Cleaner::CookiesThenCache}) {
+    MakeOneOfEach();
+    RunCleaner(cleaner);
+    EXPECT_EQ(CachedUrls(), (std::vector<std::string>{"Visited: user@http://site.example/"}));
+  }
 }
 
 // Cookies

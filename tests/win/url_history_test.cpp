@@ -161,7 +161,7 @@ TEST_F(CURLHistoryTest, AnEmptyOneHasNoFirstItem) {
 
 TEST_F(CURLHistoryTest, ALoopOverItUsesTheItemsThemselves) {
   HistoryEntry entry;
-  entry.expires = 126227664000000000;
+  entry.expires = 126227808000000000;
   server.Plant({entry, entry});
   CURLHistory history;
   std::vector<URLHistoryItem*> items;

@@ -195,7 +195,8 @@ TEST_F(ReplaceWholeFileTest, LeavesTheFileWhenAFolderStandsInTheWayBesideIt) {
 
 TEST_F(ReplaceWholeFileTest, LeavesAFileThatAnotherProgramHolds) {
   const std::string path = folder.File("file.txt", "old");
-  for (const DWORD share : {0ul, static_cast<DWORD>(FILE_SHARE_READ), static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE)}) {
+  for (const DWORD share :
+       {0ul, static_cast<DWORD>(FILE_SHARE_READ), static_cast<DWORD>(FILE_SHARE_READ | FILE_SHARE_WRITE)}) {
     const UniqueFile holder = Open(path, GENERIC_READ, share);
     ASSERT_TRUE(holder);
     EXPECT_EQ(ReplacingRaises(path), kPermissionDenied) << "shared as " << share;

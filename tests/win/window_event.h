@@ -6,7 +6,7 @@
 
 #include "platform/win32.h"
 
-// What the events still in the queue do, oldest first: an event that a test leaves behind does nothing in the next one.
+// One at a time. What has not run when the object goes never does.
 class WindowEvents {
  public:
   WindowEvents() = default;
@@ -22,7 +22,7 @@ class WindowEvents {
     ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&Run));
   }
 
-  // Whether the last one has run.
+  // Whether none waits any longer.
   bool HasRun() const { return !action_; }
 
  private:

@@ -1,0 +1,17 @@
+// What the Netscape/Mozilla cleaners decide from texts alone.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Whether a searched file is one of those that the list names: its name, case aside, occurs anywhere in the list's text. A
+// file named "Value.tbl" is one because of "SchemaValue.tbl". That is meant.
+bool IsInNameList(std::string_view fileName, std::string_view nameList);
+
+// The profile folder that belongs to an install directory: every "Communicator" in it becomes "Users\" and the user's name.
+// With one "\" behind it.
+std::string ProfileFolderOf(const std::string& installDirectory, const std::string& userName);
+
+// False for a text that would lead out of the folder of the users when it stands in a path: one with a "\" or "/" in it,
+// and "." and "..".
+bool IsUserName(std::string_view text);
