@@ -15,7 +15,8 @@ enum SpecialFolder : int {
   kProfileFolder = 40,
 };
 
-// The folder's path without "\" behind it; empty when the system does not know the identifier.
+// The folder's path, with "\" behind it only where the system gives it so; empty when the system does not know the
+// identifier or the place is no folder of a disk.
 std::string FindSpecialFolder(int identifier);
 
 // The folder of the executable, without "\" behind it unless it is a root.

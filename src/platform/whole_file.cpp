@@ -33,16 +33,32 @@ void WriteNewFile(const std::string& path, const std::string& bytes) {
   if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 
-// Windows 9x cannot put a file in another's place in one step, and its MoveFileEx is a stub.
+// False where the system cannot: Windows 9x has a stub of MoveFileEx.
+bool ReplaceInOneStep(const std::string& from, const std::string& to) {
+  if (ReplaceInTwoSteps || !late::MoveFileEx) return false;
+  if (late::MoveFileEx(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) return true;
+  if (::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED) RaiseLastError();
+  return false;
+}
+
+// The old file steps aside until the new one has its name.
+void ReplaceStepByStep(const std::string& from, const std::string& to) {
+  const std::string aside = to + ".old";
+  ::DeleteFileA(aside.c_str());
+  if (!::MoveFileA(to.c_str(), aside.c_str()) && ::GetLastError() != ERROR_FILE_NOT_FOUND) RaiseLastError();
+  if (!::MoveFileA(from.c_str(), to.c_str())) {
+    const DWORD reason = ::GetLastError();
+    ::MoveFileA(aside.c_str(), to.c_str());
+    RaiseSystemError(reason);
+  }
+  ::DeleteFileA(aside.c_str());
+}
+
 void PutInPlace(const std::string& from, const std::string& to) {
   const DWORD attributes = ::GetFileAttributesA(to.c_str());
   const bool there = attributes != INVALID_FILE_ATTRIBUTES;
   if (there && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) Raise(kAccessError);
-  if (late::MoveFileEx && late::MoveFileEx(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    return;
-  if (late::MoveFileEx && ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED) RaiseLastError();
-  if (there && !::DeleteFileA(to.c_str())) RaiseLastError();
-  if (!::MoveFileA(from.c_str(), to.c_str())) RaiseLastError();
+  if (!ReplaceInOneStep(from, to)) ReplaceStepByStep(from, to);
 }
 
 }  // namespace

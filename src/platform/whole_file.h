@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <string>
 
+// Set: the way of Windows 9x, in two steps, also where the system puts a file in another's place in one.
+inline bool ReplaceInTwoSteps = false;
+
 // The length in bytes; also of a file that another process holds. Raises 53 for a folder.
 std::uint64_t FileLen(const std::string& path);
 

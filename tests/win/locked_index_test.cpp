@@ -69,14 +69,13 @@ void LetTheNextLookBeDue() {
 
 }  // namespace
 
-TEST(FindSpecialFolder, GivesAFoldersPathWithoutABackslashBehindIt) {
+TEST(FindSpecialFolder, GivesAFoldersPath) {
   for (const SpecialFolder folder : {kCookiesFolder, kHistoryFolder, kDesktopFolder, kDocumentsFolder, kProfileFolder}) {
     const std::string path = FindSpecialFolder(folder);
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     ASSERT_NE(attributes, INVALID_FILE_ATTRIBUTES) << folder;
     EXPECT_NE(attributes & FILE_ATTRIBUTE_DIRECTORY, 0u) << path;
     EXPECT_EQ(path.compare(0, 3, "C:\\"), 0) << path;
-    EXPECT_NE(path.back(), '\\') << path;
   }
 }
 
