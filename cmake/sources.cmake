@@ -4,6 +4,7 @@
 set(LOGIC_SOURCES
   src/platform/os_name.cpp
   src/platform/path_text.cpp
+  src/platform/plain_text.cpp
   src/platform/runtime_error.cpp
   src/platform/system_error.cpp
   src/platform/text_value.cpp

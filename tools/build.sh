@@ -14,5 +14,5 @@ build_preset() { # preset, what it is in words
 build_product() {
   build_preset win32 'what ships (32-bit Windows)'
   mkdir -p build/dist
-  cp build/win32/Quellix.exe build/dist/
+  cp build/win32/Quellix.exe build/win32/iea.exe build/dist/
 }

@@ -11,7 +11,7 @@ for preset in logic win32; do
 done
 # The cross compiler's own headers, which clang-tidy does not know by itself.
 includes=$(i686-w64-mingw32-g++-win32 -E -x c++ - -v </dev/null 2>&1 | sed -n '/^#include </,/^End/s|^ ||p' | sed 's|^|--extra-arg=-isystem|')
-files=$(changed_sources "${1:-}" | grep '^src/.*\.cpp$' || true)
+files=$(changed_sources "${1:-}" | grep -E '^(src|companions)/.*\.cpp$' || true)
 [ -n "$files" ] || { echo 'lint: nothing changed'; exit 0; }
 failed=0
 for file in $files; do

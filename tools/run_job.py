@@ -11,14 +11,12 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/ui"))
 sys.path.insert(0, str(ROOT / "tests/doubles"))
+import url_cache  # noqa: E402
 from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
 from url_history import history_urls, install_history_store, plant_history  # noqa: E402
 
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"
-PLANT_CACHE = ROOT / "tests/doubles/plant_cache.cpp"
-PLANT_CACHE_NEEDS = ["-I", str(ROOT / "src")] + [str(ROOT / "src/platform" / name) for name in
-                                                  ("late_binding.cpp", "path_text.cpp", "text_value.cpp", "runtime_error.cpp")]
 
 # Item as the program names it, family as the traces program or a counter below names it.
 ITEMS = [
@@ -72,15 +70,12 @@ def count_files(home) -> dict[str, int]:
     }
 
 
-def count_table(home, *command: str) -> dict[str, int]:
-    lines = home.run(*command, check=True).stdout.splitlines()
-    return {name: int(number) for name, number in (line.split("\t") for line in lines if "\t" in line)}
-
-
 def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
     home = desktop.home
-    cache = count_table(home, r"C:\plant_cache.exe", "count")
-    return count_table(home, r"C:\traces.exe", command) | count_files(home) | {
+    cache = url_cache.counts(home)
+    text = home.run(r"C:\traces.exe", command, check=True).stdout
+    counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
+    return counted | count_files(home) | {
         "cache entries": cache["content"], "cookies": cache["cookie"],
         "history entries": cache["visited"] + len(history_urls(home))}
 
@@ -112,11 +107,9 @@ def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
 def main() -> int:
     print("== laying out a private profile", flush=True)
     traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
-    cache = compile_windows_program(PLANT_CACHE, *PLANT_CACHE_NEEDS)
     with Desktop("run-job", start=False, prepare=plant_files) as desktop:
         (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
-        (desktop.home.c / "plant_cache.exe").write_bytes(cache.read_bytes())
-        desktop.home.run(r"C:\plant_cache.exe", "content", "500", "cookie", "200", "visited", "100", check=True)
+        url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
         before = count_traces(desktop, "plant")
         empty = [family for _, family in ITEMS if before[family] == 0]
         if empty:

@@ -1,6 +1,6 @@
 #include "iea_rules.h"
 
-#include "platform/text_value.h"
+#include "platform/plain_text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "iea_rules.h"
-#include "platform/handles.h"
+#include "platform/com_interface.h"
 #include "platform/system_functions.h"
 
 #include <pstore.h>
@@ -13,15 +13,6 @@
 namespace {
 
 constexpr GUID kAutoComplete = {0xe161255a, 0x37c3, 0x11d2, {0xbc, 0xaa, 0x00, 0xc0, 0x4f, 0xd9, 0x29, 0xdb}};
-
-template <class Interface>
-struct InterfacePolicy {
-  using Value = Interface*;
-  static Value Invalid() { return nullptr; }
-  static void Close(Value value) { value->Release(); }
-};
-template <class Interface>
-using UniqueInterface = UniqueHandle<InterfacePolicy<Interface>>;
 
 struct TaskTextPolicy {
   using Value = wchar_t*;
@@ -44,11 +35,11 @@ class ComApartment {
   bool entered_;
 };
 
-// The lists below are read to their end before anything is deleted: a list that shrinks while it is read skips entries. A
-// list ends when it gives no element, whatever it answers to that; systems differ in the code, and some give S_OK.
-
 // A system that has the library and no store behind it says so, some only when the store is used.
 bool IsNoStore(HRESULT answer) { return answer == E_NOTIMPL; }
+
+// The two lists are read to their end before anything is deleted: one that shrinks while it is read skips entries. A list
+// ends where it gives no element. No answer to that is documented, so any will do, S_OK among them.
 
 // Empty without a value when the store does not hand out its list.
 std::optional<std::vector<GUID>> Subtypes(IPStore& store) {

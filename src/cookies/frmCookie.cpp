@@ -6,6 +6,7 @@
 #include "cookies/mdCookies.h"
 #include "platform/message_pump.h"
 #include "platform/path_text.h"
+#include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 
 namespace {
@@ -96,6 +97,7 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     DoEvents();
     if (work.Over()) return;
   }
+  Err.Clear();
   const ListBox::Filling quietly(lstKeeplist);
   for (const std::string& name : WithoutKept(current, kept)) {
     lstKeeplist.AddItem(name);
@@ -134,5 +136,7 @@ void frmCookie::Unload() {
   if (work_ != nullptr) work_->End();
   ini_.reset();
   Close();
+  lstKeeplist.Clear();
+  SafeList.Clear();
   window_.SetStatusText("Displaying " + window_.PanelCaption());
 }

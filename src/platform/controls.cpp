@@ -112,23 +112,23 @@ ListBox::Filling::~Filling() {
 }
 
 void ListBox::AddItem(const std::string& text) {
-  if (Handle() == nullptr) {
-    items_.push_back(text);
-    return;
-  }
-  Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  if (Handle() == nullptr || Show(text)) items_.push_back(text);
+}
+
+// False when the system's list is full.
+bool ListBox::Show(const std::string& text) {
+  if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())) < 0) return false;
   const int width = TextWidth(Handle(), text) + ::GetSystemMetrics(SM_CXEDGE) * 4;
-  if (width <= widest_) return;
+  if (width <= widest_) return true;
   widest_ = width;
   Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(width));
+  return true;
 }
 
 void ListBox::RemoveItem(int index) {
   if (index < 0 || index >= ListCount()) return;
-  if (Handle() == nullptr)
-    items_.erase(items_.begin() + index);
-  else
-    Send(LB_DELETESTRING, static_cast<WPARAM>(index));
+  items_.erase(items_.begin() + index);
+  if (Handle() != nullptr) Send(LB_DELETESTRING, static_cast<WPARAM>(index));
 }
 
 std::vector<int> ListBox::Selected() const {
@@ -139,8 +139,8 @@ std::vector<int> ListBox::Selected() const {
 }
 
 void ListBox::ShowState() {
-  for (const std::string& item : items_) AddItem(item);
-  items_.clear();
+  widest_ = 0;
+  for (const std::string& item : items_) Show(item);
 }
 
 void ListBox::Clear() {
@@ -151,18 +151,8 @@ void ListBox::Clear() {
   Send(LB_SETHORIZONTALEXTENT, 0);
 }
 
-int ListBox::ListCount() const {
-  return Handle() != nullptr ? static_cast<int>(Send(LB_GETCOUNT)) : static_cast<int>(items_.size());
-}
-
 std::string ListBox::Item(int index) const {
-  if (index < 0 || index >= ListCount()) return {};
-  if (Handle() == nullptr) return items_[static_cast<std::size_t>(index)];
-  const LRESULT length = Send(LB_GETTEXTLEN, static_cast<WPARAM>(index));
-  std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  Send(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(length));
-  return text;
+  return index >= 0 && index < ListCount() ? items_[static_cast<std::size_t>(index)] : std::string();
 }
 
 void ListBox::ShowLast() { Send(LB_SETTOPINDEX, static_cast<WPARAM>(ListCount() - 1)); }

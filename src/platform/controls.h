@@ -5,6 +5,7 @@
 // given, answers from it, and shows it once the window stands.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -98,6 +99,7 @@ class OptionButton : public Control {
   OptionGroup& group_;
 };
 
+// The lines stand in the object as well, and are read from there: a line may be too long for a system to give it back.
 class ListBox : public Control {
  public:
   using Control::Control;
@@ -117,8 +119,8 @@ class ListBox : public Control {
   void AddItem(const std::string& text);  // and makes the list scroll sideways as far as the text is long
   void RemoveItem(int index);             // nothing for a line that is not there
   void Clear();
-  int ListCount() const;
-  std::string Item(int index) const;
+  int ListCount() const { return static_cast<int>(items_.size()); }
+  std::string Item(int index) const;  // empty for a line that is not there
 
   // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
   int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
@@ -129,7 +131,8 @@ class ListBox : public Control {
 
  private:
   void ShowState() override;
-  std::vector<std::string> items_;
+  bool Show(const std::string& text);
+  std::deque<std::string> items_;
   int widest_ = 0;  // pixels
 };
 

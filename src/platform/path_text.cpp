@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/text_value.h"
+#include "platform/plain_text.h"
 
 namespace {
 

@@ -8,12 +8,7 @@
 #include <string>
 #include <string_view>
 
-// Without the blanks (0x20) at both ends; other white space stays.
-std::string Trim(std::string_view text);
-
-// A to Z only; every other byte stays as it is.
-std::string UpperCase(std::string_view text);
-bool EqualIgnoringCase(std::string_view one, std::string_view other);
+#include "platform/plain_text.h"
 
 // The number that the whole text is, blanks around it allowed; 0 for a text that is not a number.
 double NumberOf(std::string_view text);

@@ -135,10 +135,11 @@ class ProgramCase(unittest.TestCase):
 
     # The title bar and the desktop
 
-    def click_title_button(self, button: int) -> None:
-        left, top, right, _ = self.d.main.rect
+    def click_title_button(self, button: int, window=None) -> None:
+        window = window or self.d.main
+        left, top, right, _ = window.rect
         for x in range(right - 6, left, -4):
-            if self.d.send(None, WM_NCHITTEST, 0, x | top + 12 << 16).result == button:
+            if self.d.send(window, WM_NCHITTEST, 0, x | top + 12 << 16).result == button:
                 return self.d.click_at(x - 4, top + 12)
         self.fail(f"the title bar has no button {button}")
 
