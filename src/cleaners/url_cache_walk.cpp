@@ -6,6 +6,7 @@
 namespace {
 
 constexpr std::size_t kLongestText = 0x10000;
+constexpr DWORD kPage = 4096;  // bytes
 
 }  // namespace
 
@@ -24,24 +25,33 @@ bool UrlCacheWalk::Next() {
   return true;
 }
 
-// Asks for the next entry's size, then for the entry. There is no block behind the last entry, whose size is 0, and when
-// the system has no memory. What does not fit any longer, or is gone, leaves the block zero.
+// The first entry's size is asked for, and its block serves every entry that fits: asking for each one's size would cost as
+// much as the entry. A larger one gets a block of its own. An entry that is gone by then
+// leaves its new block zero.
 bool UrlCacheWalk::Fetch() {
   DWORD size = 0;
   if (!started_) {
     started_ = true;
     late::FindFirstUrlCacheEntry(pattern_, nullptr, &size);
-    block_.Allocate(size);
-    if (block_.Handle() == nullptr) return false;
+    if (!TakeBlock(size)) return false;
+    size = blockSize_;
     find_.reset(late::FindFirstUrlCacheEntry(pattern_, block_.Handle(), &size));
     return true;
   }
   if (!find_) return false;
-  late::FindNextUrlCacheEntry(find_.get(), nullptr, &size);
-  block_.Allocate(size);
-  if (block_.Handle() == nullptr) return false;
+  size = blockSize_;
+  if (late::FindNextUrlCacheEntry(find_.get(), block_.Handle(), &size)) return true;
+  if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || !TakeBlock(size)) return false;
+  size = blockSize_;
   late::FindNextUrlCacheEntry(find_.get(), block_.Handle(), &size);
   return true;
+}
+
+// Whole pages, as the system gives them.
+bool UrlCacheWalk::TakeBlock(DWORD size) {
+  blockSize_ = (size + kPage - 1) / kPage * kPage;
+  block_.Allocate(blockSize_);
+  return block_.Handle() != nullptr;
 }
 
 std::string UrlCacheWalk::Text(std::uint32_t address) const {

@@ -31,12 +31,14 @@ class UrlCacheWalk {
 
  private:
   bool Fetch();
+  bool TakeBlock(DWORD size);
   std::string Text(std::uint32_t address) const;
 
   const char* pattern_;
   UniqueUrlCacheFind find_;
   bool started_ = false;
   clsMemoryManagement block_;
+  DWORD blockSize_ = 0;  // bytes
   UrlCacheRecord record_{};
   std::string url_;
   std::string localFile_;
