@@ -14,6 +14,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/ui"))
 from driver import BUILD, Desktop, wait_for  # noqa: E402
+from url_cache import cookie_file, plant  # noqa: E402
 from wine_home import WineHome  # noqa: E402
 
 PAIRS = 7
@@ -152,7 +153,39 @@ def bench_answer() -> None:
     row("answer", "from \"Stop\" to the end of the run", stops, " ms", "200", 0)
 
 
-BENCHES = {"walk": bench_walk, "cache": bench_cache, "start": bench_start, "answer": bench_answer, "run": bench_run, "idle": bench_idle}
+def open_cookies(desktop: Desktop, shown: int):
+    """Opens the window "Cookies Manager" and gives what tells that it shows so many current cookies."""
+    desktop.post(desktop.handle("cmdCookiesOption"), 0x00F5)  # BM_CLICK: the mouse's own way would be measured with it
+    window = wait_for("the window", lambda: desktop.find_window("#32770", "Cookies Manager"), every=0.005)
+    current = desktop.handle("lstKeeplist", window)
+    return window, lambda: desktop.send(current, 0x018B).result == shown  # LB_GETCOUNT
+
+
+def bench_cookies() -> None:
+    """Half of the current cookies are on the keep list; its other names are those of cookies that are gone."""
+    seconds, freezes = [], []
+    with Desktop("bench-cookies", prepare=lambda home: plant(home, "cookie", "5000")) as desktop:
+        names = (cookie_file(f"user@site{number}") for number in range(2501, 12501))
+        (desktop.home.c / "Quellix/SafeCookie.dat").write_bytes("".join(f"{name}\r\n" for name in names).encode())
+        desktop.wait_icon()
+        for _ in range(5):
+            started = time.perf_counter()
+            window, is_filled = open_cookies(desktop, 2500)
+            wait_for("the lists", is_filled, seconds=60, every=0.02)
+            seconds.append(time.perf_counter() - started)
+            desktop.post(window, 0x0010)  # WM_CLOSE
+            desktop.wait_no_window("#32770", "Cookies Manager")
+        for _ in range(5):
+            window, is_filled = open_cookies(desktop, 2500)
+            freezes.append(desktop.longest_freeze(is_filled, window))
+            desktop.post(window, 0x0010)
+            desktop.wait_no_window("#32770", "Cookies Manager")
+    row("cookies", "5,000 cookies and 10,000 to keep: until the lists are filled", seconds, " s", "2")
+    row("cookies", "longest time a WM_NULL waits meanwhile", freezes, " ms", "200", 0)
+
+
+BENCHES = {"walk": bench_walk, "cache": bench_cache, "start": bench_start, "answer": bench_answer, "cookies": bench_cookies, "run": bench_run,
+           "idle": bench_idle}
 
 
 def main() -> int:

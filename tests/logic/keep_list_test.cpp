@@ -60,6 +60,13 @@ TEST(ReadKeepList, TakesAMegabyteOnOneLine) {
   EXPECT_THAT(ReadKeepList(name), ElementsAre(name));
 }
 
+TEST(ReadKeepList, TakesAMegabyteOfQuotesOnOneLineInNoTime) {
+  std::string closed, open;
+  for (int field = 0; field < 1 << 18; ++field) closed += "\"a\",", open += "\"a,";
+  EXPECT_EQ(ReadKeepList(closed), CookieNames(1 << 18, "a"));
+  EXPECT_EQ(ReadKeepList(open), CookieNames(1 << 18, "\"a"));
+}
+
 TEST(IsSameCookie, LooksAtNeitherCaseNorBlanksAroundTheName) {
   EXPECT_TRUE(IsSameCookie("  USER@SITE[1].TXT ", "user@site[1].txt"));
   EXPECT_TRUE(IsSameCookie("", "  "));

@@ -7,7 +7,8 @@ from wine_home import WineHome
 
 SOURCE = ROOT / "tests/doubles/plant_cache.cpp"
 # What the planter shares with the Windows tests stands on these.
-PRODUCT = [ROOT / "src/platform" / name for name in ("late_binding.cpp", "runtime_error.cpp", "path_text.cpp", "plain_text.cpp")]
+PRODUCT = [ROOT / "src/platform" / name
+           for name in ("late_binding.cpp", "path_text.cpp", "plain_text.cpp", "runtime_error.cpp")]
 
 
 def _planter() -> Path:
