@@ -17,3 +17,5 @@ std::vector<std::string> SplitDialogAnswer(std::string_view answer) {
   for (std::string& name : parts) name.insert(0, folder);
   return parts;
 }
+
+bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0", 2)) != std::string_view::npos; }

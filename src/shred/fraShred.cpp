@@ -5,7 +5,6 @@
 #include "platform/app_title.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
-#include "platform/stop_request.h"
 #include "shred/dropped_files.h"
 #include "shred/modShred.h"
 #include "shred/open_files.h"
@@ -24,17 +23,6 @@ std::string Outcome(int gone, int count, const char* what) {
 }
 
 }  // namespace
-
-class fraShred::Walk {
- public:
-  explicit Walk(fraShred& panel) : panel_(panel) { ++panel_.walks_; }
-  Walk(const Walk&) = delete;
-  Walk& operator=(const Walk&) = delete;
-  ~Walk() { --panel_.walks_; }
-
- private:
-  fraShred& panel_;
-};
 
 fraShred::fraShred(MainWindow& window) : window_(window) {
   for (SpinButton* spin : {&UpDown1, &UpDown2}) {
@@ -92,7 +80,7 @@ bool fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
 void fraShred::ShowBox(const char* text, UINT icon) { ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), icon); }
 
 void fraShred::ShowFileCount(int count) {
-  FileCount.SetText("There are " + std::to_string(count) + " files ready for deleting!");
+  FileCount.SetText(count == 0 ? "" : "There are " + std::to_string(count) + " files ready for deleting!");
 }
 
 void fraShred::ResetStatus() {
@@ -102,17 +90,17 @@ void fraShred::ResetStatus() {
   ::UpdateWindow(Handle());
 }
 
-// Both buttons "Add Files"; they share the tag. True when the list has changed.
+// Both buttons "Add Files"; they share the tag. True when there are new files on the list.
 bool fraShred::AddFiles(ShredList& list) {
-  const int before = list.Count();
+  std::vector<std::string> paths;
   reportAndLeave("frmMain,cmdCustomAdd", [&] {
-    const std::vector<std::string> paths = AskForFiles(window_.Window());
+    paths = AskForFiles(window_.Window());
     if (paths.empty()) return;
     const ListBox::Filling quietly(list.List());
     for (const std::string& path : paths) list.Add(path);
     ShowFileCount(list.Count());
   });
-  return list.Count() != before;
+  return !paths.empty();
 }
 
 // The bar takes a step for each entry.
@@ -129,27 +117,27 @@ void fraShred::ShredManually() {
   const int count = manual_.Count();
   // The text names the level of the scheduled list, and the shredding goes by that of the manual one. Both are meant.
   if (count > 0) txtMessage.SetText("Shredding Files at level " + txtLevel.Text() + " may take more time.");
-  const int gone = RunShred(manual_, txtLev.Text());
+  const int gone = RunShred(manual_, txtLev.Text(), nullptr);
   ClearFiles(manual_);
   txtMessage.SetText(Outcome(gone, count, " files shredded."));
 }
 
-// Gives the number of files that are gone. Errors are told where they arise.
-int fraShred::RunShred(ShredList& list, const std::string& level) {
+// Gives the number of files that are gone. Errors are told where they arise. `*cutShort`, when given, ends the run behind
+// the file in hand as soon as it is true; the others stay on the list.
+int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
   if (list.Count() == 0) {
     ShowBox("Error: Enter a file for shredding!", MB_ICONERROR);
     return 0;
   }
   const Walk walk(*this);
   DoEvents();
-  const bool stoppedBefore = StopErase;
   const std::vector<std::string> paths = list.Collection();
   PbarShred.SetRange(0, list.Count());
   int step = 0;
   int gone = 0;
   const ReportBurst burst;
   for (const std::string& path : paths) {
-    if (StopErase && !stoppedBefore) break;
+    if (cutShort != nullptr && *cutShort) break;
     resumeNext([&] { ShredFile(path, level); });
     ++step;
     resumeNext([&] { PbarShred.SetValue(step); });
@@ -183,15 +171,20 @@ void fraShred::ShredFolders() {
 }
 
 void fraShred::RemoveSelected(HWND list) {
-  if (list == lstFileShred.Handle()) manual_.RemoveSelected();
+  if (list == lstFileShred.Handle()) RemoveSelectedFiles(manual_);
   if (list == lstFolder.Handle()) {
     const std::vector<int> lines = lstFolder.Selected();
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) lstFolder.RemoveItem(*line);
   }
   if (list == lstFiles.Handle()) {
-    scheduled_.RemoveSelected();
+    RemoveSelectedFiles(scheduled_);
     SaveSettingsToFile();
   }
+}
+
+void fraShred::RemoveSelectedFiles(ShredList& list) {
+  list.RemoveSelected();
+  ShowFileCount(list.Count());
 }
 
 // On one of the manual lists everything goes where it belongs, folders to the folders; the scheduled one takes files alone.

@@ -32,17 +32,29 @@ class fraShred : public Dialog {
   bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
   void Click(int id);
 
-  class Walk;
+  // While one stands, a list is walked and window events run; the user changes none of the lists meanwhile.
+  class Walk {
+   public:
+    explicit Walk(fraShred& panel) : panel_(panel) { ++panel_.walks_; }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+    ~Walk() { --panel_.walks_; }
+
+   private:
+    fraShred& panel_;
+  };
+
   bool AddFiles(ShredList& list);
   void ClearFiles(ShredList& list);
   void ClearScheduled();
   void ShredManually();
-  int RunShred(ShredList& list, const std::string& level);
+  int RunShred(ShredList& list, const std::string& level, const bool* cutShort);
   void AddFolder();
   void ShredFolders();
   void ShowFileCount(int count);
   void ResetStatus();
   void RemoveSelected(HWND list);
+  void RemoveSelectedFiles(ShredList& list);
   void TakeDrop(WPARAM drop);
   void ShowBox(const char* text, UINT icon);
 
@@ -59,5 +71,5 @@ class fraShred : public Dialog {
   ShredList manual_{lstFileShred};
   ShredList scheduled_{lstFiles};
   frmAddDir addDir_;
-  int walks_ = 0;  // runs that walk a list: the user changes none of them meanwhile
+  int walks_ = 0;
 };

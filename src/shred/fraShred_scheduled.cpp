@@ -4,6 +4,7 @@
 #include "platform/native_files.h"
 #include "platform/path_text.h"
 #include "platform/special_folder.h"
+#include "platform/stop_request.h"
 #include "platform/whole_file.h"
 #include "shred/fraShred.h"
 #include "shred/list_file.h"
@@ -28,6 +29,7 @@ void fraShred::LoadFiles() {
 
 // A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
 void fraShred::SaveSettingsToFile() {
+  const Walk walk(*this);
   resumeNext([] { ClearAttributes(ListFile()); });
   resumeNext([this] {
     std::vector<std::string> paths;
@@ -47,6 +49,8 @@ void fraShred::ClearScheduled() {
   NativeDeleteFile(ToNativePath(ListFile()));
 }
 
+// A stop request that stands before the run is an earlier run's.
 void fraShred::ShredDelete() {
-  reportAndLeave("frmMain,ShredDelete", [this] { RunShred(scheduled_, txtLevel.Text()); });
+  const bool* const cutShort = StopErase ? nullptr : &StopErase;
+  reportAndLeave("frmMain,ShredDelete", [&] { RunShred(scheduled_, txtLevel.Text(), cutShort); });
 }

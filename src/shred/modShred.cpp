@@ -17,15 +17,13 @@ void Try(Statement&& statement) {
   reportAndLeave(kSourceTag, std::forward<Statement>(statement));
 }
 
-bool IsDevice(const NativePath& path) { return path.compare(0, 4, L"\\\\.\\") == 0; }
-
 // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
 // in, and a link's target is not what is deleted afterwards.
 UniqueFile OpenForOverwriting(const NativePath& path) {
-  if (IsDevice(path)) Raise(kBadFileName);
+  if (path.empty()) Raise(kBadFileName);  // a device has no such path
   const DWORD attributes = NativeAttributes(path);
-  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0)
-    Raise(kPermissionDenied);
+  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseSystemError(::GetLastError());
+  if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) Raise(kPermissionDenied);
   // Shared: what others only look at can be overwritten all the same.
   UniqueFile file = NativeOpen(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
   if (!file) RaiseSystemError(::GetLastError());

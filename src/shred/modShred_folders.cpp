@@ -3,17 +3,21 @@
 #include "cleaners/folder_walk.h"
 #include "cleaners/mask_ending.h"
 #include "platform/message_pump.h"
-#include "platform/path_text.h"
+#include "platform/runtime_error.h"
 #include "shred/folder_chain.h"
 #include "shred/modShred.h"
 
 namespace {
 
-// The folder's path with its "\"; empty for a folder that stays as it is.
+// The folder's path with its "\"; empty for a folder that stays as it is, also where the system lacks a function that would
+// tell which folders to keep.
 NativePath RemovableFolder(const std::string& folder) {
-  const NativePath native = WalkableFolder(folder);
-  if (native.empty() || !MayEmptyFolder(FindFolderFacts(ShownPath(native), SystemFolders()))) return {};
-  return native;
+  NativePath removable;
+  resumeNext([&] {
+    const NativePath native = WalkableFolder(folder);
+    if (!native.empty() && MayEmptyFolder(FindFolderFacts(ShownPath(native), SystemFolders()))) removable = native;
+  });
+  return removable;
 }
 
 void DeleteFilesOf(const NativePath& folderWithBackslash, const char* mask) {
@@ -57,20 +61,7 @@ class TreeRemoval final : public FolderVisitor {
   }
 };
 
-}  // namespace
-
-bool FolderCheck(const std::string& path, bool create) {
-  if (IsFolder(NativeAttributes(ToNativePath(path)))) return true;
-  if (create) {
-    for (const std::string& folder : FolderChain(path))
-      if (!IsFolder(NativeAttributes(ToNativePath(folder)))) ::CreateDirectoryA(folder.c_str(), nullptr);
-  }
-  return false;
-}
-
-void ClearSubFolders(const std::string& folder) {
-  const NativePath root = RemovableFolder(folder);
-  if (root.empty()) return;
+void ClearFirstSubFolder(const NativePath& root) {
   FolderListing listing(root);
   FolderEntry entry;
   bool over = false;
@@ -84,19 +75,40 @@ void ClearSubFolders(const std::string& folder) {
   }
 }
 
-bool RemoveFolderTree(const std::string& folder) {
-  const NativePath root = RemovableFolder(folder);
-  if (root.empty()) return false;
+// True when the folder itself is gone.
+bool RemoveTree(const NativePath& root) {
   TreeRemoval removal;
   WalkFolder(root, removal);
   removal.AtFolder(root);
   return NativeAttributes(root) == INVALID_FILE_ATTRIBUTES;
 }
 
-void ShredFolder(const std::string& folder) {
-  if (!FolderCheck(folder)) return;
+}  // namespace
+
+bool FolderCheck(const std::string& path, bool create) {
+  if (IsFolder(NativeAttributes(ToNativePath(path)))) return true;
+  if (create) {
+    for (const std::string& folder : FolderChain(path))
+      if (!IsFolder(NativeAttributes(ToNativePath(folder)))) ::CreateDirectoryA(folder.c_str(), nullptr);
+  }
+  return false;
+}
+
+void ClearSubFolders(const std::string& folder) {
   const NativePath root = RemovableFolder(folder);
-  if (!root.empty()) DeleteFilesOf(root, "*.*");
-  ClearSubFolders(folder);
-  RemoveFolderTree(folder);
+  if (!root.empty()) ClearFirstSubFolder(root);
+}
+
+bool RemoveFolderTree(const std::string& folder) {
+  const NativePath root = RemovableFolder(folder);
+  return !root.empty() && RemoveTree(root);
+}
+
+// The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
+void ShredFolder(const std::string& folder) {
+  const NativePath root = RemovableFolder(folder);
+  if (root.empty()) return;
+  DeleteFilesOf(root, "*.*");
+  if (WalkableFolder(folder) == root) ClearFirstSubFolder(root);
+  if (WalkableFolder(folder) == root) RemoveTree(root);
 }

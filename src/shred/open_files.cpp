@@ -50,7 +50,12 @@ std::vector<std::string> AskForFiles(HWND owner) {
   dialog.lpstrFile = answer;
   dialog.nMaxFile = kAnswerSize;
   dialog.Flags = kFlags;
-  if (late::GetOpenFileName(&dialog)) return SplitDialogAnswer(std::string_view(answer, kAnswerSize));
+  if (late::GetOpenFileName(&dialog)) {
+    const std::string_view buffer(answer, kAnswerSize);
+    // Not every system's dialog says so when it cuts its answer off.
+    if (!IsWholeAnswer(buffer)) RaiseDialogError(kBufferTooSmall);
+    return SplitDialogAnswer(buffer);
+  }
   const DWORD error = late::CommDlgExtendedError();
   if (error != 0) RaiseDialogError(error);
   return {};

@@ -12,7 +12,6 @@ class ShredList {
   explicit ShredList(ListBox& list) : list_(list) {}
 
   void Add(const std::string& path);
-  void AddToListOnly(const std::string& path) { list_.AddItem(path); }
 
   // The chosen lines go, and with each the first path of the collection that reads like it.
   void RemoveSelected();

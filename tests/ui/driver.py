@@ -149,6 +149,10 @@ class Desktop(Windows, Input, Popups, Registry):
         self.probe.ask("terminate", pid or self.pid)
         self.wait_ended(pid)
 
+    def load_into_program(self, library: str) -> None:
+        """Loads a library into the program, as the shell's extensions are loaded into every program."""
+        self.probe.ask("load", self.pid, library)
+
     def second_instance(self, arguments: str = "", seconds: float = 30) -> int:
         """Starts another copy on the same desktop, waits for its end and returns its exit code."""
         return self.wait_ended(self.start(rf"C:\Quellix\{self.program}", arguments), seconds)

@@ -127,7 +127,9 @@ class Input:
         """
         wanted = self.probe.ask("focus").screen
         if wanted and self._xdotool("getwindowfocus", "-f").strip() != str(wanted):
-            self._xdotool("windowfocus", wanted)
+            # Fails when the window goes away at that moment.
+            subprocess.run(["xdotool", "windowfocus", str(wanted)], check=False, stderr=subprocess.DEVNULL,
+                           env=dict(os.environ, DISPLAY=self.display.name))
 
     def _keys(self, how: str, *words) -> None:
         self._take_the_keyboard_along()

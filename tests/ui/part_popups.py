@@ -42,19 +42,31 @@ class Popups:
         wait_for(f"the box {box.title!r} to close", lambda: all(w.hwnd != box.hwnd or not w.visible for w in self.windows()))
         return box
 
-    def answer_file_dialog(self, *paths: str, seconds: float = 20) -> None:
-        """Enters one or more paths, all of one folder, in the open-file dialog on show and presses Enter."""
+    def file_dialog(self, seconds: float = 20) -> tuple[View, View]:
+        """The open-file dialog on show, and the box in it that takes names."""
         def come():
             for window in self.find_windows("#32770"):
                 for number in (0x480, 0x47C):
                     for c in self.probe.ask("withid", window.hwnd, number):
                         if c.visible and c["class"].lower() in ("edit", "comboboxex32", "combobox"):
-                            return window, c.hwnd
+                            return window, c
             return None
-        window, edit = wait_for("the dialog to choose a file", come, seconds)
-        wanted = paths[0] if len(paths) == 1 else " ".join(f'"{p}"' for p in paths)
-        self.probe.ask("settext", edit, wanted)
-        self.key("Return")
+        return wait_for("the dialog to choose a file", come, seconds)
+
+    def answer_file_dialog(self, *paths: str, seconds: float = 20) -> None:
+        """Enters one or more paths, all of one folder, in the open-file dialog on show and presses Enter."""
+        window, box = self.file_dialog(seconds)
+
+        def enter(text: str) -> None:
+            self.probe.ask("settext", box.hwnd, text)
+            self.key("Return")
+        if len(paths) == 1:
+            enter(paths[0])
+        else:  # several names are understood in the folder on show only
+            folder = paths[0].rpartition("\\")[0]
+            enter(folder)
+            self.wait_text(0x471, folder.rpartition("\\")[2], window)
+            enter(" ".join(f'"{path.rpartition(chr(92))[2]}"' for path in paths))
         wait_for("the file dialog to close", lambda: all(w.hwnd != window.hwnd for w in self.windows()))
 
     # Notification icon and popup menus

@@ -61,6 +61,12 @@ class OtherProcess {
     bool m_keep = false;
   };
 
+  // Into memory that is there already.
+  bool write(void* address, const void* from, size_t size) const {
+    SIZE_T put = 0;
+    return ::WriteProcessMemory(m_process, address, from, size, &put) && put == size;
+  }
+
   std::optional<DWORD> callUser32(const char* function, std::initializer_list<DWORD> arguments) const {
     return call("user32.dll", function, arguments);
   }

@@ -4,6 +4,7 @@
 // It never reads the keyboard by GetAsyncKeyState: that call uses up the "pressed since the last call" mark, which is
 // kept once per desktop and which the program under test waits for.
 #include "probe_controls.h"
+#include "probe_drop.h"
 #include "probe_looks.h"
 #include "probe_processes.h"
 #include "probe_registry.h"
@@ -285,6 +286,17 @@ std::string dropIcon(const Words& words) {
   return json::Object().flag("done", ::Shell_NotifyIconA(NIM_DELETE, &icon)).done();
 }
 
+// Loads a library into another process, as the shell's extensions are loaded into every program.
+std::string load(const Words& words) {
+  const OtherProcess process(static_cast<DWORD>(toNumber(words.at(1))));
+  const std::wstring path = words.at(2);
+  const size_t size = (path.size() + 1) * sizeof(wchar_t);
+  OtherProcess::Memory memory(process, size);
+  if (!memory.write(path.c_str(), size)) return failure("no such process");
+  const auto module = process.call("kernel32.dll", "LoadLibraryW", {reinterpret_cast<DWORD>(memory.address())});
+  return module.value_or(0) ? json::Object().flag("loaded", true).done() : failure("the library was not loaded");
+}
+
 std::string broadcast(const Words& words) {
   const UINT message = ::RegisterWindowMessageW(words.at(1).c_str());
   for (const HWND window : topWindows()) ::PostMessageA(window, message, 0, 0);
@@ -304,6 +316,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"send", send},
     {L"show", show},
     {L"settext", setText},
+    {L"drop", drop},
     {L"textsize", textSize},
     {L"invalidate", invalidate},
     {L"unpainted", waitsForPaint},
@@ -321,6 +334,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"regvolatile", makeVolatileKey},
     {L"regdelkey", deleteKey},
     {L"dropicon", dropIcon},
+    {L"load", load},
     {L"broadcast", broadcast},
 };
 

@@ -10,6 +10,7 @@
 #include "import_hook.h"
 #include "message_box_user.h"
 #include "platform/ErroHandle.h"
+#include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "scratch_folder.h"
 #include "shred/modShred.h"
@@ -122,6 +123,11 @@ BOOL WINAPI FailOneWrite(HANDLE file, const void* bytes, DWORD size, DWORD* done
   if (++calls != failingCall) return systemWriteFile(file, bytes, size, done, overlapped);
   ::SetLastError(failWith);
   return FALSE;
+}
+
+// As a disk does that is full in the middle of the block: no failure, and fewer bytes.
+BOOL WINAPI WriteHalfOnce(HANDLE file, const void* bytes, DWORD size, DWORD* done, OVERLAPPED* overlapped) {
+  return systemWriteFile(file, bytes, ++calls == 1 ? size / 2 : size, done, overlapped);
 }
 
 BOOL WINAPI LookAtTheFlush(HANDLE file) {
@@ -241,6 +247,18 @@ TEST_F(DeleteFileShredTest, RefusesWhatIsNoFile) {
   EXPECT_EQ(ReadWhole(file), "the content");
 }
 
+TEST_F(DeleteFileShredTest, WritesToNoDevice) {
+  calls = failingCall = 0;
+  const ImportHook hook(importedWriteFile, &FailOneWrite);
+  for (const char* device : {"NUL", "C:\\test\\COM1", "\\\\.\\C:", "\\\\.\\PhysicalDrive0"})
+    ExpectEachFailureReported(device);
+  EXPECT_EQ(calls, 0);
+  GoOnline();
+  Shred("NUL", "0");
+  EXPECT_THAT(Texts(),
+              ElementsAre("modShred,DeleteFileShred52Bad file name or number", "modShred,DeleteFileShred76Path not found"));
+}
+
 TEST_F(DeleteFileShredTest, TakesAPathFromTheCurrentFolder) {
   folder.File("file.txt");
   const std::string second = SecondName(folder / "file.txt");
@@ -312,6 +330,16 @@ TEST_F(DeleteFileShredTest, GoesOnBehindABlockThatFailed) {
   EXPECT_EQ(Shred(file, "50"), 2048) << "items of two bytes in the second block";
   std::string expected = ExpectedOverwrite(500);
   EXPECT_TRUE(ReadWhole(second) == expected.erase(4096, 4096));
+}
+
+TEST_F(DeleteFileShredTest, WritesABlockOnceMoreOfWhichOnlyAPartWasTaken) {
+  calls = 0;
+  const std::string file = folder.File("file.txt", "");
+  const std::string second = SecondName(file);
+  const ImportHook hook(importedWriteFile, &WriteHalfOnce);
+  EXPECT_EQ(Shred(file, "1"), 0);
+  EXPECT_TRUE(ReadWhole(second) == ExpectedOverwrite(10));
+  EXPECT_EQ(calls, 1 + kItemsAtLevel1) << "item by item";
 }
 
 TEST_F(DeleteFileShredTest, FlushesTheBytesToTheDiskBeforeItDeletes) {
@@ -388,10 +416,11 @@ TEST_F(ShredFileTest, LetsTheWindowAnswerWhileAThousandFilesAreShredded) {
 }
 
 TEST_F(ShredFileTest, LooksAtNoEventsInTheMiddleOfAFile) {
+  DoEvents();
   ticks = 0;
-  const std::string file = folder.File("file.txt");
-  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &CountTick);
-  DeleteFileShred(file, "3276.7");
-  ::KillTimer(nullptr, timer);
+  ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&CountTick));
+  for (int number = 0; number < 10; ++number) DeleteFileShred(folder.File("file.txt"), "3276.7");
   EXPECT_EQ(ticks, 0);
+  DoEvents();
+  EXPECT_EQ(ticks, 1) << "the event was there";
 }

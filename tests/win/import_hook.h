@@ -8,6 +8,9 @@ extern "C" {
 extern decltype(&::WriteFile) importedWriteFile __asm__("__imp__WriteFile@20");
 extern decltype(&::FlushFileBuffers) importedFlushFileBuffers __asm__("__imp__FlushFileBuffers@4");
 extern decltype(&::DeleteFileA) importedDeleteFileA __asm__("__imp__DeleteFileA@4");
+extern decltype(&::GetFileAttributesA) importedGetFileAttributesA __asm__("__imp__GetFileAttributesA@4");
+extern decltype(&::RemoveDirectoryA) importedRemoveDirectoryA __asm__("__imp__RemoveDirectoryA@4");
+extern decltype(&::SetFileAttributesA) importedSetFileAttributesA __asm__("__imp__SetFileAttributesA@8");
 }
 
 template <class Function>

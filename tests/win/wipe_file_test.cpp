@@ -3,14 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "log_recorder.h"
-#include "platform/late_binding.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
+#include "second_name.h"
 
 namespace {
-
-const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, SECURITY_ATTRIBUTES*)> CreateHardLink{"kernel32.dll", "CreateHardLinkA"};
 
 class WipeFileTest : public testing::Test {
  protected:
@@ -20,9 +18,8 @@ class WipeFileTest : public testing::Test {
     EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
   }
 
-  // A second name of the file: what it shows after the first is deleted was written before the deletion.
   std::string SecondName(const std::string& path) const {
-    EXPECT_TRUE(CreateHardLink((folder / "second name").c_str(), path.c_str(), nullptr));
+    GiveSecondName(path, folder / "second name");
     return folder / "second name";
   }
 
@@ -39,17 +36,6 @@ using FileExistsFsTest = WipeFileTest;
 
 UniqueFile OpenForWriting(const std::string& path) {
   return UniqueFile(::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-}
-
-// Two blocks of one digit each in turn, then what is left over.
-bool IsOverwritten(const std::string& bytes) {
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    const std::size_t block = at / 1024;
-    const bool isRest = (block + 1) * 1024 > bytes.size();
-    const char expected = isRest || block % 2 == 0 ? bytes[0] : bytes[1024];
-    if (bytes[at] != expected || bytes[at] < '0' || bytes[at] > '9') return false;
-  }
-  return true;
 }
 
 }  // namespace

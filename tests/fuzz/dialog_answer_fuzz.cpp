@@ -1,0 +1,44 @@
+// The file-open dialog's answer: whatever stands in its buffer, it reads as paths without NUL characters, and a folder with
+// names comes back as it was put in.
+#include <string>
+#include <string_view>
+
+#include "property.h"
+#include "shred/dialog_answer.h"
+
+namespace {
+
+using Paths = std::vector<std::string>;
+
+std::string UpToItsEnd(const std::string& answer) {
+  return answer.starts_with('\0') ? std::string() : answer.substr(0, answer.find(std::string(2, '\0')));
+}
+
+// The names behind the folder, which ends with "\", as the dialog would hand them out.
+std::string Answer(const std::string& folder, const Paths& paths) {
+  std::string answer = folder + '\0';
+  for (const std::string& path : paths) answer += path.substr(folder.size()) + '\0';
+  return answer + '\0';
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  const std::string answer(reinterpret_cast<const char*>(data), size);
+  const Paths paths = SplitDialogAnswer(answer);
+
+  for (const std::string& path : paths) {
+    PROPERTY(!path.empty() && path.find('\0') == std::string::npos, "not a path: [%s]", path.c_str());
+    PROPERTY(SplitDialogAnswer(path + std::string(2, '\0')) == Paths{path}, "[%s]", path.c_str());
+  }
+  PROPERTY(SplitDialogAnswer(UpToItsEnd(answer)) == paths, "what stands behind the end counts");
+  if (answer.find('\0') == std::string::npos) PROPERTY(paths.size() <= 1, "%zu paths", paths.size());
+  if (paths.size() < 2) return 0;
+
+  std::string folder(answer.c_str());
+  if (folder.back() != '\\') folder += '\\';
+  for (const std::string& path : paths)
+    PROPERTY(path.starts_with(folder), "[%s] is not in [%s]", path.c_str(), folder.c_str());
+  PROPERTY(SplitDialogAnswer(Answer(folder, paths)) == paths, "%zu paths", paths.size());
+  return 0;
+}

@@ -1,0 +1,233 @@
+"""The scheduled shredder: its list, the file that keeps it, and its part in an erase run."""
+import shutil
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from program import DONE, STOPPED, only  # noqa: E402
+from shredder import EMPTY_COLLECTION, ShredderCase, overwritten_size, ready  # noqa: E402
+
+ITEM = "Erasing Windows Temp File/Folder ..."
+SCHEDULED = only("WinTempFileFolder") | {"Scheduling": {"chkOptions": "1"}, "Shredder": {"txtLevel": "1"}}
+MANY = 5000
+
+
+class ScheduledCase(ShredderCase):
+    def setUp(self):
+        super().setUp()
+        if self.list_file.is_dir():
+            self.list_file.rmdir()
+        self.list_file.unlink(missing_ok=True)
+
+    def saved(self) -> list[str]:
+        """The lines of the list's file, each of which has to end with CR LF."""
+        *lines, rest = self.list_file.read_bytes().decode("cp1252").split("\r\n")
+        self.assertEqual(rest, "")
+        return lines
+
+    def shown(self) -> list[str]:
+        return self.d.items("lstFiles")
+
+    def enable(self, enabled: bool = True) -> None:
+        self.d.set_checked("chkOptions", enabled)
+
+
+class TheScheduledList(ScheduledCase):
+    def test_takes_files_from_the_dialog_counts_them_and_saves_each_on_a_line(self):
+        self.files("c.txt", "a, b.txt", "a.txt")
+        self.choose_files("cmdCustomAdd", "c.txt", "a, b.txt")
+        self.wait_count("lstFiles", 2)
+        self.assertEqual(self.d.text("FileCount"), ready(2))
+        self.choose_files("cmdCustomAdd", "a.txt")
+        self.wait_count("lstFiles", 3)
+        self.d.settle("lstFiles")
+        self.assertEqual(self.d.text("FileCount"), ready(3))
+        self.assertEqual(set(self.shown()), {r"C:\work\c.txt", r"C:\work\a, b.txt", r"C:\work\a.txt"})
+        self.assertEqual(self.saved(), self.shown())
+        self.assertEqual(self.count("lstFileShred"), 0)
+
+    def test_takes_dropped_files_and_no_folders(self):
+        a, b = self.files("a.txt", "folder/b.txt")
+        self.drop("lstFiles", a, r"C:\work\folder", b)
+        self.wait_count("lstFiles", 2)
+        self.d.settle("lstFiles")
+        self.assertEqual((self.shown(), self.saved(), self.count("lstFolder")), ([a, b], [a, b], 0))
+
+    def test_loses_its_chosen_lines_by_the_delete_key_in_its_file_too(self):
+        d = self.d
+        paths = self.files("a.txt", "b.txt", "c.txt", "d.txt")
+        self.fill("lstFiles", paths)
+        d.click_item("lstFiles", 1)
+        with d.held("shift"):
+            d.click_item("lstFiles", 2)
+        d.key("Delete")
+        self.wait_count("lstFiles", 2)
+        d.settle("lstFiles")
+        self.assertEqual((self.shown(), self.saved()), ([paths[0], paths[3]],) * 2)
+        self.assertEqual(d.text("FileCount"), ready(2))
+
+    def test_is_cleared_with_its_file(self):
+        d = self.d
+        self.fill("lstFiles", self.files("a.txt"))
+        d.settle("lstFiles")
+        self.list_file.chmod(0o444)
+        d.click("cmdCustomDeleteAll")
+        self.wait_count("lstFiles", 0)
+        d.settle("lstFiles")
+        self.assertEqual((self.list_file.exists(), d.text("FileCount"), d.text("lStat"), self.left()),
+                         (False, "", "Status", ["a.txt"]))
+
+    def test_is_cleared_without_a_word_when_there_is_no_file(self):
+        d = self.d
+        self.fill("lstFiles", self.files("a.txt"))
+        d.settle("lstFiles")
+        self.list_file.unlink()
+        for _ in range(2):
+            d.click("cmdCustomDeleteAll")
+            self.wait_count("lstFiles", 0)
+            d.settle("lstFiles")
+            self.assertEqual(d.boxes(), [])
+
+
+class Restarting(ScheduledCase):
+    def test_shows_the_list_again_as_it_was(self):
+        paths = self.files("c.txt", "a, b.txt", "a.txt")
+        self.fill("lstFiles", paths)
+        self.end()
+        self.assertEqual(self.saved(), paths)
+        self.restart()
+        self.show_shredder()
+        self.assertEqual((self.shown(), self.d.text("FileCount")), (paths, ""))
+
+    def test_shows_what_another_program_wrote_into_the_file(self):
+        self.end()
+        self.list_file.write_bytes(b"C:\\one.txt\nC:\\two, three.txt\r\n\r\nC:\\without an end.txt")
+        self.restart()
+        self.show_shredder()
+        self.assertEqual(self.shown(), [r"C:\one.txt", r"C:\two, three.txt", "", r"C:\without an end.txt"])
+
+    def test_starts_with_an_empty_list_when_a_folder_has_that_name(self):
+        self.end()
+        self.list_file.mkdir()
+        self.restart()
+        self.show_shredder()
+        self.assertEqual((self.shown(), self.d.boxes()), ([], []))
+
+    def test_leaves_the_manual_lists_empty(self):
+        self.fill("lstFileShred", self.files("a.txt"))
+        self.fill("lstFolder", [r"C:\work"])
+        self.end()
+        self.restart()
+        self.show_shredder()
+        self.assertEqual((self.count("lstFileShred"), self.count("lstFolder")), (0, 0))
+
+    def test_keeps_five_thousand_lines(self):
+        paths = [rf"C:\work\some folder\file number {number:04}.txt" for number in range(MANY)]
+        self.fill("lstFiles", paths)
+        self.d.settle("lstFiles")
+        self.assertEqual((self.d.text("FileCount"), self.saved()), (ready(MANY), paths))
+        self.end()
+        self.restart()
+        self.show_shredder()
+        self.assertEqual(self.shown(), paths)
+
+    def test_keeps_the_box_and_the_level(self):
+        self.enable()
+        self.d.replace_text("txtLevel", "7")
+        self.end()
+        self.restart()
+        self.show_shredder()
+        self.assertEqual((self.d.checked("chkOptions"), self.d.text("txtLevel"), self.d.text("txtLev")), (True, "7", "50"))
+
+
+class AnEraseRun(ScheduledCase):
+    def setUp(self):
+        self.end()  # and saves its list
+        self.list_file.unlink(missing_ok=True)
+        shutil.rmtree(self.work, ignore_errors=True)
+        self.work.mkdir()
+        self.start(SCHEDULED)
+        self.show_shredder()
+
+    def test_shreds_the_list_before_its_first_item_at_the_lists_own_level(self):
+        d = self.d
+        paths = self.files("a, b.txt", "read only.txt")
+        (self.work / "read only.txt").chmod(0o444)
+        second = [self.second_name(path) for path in paths]
+        d.replace_text("txtLev", "3")
+        self.fill("lstFiles", [*paths, r"C:\work\missing.txt"])
+        self.press_erase_only()
+        self.wait_log(ITEM)  # the first item pauses for a second
+        self.assertEqual(self.left(), [])
+        self.assertEqual(self.wait_run_over(), [ITEM, *DONE])
+        self.assertEqual([file.stat().st_size for file in second], [overwritten_size(1)] * 2)
+        self.show_shredder()
+        self.assertEqual((self.shown(), d.text("FileCount"), self.bar(), d.boxes()), ([], "", 0, []))
+
+    def test_shreds_nothing_while_the_box_is_not_checked(self):
+        self.enable(False)
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.press_erase_only()
+        self.wait_run_over()
+        self.assertEqual((self.left(), self.shown(), self.d.boxes()), (["a.txt"], paths, []))
+
+    def test_after_a_restart_says_that_there_is_no_file_and_goes_on(self):
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.end()
+        self.restart()
+        self.press_erase_only()
+        self.assertEqual(self.press_ok(), EMPTY_COLLECTION)
+        self.assertEqual(self.wait_run_over(), [ITEM, *DONE])
+        self.assertEqual((self.left(), self.shown()), (["a.txt"], paths))
+
+        self.show_shredder()
+        added = self.files("b.txt")
+        self.fill("lstFiles", [*added])
+        self.press_erase_only()
+        self.wait_run_over()
+        self.assertEqual(self.left(), ["a.txt"])  # only what was added since is in the collection
+        self.assertEqual(self.shown(), [])
+
+    def test_is_stopped_behind_the_file_in_hand_and_the_others_stay_on_the_list(self):
+        d = self.d
+        d.replace_text("txtLevel", "100")
+        self.fill("lstFiles", self.many_files(3000))
+        self.press_erase_only()
+        self.wait_bar_moves()
+        d.click("cmdStop")
+        self.assertEqual(self.wait_run_over(), STOPPED)
+        left = self.left()
+        self.assertGreater(len(left), 0, "the run was over before it was stopped")
+        self.assertLess(len(left), 3000)
+        self.assertEqual(self.shown(), [rf"C:\work\{name}" for name in left])
+
+        self.show_shredder()
+        d.replace_text("txtLevel", "0")
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over(), [ITEM, *DONE])
+        self.assertEqual((self.left(), self.shown()), ([], []))
+
+    def test_lets_no_button_change_its_list_meanwhile(self):
+        d = self.d
+        d.replace_text("txtLevel", "100")
+        self.fill("lstFiles", self.many_files(3000))
+        left, top, _, _ = d.control("lstFiles").rect  # a list that is asked for its lines would hold the run up
+        self.press_erase_only()
+        self.wait_bar_moves()
+        self.show_shredder()
+        d.click("cmdCustomDeleteAll")
+        d.click("cmdCustomAdd")
+        d.click_at(left + 20, top + 10)
+        d.key("Delete")
+        self.assertGreater(self.bar(), 0, "the run was over before the last key")
+        self.assertEqual((self.count("lstFiles"), d.find_windows("#32770"), self.list_file.exists()), (3000, [], True))
+        self.wait_count("lstFiles", 0, 60)
+        self.assertEqual(self.left(), [])
+        d.wait_enabled("cmdStop", False)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

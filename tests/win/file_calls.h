@@ -1,0 +1,69 @@
+// Which files the program under test looks at and deletes by name, whether by wide names or by ANSI names. Like late_calls.h
+// for the one source of a test.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "import_hook.h"
+#include "late_calls.h"
+
+// One at a time. The test's own calls count too, so the lists are to be taken before it makes any.
+class FileCalls {
+ public:
+  FileCalls() { Reset(); }
+  FileCalls(const FileCalls&) = delete;
+  FileCalls& operator=(const FileCalls&) = delete;
+  ~FileCalls() { Reset(); }
+
+  std::vector<std::string> LookedAt() const { return lookedAt_; }
+  std::vector<std::string> Deleted() const { return deleted_; }  // also what could not be
+
+  // `action` runs behind each deletion with the path.
+  void AfterEachDeletion(std::function<void(const std::string& path)> action) const { action_ = std::move(action); }
+
+ private:
+  static void Reset() {
+    lookedAt_.clear();
+    deleted_.clear();
+    action_ = nullptr;
+  }
+
+  // Without the "\\?\" of a wide one.
+  static std::string Plain(const std::wstring& path) {
+    std::string plain;
+    for (const wchar_t c : path) plain += c < 0x80 ? static_cast<char>(c) : '?';
+    return plain.rfind("\\\\?\\", 0) == 0 ? plain.substr(4) : plain;
+  }
+
+  static BOOL Noted(const std::string& path, BOOL result) {
+    deleted_.push_back(path);
+    const DWORD error = ::GetLastError();
+    if (action_) action_(path);
+    ::SetLastError(error);
+    return result;
+  }
+
+  static DWORD WINAPI LookWide(LPCWSTR path) {
+    lookedAt_.push_back(Plain(path));
+    return ::GetFileAttributesW(path);
+  }
+  static DWORD WINAPI LookAnsi(LPCSTR path) {
+    lookedAt_.push_back(path);
+    return systemLook_(path);
+  }
+  static BOOL WINAPI DeleteWide(LPCWSTR path) { return Noted(Plain(path), ::DeleteFileW(path)); }
+  static BOOL WINAPI DeleteAnsi(LPCSTR path) { return Noted(path, systemDelete_(path)); }
+
+  static inline const auto systemLook_ = importedGetFileAttributesA;
+  static inline const auto systemDelete_ = importedDeleteFileA;
+  static inline std::vector<std::string> lookedAt_, deleted_;
+  static inline std::function<void(const std::string&)> action_;
+  static inline const bool replaced_ =
+      (ReplaceFunction("GetFileAttributesW", &LookWide), ReplaceFunction("DeleteFileW", &DeleteWide), true);
+
+  const ImportHook<decltype(importedGetFileAttributesA)> looking_{importedGetFileAttributesA, &LookAnsi};
+  const ImportHook<decltype(importedDeleteFileA)> deleting_{importedDeleteFileA, &DeleteAnsi};
+};

@@ -1,0 +1,326 @@
+// What the panel "Shredder" does with its controls, step by step: texts that stand for a moment only, each step of the bar,
+// and events that come in the middle. Its lists are filled as Explorer fills them, by a drop.
+#include "shred/fraShred.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <cstring>
+#include <functional>
+#include <utility>
+
+#include "main_window_stub.h"
+#include "message_box_user.h"
+#include "platform/runtime_error.h"
+#include "platform/stop_request.h"
+#include "scratch_folder.h"
+#include "window_event.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using Names = std::vector<std::string>;
+
+// The texts that a window is given, from the moment on that it is watched.
+class TextRecord {
+ public:
+  explicit TextRecord(HWND window) : window_(window) {
+    texts_.clear();
+    original_ = ::SetWindowLongA(window, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
+  }
+  TextRecord(const TextRecord&) = delete;
+  TextRecord& operator=(const TextRecord&) = delete;
+  ~TextRecord() { ::SetWindowLongA(window_, GWL_WNDPROC, original_); }
+
+  const Names& Texts() const { return texts_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SETTEXT) texts_.emplace_back(reinterpret_cast<const char*>(lParam));
+    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+  }
+
+  HWND window_;
+  static inline LONG original_;
+  static inline Names texts_;
+};
+
+// The range and the places that a progress bar is given: "0..3", "1", "2", "3". `atFirst` runs when it comes to place 1.
+class BarRecord {
+ public:
+  explicit BarRecord(HWND window, std::function<void()> atFirst = nullptr) : window_(window) {
+    steps_.clear();
+    atFirst_ = std::move(atFirst);
+    original_ = ::SetWindowLongA(window, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
+  }
+  BarRecord(const BarRecord&) = delete;
+  BarRecord& operator=(const BarRecord&) = delete;
+  ~BarRecord() { ::SetWindowLongA(window_, GWL_WNDPROC, original_); }
+
+  const Names& Steps() const { return steps_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == PBM_SETRANGE32) steps_.push_back(std::to_string(wParam) + ".." + std::to_string(lParam));
+    if (message == PBM_SETPOS) steps_.push_back(std::to_string(wParam));
+    if (message == PBM_SETPOS && wParam == 1 && atFirst_) atFirst_();
+    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+  }
+
+  HWND window_;
+  static inline LONG original_;
+  static inline Names steps_;
+  static inline std::function<void()> atFirst_;
+};
+
+class FraShred : public testing::Test {
+ protected:
+  void SetUp() override {
+    ::DeleteFileA(kListFile);
+    StopErase = false;
+    InitControls();
+    ASSERT_NE(panel.Create(parent), nullptr);
+    ::ShowWindow(parent, SW_SHOWNA);
+    Err.Clear();
+  }
+  void TearDown() override {
+    ::DestroyWindow(parent);
+    ::DeleteFileA(kListFile);
+    StopErase = false;
+  }
+
+  HWND Item(int id) const { return ::GetDlgItem(panel.Handle(), id); }
+  void Press(int id) const { ::SendMessageA(panel.Handle(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
+  int Count(int list) const { return static_cast<int>(::SendMessageA(Item(list), LB_GETCOUNT, 0, 0)); }
+
+  std::string Text(int id) const {
+    char text[512] = "";
+    ::GetWindowTextA(Item(id), text, sizeof text);
+    return text;
+  }
+
+  // Files of the scratch folder by these names.
+  Names Files(const Names& names) const {
+    Names paths;
+    for (const std::string& name : names) paths.push_back(folder.File(name));
+    return paths;
+  }
+  Names Files(int count) const {
+    Names paths;
+    for (int number = 0; number < count; ++number) paths.push_back(folder.File("file " + std::to_string(number)));
+    return paths;
+  }
+
+  void Drop(int list, const Names& paths) const {
+    RECT place;
+    ::GetWindowRect(Item(list), &place);
+    POINT at{place.left + 5, place.top + 5};
+    ::ScreenToClient(panel.Handle(), &at);
+    std::string names;
+    for (const std::string& path : paths) names += path + '\0';
+    names += '\0';
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + names.size());
+    auto* const drop = static_cast<DROPFILES*>(::GlobalLock(block));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->pt = at;
+    std::memcpy(drop + 1, names.data(), names.size());
+    ::GlobalUnlock(block);
+    ::SendMessageA(panel.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
+  }
+
+  static constexpr char kListFile[] = "C:\\test\\QUELLIX_Shred";
+
+  const ScratchFolder folder;
+  const MessageBoxUser user;
+  const WindowEvents events;
+  const HWND parent =
+      ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW, 0, 0, 600, 500, nullptr, nullptr, nullptr, nullptr);
+  MainWindowStub window{parent};
+  fraShred panel{window};
+};
+using ManualShredTest = FraShred;
+using ScheduledShredTest = FraShred;
+using DropTest = FraShred;
+using SavingTest = FraShred;
+
+}  // namespace
+
+TEST_F(ManualShredTest, SaysWithThreeBlanksWhatItsLevelIsAndThenTheLevelOfTheScheduledList) {
+  Drop(IDC_lstFileShred, Files(2));
+  panel.txtLev.SetText("1");
+  panel.txtLevel.SetText("2");
+  const TextRecord message(Item(IDC_txtMessage));
+  Press(IDC_cmdshredFiles);
+  EXPECT_THAT(message.Texts(), ElementsAre("   Shredding Files at level 1 may take some time.",
+                                           "Shredding Files at level 2 may take more time.", "2 files shredded."));
+}
+
+TEST_F(ManualShredTest, LetsEventsRunBeforeTheFirstFile) {
+  Drop(IDC_lstFileShred, Files(1));
+  bool untouched = false;
+  events.AtTheNext([&] { untouched = ReadWhole(folder / "file 0") == "content"; });
+  Press(IDC_cmdshredFiles);
+  EXPECT_TRUE(untouched);
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+}
+
+TEST_F(ManualShredTest, TakesTheBarToEachFilesPlaceAlsoOfOneThatIsSkipped) {
+  Names paths = Files(2);
+  paths.insert(paths.begin() + 1, folder / "missing");
+  Drop(IDC_lstFileShred, paths);
+  const BarRecord bar(Item(IDC_PbarShred));
+  Press(IDC_cmdshredFiles);
+  ASSERT_GE(bar.Steps().size(), 5u);
+  const Names first(bar.Steps().begin(), bar.Steps().begin() + 5);
+  EXPECT_THAT(first, ElementsAre("0..3", "0", "1", "2", "3"));
+  EXPECT_EQ(bar.Steps().back(), "0") << "the bar is reset";
+}
+
+TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeft) {
+  Names paths = Files(2);
+  const HANDLE holder = ::CreateFileA(paths[0].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  Drop(IDC_lstFileShred, paths);
+  Press(IDC_cmdshredFiles);
+  EXPECT_EQ(Text(IDC_txtMessage), "1 of 2 files shredded.");
+  EXPECT_EQ(Count(IDC_lstFileShred), 0);
+  ::CloseHandle(holder);
+  EXPECT_EQ(ReadWhole(paths[0]), "content");
+}
+
+// An erase run that the scheduler starts in the middle leaves its stop request set.
+TEST_F(ManualShredTest, IsNotEndedByAStopRequest) {
+  Drop(IDC_lstFileShred, Files(3));
+  const BarRecord bar(Item(IDC_PbarShred), [] { StopErase = true; });
+  Press(IDC_cmdshredFiles);
+  EXPECT_TRUE(StopErase);
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+  EXPECT_EQ(Text(IDC_txtMessage), "3 files shredded.");
+}
+
+TEST_F(ManualShredTest, LetsNoButtonChangeTheListsMeanwhile) {
+  Drop(IDC_lstFileShred, Files(2));
+  Drop(IDC_lstFiles, {folder / "scheduled"});
+  Drop(IDC_lstFolder, {folder.Path()});
+  events.AtTheNext([this] {
+    for (const int button : {IDC_cmdClear, IDC_cmdshredFiles, IDC_cmdFolClear, IDC_cmdShredFolder, IDC_cmdShredAll,
+                             IDC_cmdCustomDeleteAll, IDC_cmdFileShred, IDC_cmdAddFolder, IDC_cmdCustomAdd})
+      Press(button);
+    Drop(IDC_lstFileShred, {"C:\\dropped"});
+    ::SendMessageA(Item(IDC_lstFiles), LB_SETSEL, TRUE, 0);
+    ::SendMessageA(Item(IDC_lstFiles), WM_KEYDOWN, VK_DELETE, 0);
+  });
+  Press(IDC_cmdshredFiles);
+  EXPECT_TRUE(events.HasRun());
+  EXPECT_EQ(Text(IDC_txtMessage), "2 files shredded.");
+  EXPECT_EQ(Count(IDC_lstFileShred), 0);
+  EXPECT_EQ(Count(IDC_lstFolder), 1);
+  EXPECT_EQ(Count(IDC_lstFiles), 1);
+}
+
+TEST_F(ManualShredTest, StepsTheBarThroughTheListThatIsCleared) {
+  Drop(IDC_lstFileShred, Files(3));
+  const BarRecord bar(Item(IDC_PbarShred));
+  Press(IDC_cmdClear);
+  EXPECT_THAT(bar.Steps(), ElementsAre("0..3", "0", "1", "2", "3", "0..100", "0"));
+  EXPECT_EQ(Text(IDC_FileCount), "");
+  EXPECT_EQ(Text(IDC_lStat), "Status");
+  EXPECT_EQ(NamesIn(folder.Path()).size(), 3u);
+}
+
+TEST_F(ScheduledShredTest, ShredsTheCollectionAndEmptiesTheList) {
+  Drop(IDC_lstFiles, Files(3));
+  panel.ShredDelete();
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+  EXPECT_EQ(Count(IDC_lstFiles), 0);
+  EXPECT_EQ(Text(IDC_FileCount), "");
+  panel.ShredDelete();
+  EXPECT_EQ(user.Boxes().size(), 1u) << "the collection is empty, too";
+}
+
+TEST_F(ScheduledShredTest, TakesTheBarToEachFilesPlaceAndStepsItThroughTheListThatIsCleared) {
+  Drop(IDC_lstFiles, Files(2));
+  {
+    const BarRecord bar(Item(IDC_PbarShred));
+    panel.ShredDelete();
+    EXPECT_THAT(bar.Steps(), ElementsAre("0..2", "0", "1", "2", "0..100", "0"));
+  }
+  Drop(IDC_lstFiles, Files(2));
+  const BarRecord bar(Item(IDC_PbarShred));
+  Press(IDC_cmdCustomDeleteAll);
+  EXPECT_THAT(bar.Steps(), ElementsAre("0..2", "0", "1", "2", "0..100", "0"));
+}
+
+TEST_F(ScheduledShredTest, EndsAtAStopRequestThatComesBeforeTheFirstFile) {
+  Drop(IDC_lstFiles, Files(3));
+  events.AtTheNext([] { StopErase = true; });
+  panel.ShredDelete();
+  EXPECT_EQ(NamesIn(folder.Path()).size(), 3u);
+  EXPECT_EQ(Count(IDC_lstFiles), 3);
+}
+
+TEST_F(ScheduledShredTest, EndsAtAStopRequestBehindTheFileInHandAndKeepsTheOthers) {
+  Drop(IDC_lstFiles, Files({"b", "a", "c"}));
+  {
+    const BarRecord bar(Item(IDC_PbarShred), [] { StopErase = true; });
+    panel.ShredDelete();
+  }
+  EXPECT_THAT(NamesIn(folder.Path()), UnorderedElementsAre("a", "c"));
+  EXPECT_EQ(Count(IDC_lstFiles), 2);
+  EXPECT_EQ(panel.lstFiles.Item(0), folder / "a");
+
+  StopErase = false;
+  panel.ShredDelete();
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty()) << "the collection has kept them, too";
+}
+
+// The run at the end of a session skips its items then, and shreds all the same. Meant.
+TEST_F(ScheduledShredTest, TakesNoNoticeOfAStopRequestFromBefore) {
+  Drop(IDC_lstFiles, Files(3));
+  StopErase = true;
+  panel.ShredDelete();
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+}
+
+TEST_F(ScheduledShredTest, ShredsNoLineThatCameFromTheFileAlone) {
+  const Names loaded = Files({"loaded"});
+  WriteWhole(kListFile, loaded[0] + "\r\n");
+  panel.LoadFiles();
+  Drop(IDC_lstFiles, Files({"added"}));
+  EXPECT_EQ(Count(IDC_lstFiles), 2);
+  panel.ShredDelete();
+  EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("loaded"));
+  EXPECT_EQ(Count(IDC_lstFiles), 0) << "the whole list is emptied";
+}
+
+TEST_F(DropTest, CountsWhatIsLeftAfterTheDeleteKey) {
+  Drop(IDC_lstFileShred, Files(3));
+  EXPECT_EQ(Text(IDC_FileCount), "There are 3 files ready for deleting!");
+  ::SendMessageA(Item(IDC_lstFileShred), LB_SETSEL, TRUE, 1);
+  ::SendMessageA(Item(IDC_lstFileShred), WM_KEYDOWN, VK_DELETE, 0);
+  EXPECT_EQ(Text(IDC_FileCount), "There are 2 files ready for deleting!");
+  ::SendMessageA(Item(IDC_lstFileShred), LB_SETSEL, TRUE, -1);
+  ::SendMessageA(Item(IDC_lstFileShred), WM_KEYDOWN, VK_DELETE, 0);
+  EXPECT_EQ(Text(IDC_FileCount), "");
+}
+
+TEST_F(DropTest, BesideTheListsIsNotTaken) {
+  for (const int place : {IDC_cmdFileShred, IDC_txtLev, IDC_Frame11, IDC_txtMessage}) Drop(place, Files(1));
+  for (const int list : {IDC_lstFileShred, IDC_lstFolder, IDC_lstFiles}) EXPECT_EQ(Count(list), 0);
+}
+
+// A click that comes while the list is saved would otherwise leave half of it in the file of an empty list.
+TEST_F(SavingTest, LetsNoButtonChangeTheListMeanwhile) {
+  for (int number = 0; number < 100; ++number) panel.lstFiles.AddItem("C:\\work\\file");
+  events.AtTheNext([this] { Press(IDC_cmdCustomDeleteAll); });
+  ::Sleep(50);  // so that the saving looks for events at its first line
+  panel.SaveSettingsToFile();
+  EXPECT_TRUE(events.HasRun());
+  EXPECT_EQ(Count(IDC_lstFiles), 100);
+  EXPECT_EQ(ReadWhole(kListFile).size(), 100 * std::strlen("C:\\work\\file\r\n"));
+}

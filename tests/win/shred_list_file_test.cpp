@@ -1,0 +1,191 @@
+// The scheduled list between the panel and its file "QUELLIX_Shred" in the program's folder. The panel has no window here,
+// as at the start of the program; the test program's folder is C:\test.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "main_window_stub.h"
+#include "message_box_user.h"
+#include "platform/handles.h"
+#include "platform/runtime_error.h"
+#include "scratch_folder.h"
+#include "shred/fraShred.h"
+
+namespace {
+
+using testing::ElementsAre;
+using Paths = std::vector<std::string>;
+
+constexpr char kListFile[] = "C:\\test\\QUELLIX_Shred";
+constexpr char kBeside[] = "C:\\test\\QUELLIX_Shred.tmp";
+
+void RemoveWhatIsThere() {
+  for (const char* path : {kListFile, kBeside}) {
+    ::SetFileAttributesA(path, FILE_ATTRIBUTE_NORMAL);
+    ::DeleteFileA(path);
+    ::RemoveDirectoryA(path);
+  }
+}
+
+class ShredListFile : public testing::Test {
+ protected:
+  void SetUp() override {
+    RemoveWhatIsThere();
+    Err.Clear();
+  }
+  void TearDown() override {
+    RemoveWhatIsThere();
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+  }
+
+  Paths Lines() const {
+    Paths lines;
+    for (int line = 0; line < panel.lstFiles.ListCount(); ++line) lines.push_back(panel.lstFiles.Item(line));
+    return lines;
+  }
+
+  void Fill(const Paths& paths) {
+    for (const std::string& path : paths) panel.lstFiles.AddItem(path);
+  }
+
+  Paths LoadedFrom(const std::string& bytes) {
+    WriteWhole(kListFile, bytes);
+    panel.LoadFiles();
+    return Lines();
+  }
+
+  void ExpectSavingLeavesTheOldList() {
+    Fill({"new"});
+    panel.SaveSettingsToFile();
+    EXPECT_EQ(Lines(), Paths{"new"});
+  }
+
+  MainWindowStub window;
+  fraShred panel{window};
+};
+using LoadFilesTest = ShredListFile;
+using SaveSettingsToFileTest = ShredListFile;
+
+const Paths kThreePaths = {"C:\\work\\c.txt", "C:\\my work\\a, b.txt", "C:\\work\\a.txt"};
+constexpr char kTextOfThem[] = "C:\\work\\c.txt\r\nC:\\my work\\a, b.txt\r\nC:\\work\\a.txt\r\n";
+
+}  // namespace
+
+TEST_F(LoadFilesTest, PutsTheFilesLinesInTheListInTheirOrder) { EXPECT_EQ(LoadedFrom(kTextOfThem), kThreePaths); }
+
+TEST_F(LoadFilesTest, PutsThemInPlaceOfWhatIsThere) {
+  Fill({"old", "older"});
+  EXPECT_EQ(LoadedFrom(kTextOfThem), kThreePaths);
+}
+
+TEST_F(LoadFilesTest, LeavesTheListWhenThereIsNoFile) {
+  Fill({"old"});
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), Paths{"old"});
+  EXPECT_FALSE(IsThere(kListFile));
+}
+
+TEST_F(LoadFilesTest, EmptiesTheListForAnEmptyFile) {
+  Fill({"old"});
+  EXPECT_EQ(LoadedFrom(""), Paths());
+}
+
+TEST_F(LoadFilesTest, TakesBareLfALastLineWithoutEndAndNulBytes) {
+  EXPECT_THAT(LoadedFrom(std::string("one\ntwo\r\n\r\nth\0ree", 18)), ElementsAre("one", "two", "", "three"));
+}
+
+TEST_F(LoadFilesTest, ReadsAFileThatIsReadOnlyAndHiddenAndLeavesItSo) {
+  WriteWhole(kListFile, kTextOfThem);
+  constexpr DWORD kBoth = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN;
+  ::SetFileAttributesA(kListFile, kBoth);
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), kThreePaths);
+  EXPECT_EQ(::GetFileAttributesA(kListFile) & kBoth, kBoth);
+}
+
+TEST_F(LoadFilesTest, LeavesTheListWhenThatNameIsAFolder) {
+  ::CreateDirectoryA(kListFile, nullptr);
+  Fill({"old"});
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), Paths{"old"});
+}
+
+TEST_F(LoadFilesTest, LeavesTheListWhenAnotherProgramHoldsTheFile) {
+  WriteWhole(kListFile, kTextOfThem);
+  const UniqueFile holder(::CreateFileA(kListFile, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(holder);
+  Fill({"old"});
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), Paths{"old"});
+}
+
+TEST_F(LoadFilesTest, FillsTheListAloneSoThatARunFindsNothingToShred) {
+  const ScratchFolder folder;
+  const MessageBoxUser user;
+  const std::string file = folder.File("mine.txt");
+  LoadedFrom(file + "\r\n");
+  panel.ShredDelete();
+  ASSERT_EQ(user.Boxes().size(), 1u);
+  EXPECT_EQ(user.Boxes()[0].text, "Error: Enter a file for shredding!");
+  EXPECT_EQ(ReadWhole(file), "content");
+  EXPECT_EQ(Lines(), Paths{file});
+}
+
+TEST_F(SaveSettingsToFileTest, WritesEachLineFollowedByCrLf) {
+  Fill(kThreePaths);
+  panel.SaveSettingsToFile();
+  EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
+  EXPECT_FALSE(IsThere(kBeside));
+}
+
+TEST_F(SaveSettingsToFileTest, WritesAnEmptyFileForAnEmptyList) {
+  WriteWhole(kListFile, kTextOfThem);
+  panel.SaveSettingsToFile();
+  EXPECT_TRUE(IsThere(kListFile));
+  EXPECT_EQ(ReadWhole(kListFile), "");
+}
+
+TEST_F(SaveSettingsToFileTest, WritesOverAFileThatIsReadOnlyHiddenAndLonger) {
+  WriteWhole(kListFile, std::string(5000, 'x'));
+  ::SetFileAttributesA(kListFile, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  Fill(kThreePaths);
+  panel.SaveSettingsToFile();
+  EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
+}
+
+TEST_F(SaveSettingsToFileTest, IsUndoneByLoading) {
+  Paths paths;
+  for (int number = 0; number < 5000; ++number) paths.push_back("C:\\work\\file " + std::to_string(number) + ", old.txt");
+  Fill(paths);
+  panel.SaveSettingsToFile();
+  panel.lstFiles.Clear();
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), paths);
+}
+
+// A save that fails leaves the old list whole.
+
+TEST_F(SaveSettingsToFileTest, LeavesTheOldListThatAnotherProgramHolds) {
+  WriteWhole(kListFile, kTextOfThem);
+  for (const DWORD share : {0ul, static_cast<DWORD>(FILE_SHARE_READ)}) {
+    const UniqueFile holder(::CreateFileA(kListFile, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(holder);
+    panel.lstFiles.Clear();
+    ExpectSavingLeavesTheOldList();
+  }
+  EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
+  EXPECT_FALSE(IsThere(kBeside));
+}
+
+TEST_F(SaveSettingsToFileTest, LeavesTheOldListWhenNothingCanBeWrittenBesideIt) {
+  WriteWhole(kListFile, kTextOfThem);
+  ::CreateDirectoryA(kBeside, nullptr);
+  ExpectSavingLeavesTheOldList();
+  EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
+}
+
+TEST_F(SaveSettingsToFileTest, LeavesAFolderOfThatName) {
+  ::CreateDirectoryA(kListFile, nullptr);
+  ExpectSavingLeavesTheOldList();
+  EXPECT_NE(::GetFileAttributesA(kListFile) & FILE_ATTRIBUTE_DIRECTORY, 0u);
+  EXPECT_FALSE(IsThere(kBeside));
+}
