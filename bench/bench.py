@@ -63,12 +63,46 @@ def bench_walk() -> None:
         row("walk", "1,000 of them: a folder", flat, " us", "the same", 1)
 
 
+def profiles(home: WineHome, folders: int, pairs: int, baseline: str) -> list[tuple[float, float]]:
+    done = home.run(r"C:\bench_profiles.exe", str(folders), str(pairs), baseline, timeout=900, check=True)
+    return [tuple(map(float, line.split("\t"))) for line in done.stdout.splitlines() if "\t" in line]
+
+
+def bench_profiles() -> None:
+    with WineHome("bench-profiles") as home:
+        mozilla = home.profile / "Application Data/Mozilla"
+        mozilla.parent.mkdir()
+        (home.c / "bench_profiles.exe").write_bytes((BUILD / "win32/bench/bench_profiles.exe").read_bytes())
+        with memory_folder(mozilla):
+            (mozilla / "Profiles").mkdir()  # a mounted folder itself is a link to Wine
+            pairs = profiles(home, 2000, PAIRS, "loop")
+            row("profiles", "Mozilla: 20,000 files in 2,000 folders, against bare loops", [a / b for a, b in pairs], "", "1.25")
+            for folders in (200, 2000):
+                per_file = [a / (folders * 10) * 1000 for a, _ in profiles(home, folders, 5, "none")]
+                row("profiles", f"{folders * 10:,} files: microseconds a file", per_file, " us", "the same for both", 1)
+
+
 def bench_cache() -> None:
     with WineHome("bench-cache") as home:
         (home.c / "bench_cache.exe").write_bytes((BUILD / "win32/bench/bench_cache.exe").read_bytes())
         done = home.run(r"C:\bench_cache.exe", "5000", str(PAIRS), timeout=1800, check=True)
     pairs = [tuple(map(float, line.split("\t"))) for line in done.stdout.splitlines() if "\t" in line]
     row("cache", "5,000 cache entries, against a bare find-and-delete loop", [a / b for a, b in pairs], "", "1.15")
+
+
+def bench_shred() -> None:
+    with WineHome("bench-shred") as home, memory_folder(home.c / "work"):
+        (home.c / "bench_shred.exe").write_bytes((BUILD / "win32/bench/bench_shred.exe").read_bytes())
+
+        def times(files: int, pairs: int, baseline: str) -> list[tuple[float, float]]:
+            done = home.run(r"C:\bench_shred.exe", str(files), "50", str(pairs), baseline, timeout=900, check=True)
+            return [tuple(map(float, line.split("\t"))) for line in done.stdout.splitlines() if "\t" in line]
+        row("shred", "1,000 files of 4 KB at level 50, against a bare loop of its steps",
+            [a / b for a, b in times(1000, PAIRS, "steps")], "", "1.10")
+        row("shred", "the same against open, one WriteFile, flush, close, delete alone",
+            [a / b for a, b in times(1000, PAIRS, "block")], "", "none, it spares two steps")
+        row("shred", "100 files: one WriteFile an item takes as many times as long",
+            [b / a for a, b in times(100, 5, "items")], "", "10 or more", 1)
 
 
 def bench_start() -> None:
@@ -184,7 +218,8 @@ def bench_cookies() -> None:
     row("cookies", "longest time a WM_NULL waits meanwhile", freezes, " ms", "200", 0)
 
 
-BENCHES = {"walk": bench_walk, "cache": bench_cache, "start": bench_start, "answer": bench_answer, "cookies": bench_cookies, "run": bench_run,
+BENCHES = {"walk": bench_walk, "profiles": bench_profiles, "cache": bench_cache, "shred": bench_shred,
+           "start": bench_start, "answer": bench_answer, "cookies": bench_cookies, "run": bench_run,
            "idle": bench_idle}
 
 

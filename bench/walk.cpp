@@ -11,24 +11,15 @@
 #include <string>
 
 #include "cleaners/folder_contents.h"
-#include "platform/win32.h"
+#include "pairs.h"
 
 namespace {
-
-constexpr int kBranchDepth = 11;
 
 struct Tree {
   int folders;
   int filesPerFolder;
   bool nested;
 };
-
-void MakeFile(const std::string& path) {
-  const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  DWORD written = 0;
-  ::WriteFile(file, "trace", 5, &written, nullptr);
-  ::CloseHandle(file);
-}
 
 void MakeTree(const std::string& root, const Tree& tree) {
   ::CreateDirectoryA(root.c_str(), nullptr);
@@ -80,27 +71,23 @@ bool IsEmpty(const std::string& folder) {
 }
 
 template <class Work>
-double Milliseconds(const std::string& root, const Tree& tree, Work work) {
+double OnATree(const std::string& root, const Tree& tree, Work work) {
   MakeTree(root, tree);
-  LARGE_INTEGER frequency, before, after;
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&before);
-  work();
-  ::QueryPerformanceCounter(&after);
+  const double milliseconds = Milliseconds(work);
   if (!IsEmpty(root)) {
     std::fprintf(stderr, "%s is not empty after the work\n", root.c_str());
     std::exit(1);
   }
-  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+  return milliseconds;
 }
 
 double Product(const Tree& tree) {
-  return Milliseconds("C:\\work\\bench", tree, [] { ClearFolderContents("C:\\work\\bench", false, true); });
+  return OnATree("C:\\work\\bench", tree, [] { ClearFolderContents("C:\\work\\bench", false, true); });
 }
 
 double Baseline(const Tree& tree, const std::string& which) {
-  if (which == "loop") return Milliseconds("C:\\work\\bare", tree, [] { BareLoop("C:\\work\\bare"); });
-  if (which == "rd") return Milliseconds("C:\\work\\rd", tree, [] { RemoveByCommand("C:\\work\\rd"); });
+  if (which == "loop") return OnATree("C:\\work\\bare", tree, [] { BareLoop("C:\\work\\bare"); });
+  if (which == "rd") return OnATree("C:\\work\\rd", tree, [] { RemoveByCommand("C:\\work\\rd"); });
   return 0;
 }
 
@@ -109,14 +96,7 @@ double Baseline(const Tree& tree, const std::string& which) {
 int main(int count, char** arguments) {
   if (count != 6) return 2;
   const Tree tree{std::atoi(arguments[1]), std::atoi(arguments[2]), std::strcmp(arguments[3], "nested") == 0};
-  for (int pair = 0; pair < std::atoi(arguments[4]); ++pair) {
-    // In turn, and each goes first every other time.
-    double product = 0, baseline = 0;
-    if (pair % 2 == 0) product = Product(tree);
-    baseline = Baseline(tree, arguments[5]);
-    if (pair % 2 == 1) product = Product(tree);
-    std::printf("%.3f\t%.3f\n", product, baseline);
-    std::fflush(stdout);
-  }
+  RunPairs(
+      std::atoi(arguments[4]), [&] { return Product(tree); }, [&] { return Baseline(tree, arguments[5]); });
   return 0;
 }

@@ -11,6 +11,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/ui"))
 sys.path.insert(0, str(ROOT / "tests/doubles"))
+sys.path.insert(0, str(ROOT / "tools/traces"))
+import other_browsers  # noqa: E402
 import url_cache  # noqa: E402
 from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
 from url_history import history_urls, install_history_store, plant_history  # noqa: E402
@@ -20,6 +22,7 @@ TRACES = ROOT / "tools/traces/traces.cpp"
 
 # Item as the program names it, family as the traces program or a counter below names it.
 ITEMS = [
+    ("Scheduled File Shredder", "listed files"),
     ("Erase Location Bar History", "typed addresses"),
     ("Erase AutoComplete  Forms Data", "form entries"),
     ("Erase AutoComplete Password Data", "form passwords"),
@@ -35,7 +38,16 @@ ITEMS = [
     ("Erase Run History", "Run history"),
     ("Erase Clipboard", "clipboard"),
     ("Erase Registry Fragment", "registry streams"),
+    ("Erase Netscape Typed URL", "Netscape typed addresses"),
+    ("Erase Mail History", "Netscape mail trash"),
+    ("Erase Netscape Cache", "Netscape cache"),
+    ("Erase Opera Cookies", "Opera cookies"),
+    ("Erase Opera Cache", "Opera cache"),
+    ("Erase Typed URL", "Opera typed addresses"),
 ]
+
+
+LISTED = [rf"C:\private papers\letter {number}, draft.txt" for number in range(5)]
 
 
 def plant_files(home) -> None:
@@ -59,6 +71,10 @@ def plant_files(home) -> None:
     plant_history(home, {f"http://private.example/{number}": f"Page {number}" for number in range(100)})
     for number in range(3):
         (home.c / f"FILE{number:04}.CHK").write_bytes(b"lost cluster")
+    (home.c / "private papers").mkdir()
+    for path in LISTED:
+        (home.c / path[3:].replace("\\", "/")).write_text("a draft")
+    other_browsers.plant(home)
 
 
 def count_files(home) -> dict[str, int]:
@@ -66,6 +82,7 @@ def count_files(home) -> dict[str, int]:
     found = (Path(place, name) for place, folders, files in os.walk(home.temp) for name in folders + files)
     return {
         "temporary files": sum(1 for entry in found if not entry.is_symlink()),
+        "listed files": len(list((home.c / "private papers").iterdir())),
         "ScanDisk files": sum(1 for f in home.c.iterdir() if f.suffix.lower() == ".chk"),
     }
 
@@ -75,9 +92,19 @@ def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
     cache = url_cache.counts(home)
     text = home.run(r"C:\traces.exe", command, check=True).stdout
     counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
-    return counted | count_files(home) | {
+    return counted | count_files(home) | other_browsers.count(home) | {
         "cache entries": cache["content"], "cookies": cache["cookie"],
         "history entries": cache["visited"] + len(history_urls(home))}
+
+
+def schedule_shredding(desktop: Desktop) -> None:
+    """Puts the files on the list of the scheduled shredder, through its own dialog, and turns it on."""
+    desktop.click("cmdSecureDelk")
+    desktop.wait_visible("cmdCustomAdd")
+    desktop.click("cmdCustomAdd")
+    desktop.answer_file_dialog(*LISTED)
+    desktop.wait_control("lstFiles", lambda c: c.count == len(LISTED), "to hold the files")
+    desktop.set_checked("chkOptions")
 
 
 def follow_log(desktop: Desktop) -> list[str]:
@@ -95,19 +122,19 @@ def follow_log(desktop: Desktop) -> list[str]:
 
 
 def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
-    print(f"\n   {'item':40} {'traces':20} {'before':>7} {'after':>7}")
+    print(f"\n   {'item':40} {'traces':25} {'before':>7} {'after':>7}")
     clean = True
     for item, family in ITEMS:
         left = after[family]
         clean = clean and left == 0
-        print(f"   {item:40} {family:20} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
+        print(f"   {item:40} {family:25} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
     return clean
 
 
 def main() -> int:
     print("== laying out a private profile", flush=True)
     traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
-    with Desktop("run-job", start=False, prepare=plant_files) as desktop:
+    with Desktop("run-job", start=False, prepare=plant_files, registry=other_browsers.REGISTRY) as desktop:
         (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
         url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
         before = count_traces(desktop, "plant")
@@ -117,6 +144,7 @@ def main() -> int:
         print("== starting Quellix.exe and pressing \"Erase Only\"", flush=True)
         desktop.start(r"C:\Quellix\Quellix.exe", folder="C:\\")
         desktop.wait_window("frmMain")
+        schedule_shredding(desktop)
         desktop.click("cmdCleenFrame")
         desktop.wait_visible("cmdClean")
         started = time.monotonic()
@@ -126,11 +154,13 @@ def main() -> int:
         desktop.screenshot(SCREENSHOT)
         after = count_traces(desktop, "count")
         kept = len(list((desktop.home.c / "canaries").iterdir()))
+        own = other_browsers.untouched(desktop.home)
     clean = print_table(before, after)
     print(f"\n   {kept} of 20 files behind a link in the temporary folder are untouched")
+    print(f"   {own} of {other_browsers.KEPT} bookmarks, mails and preferences of Netscape, Mozilla and Opera are untouched")
     print(f"   the run took {seconds:.1f} s, its pauses included; screenshot: {SCREENSHOT.relative_to(ROOT)}")
     done = log[-1] == "Quellix has successfully erased selected item(s)."
-    return 0 if clean and kept == 20 and done else 1
+    return 0 if clean and kept == 20 and own == other_browsers.KEPT and done else 1
 
 
 if __name__ == "__main__":

@@ -28,19 +28,19 @@ std::string MachineText(const std::string& key, const char* value) {
   return TextValue(HKEY_LOCAL_MACHINE, key, value).value_or("");
 }
 
-// Empty when there is no such profile. One that is no full path would be looked for below the current folder.
-std::string ProfileFolder(const std::string& folder) { return IsAbsolutePath(folder) ? AppendBackslash(folder) : ""; }
-
+// Both empty when there is no such profile. A folder that is no full path would be looked for below the current one.
 std::string CommunicatorProfile() {
   const std::string users = std::string(kNavigator) + "\\Users";
   const std::string user = MachineText(users, "CurrentUser");
-  return user.empty() ? "" : ProfileFolder(MachineText(users + "\\" + Trim(user), "DirRoot"));
+  if (user.empty()) return {};
+  const std::string folder = MachineText(users + "\\" + Trim(user), "DirRoot");
+  return IsAbsolutePath(folder) ? AppendBackslash(folder) : "";
 }
 
 std::string Netscape6Profile() {
   const std::string user = MachineText(std::string(kNavigator) + "\\biff", "CurrentUser");
-  if (!IsUserName(user)) return {};
-  return ProfileFolder(ProfileFolderOf(MachineText(std::string(kNavigator) + "\\Main", "Install Directory"), user));
+  const std::string install = MachineText(std::string(kNavigator) + "\\Main", "Install Directory");
+  return IsUserName(user) && IsAbsolutePath(install) ? ProfileFolderOf(install, user) : "";
 }
 
 // Empty when the system knows neither of its two places.
@@ -70,7 +70,10 @@ FileList Collect(const Names& names, bool always) {
 }
 
 void DeleteFiles(const FileList& list) {
-  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) DeleteFile(list[index], WipePasses);
+  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) {
+    DeleteFile(list[index], WipePasses);
+    DoEventsNowAndThen();
+  }
   Err.Clear();
 }
 
@@ -131,9 +134,14 @@ void Search(const std::string& root, FolderVisitor& search) {
   if (!native.empty()) WalkFolder(native, search);
 }
 
-void ClearNativeDirectory(const NativePath& folder) {
+// With or without "\" behind it. Nothing for a path that could not be formed: walked through, it would be the current
+// folder.
+void ClearNativeDirectory(NativePath folder) {
+  if (folder.ends_with(L'\\')) folder.pop_back();
+  const DWORD attributes = NativeAttributes(folder);
+  if (!IsFolder(attributes) || IsLink(attributes)) return;
   Emptying emptying;
-  if (!IsLink(NativeAttributes(folder.substr(0, folder.size() - 1)))) WalkFolder(folder, emptying);
+  WalkFolder(folder + L'\\', emptying);
 }
 
 }  // namespace

@@ -17,5 +17,6 @@ std::string ProfileFolderOf(const std::string& installDirectory, const std::stri
 }
 
 bool IsUserName(std::string_view text) {
-  return !text.empty() && text != "." && text != ".." && text.find_first_of("\\/:") == std::string_view::npos;
+  constexpr auto kNone = std::string_view::npos;
+  return text.find_first_not_of(" .") != kNone && text.find_first_of("\\/:") == kNone;
 }

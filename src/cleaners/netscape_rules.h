@@ -12,6 +12,6 @@ bool IsInNameList(std::string_view fileName, std::string_view nameList);
 // With one "\" behind it.
 std::string ProfileFolderOf(const std::string& installDirectory, const std::string& userName);
 
-// False for a text that would lead out of the folder of the users when it stands in a path: one with a "\" or "/" in it,
-// and "." and "..".
+// False for a text that leads out of the folder of the users when it stands in a path: one with a "\", "/" or ":" in it,
+// and one of nothing but dots and blanks, since some systems take blanks away before they look at the dots.
 bool IsUserName(std::string_view text);

@@ -1,0 +1,112 @@
+// Times the shredding of files beside a bare loop that writes the same bytes to the disk and deletes, on equal files, in one
+// process and in turn.
+//
+// usage: bench_shred FILES LEVEL PAIRS BASELINE
+//   BASELINE "block" (open, one WriteFile, flush, close, delete), "steps" (the same behind what a shred run does first: the
+//   file is opened for reading and loses its attributes) or "items" (as "steps", with one WriteFile for each item of the
+//   overwrite sequence)
+// The files of 4 KB are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair.
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "platform/win32.h"
+#include "shred/modShred.h"
+#include "shred/overwrite_sequence.h"
+
+namespace {
+
+constexpr std::size_t kFileBytes = 4096;
+
+std::vector<std::string> MakeFiles(int count) {
+  const std::string content(kFileBytes, 'x');
+  std::vector<std::string> paths;
+  for (int number = 0; number < count; ++number) {
+    paths.push_back("C:\\work\\file" + std::to_string(number) + ".txt");
+    const HANDLE file = ::CreateFileA(paths.back().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    ::WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+    ::CloseHandle(file);
+  }
+  return paths;
+}
+
+std::vector<std::string> Items(const char* level) {
+  std::vector<std::string> items;
+  for (const OverwriteRun& run : OverwriteSequence(RepeatCount(level)))
+    for (int written = 0; written < run.count; ++written) items.emplace_back(run.item);
+  return items;
+}
+
+// What a file is overwritten with: each element by a WriteFile of its own.
+std::vector<std::string> Writes(const char* level, bool inOneBlock) {
+  const std::vector<std::string> items = Items(level);
+  if (!inOneBlock) return items;
+  std::string block;
+  for (const std::string& item : items) block += item;
+  return {block};
+}
+
+void BareLoop(const std::vector<std::string>& paths, const std::vector<std::string>& writes, bool allSteps) {
+  constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  for (const std::string& path : paths) {
+    if (allSteps) {
+      ::CloseHandle(::CreateFileA(path.c_str(), GENERIC_READ, kShared, nullptr, OPEN_EXISTING, 0, nullptr));
+      ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, kShared, nullptr, OPEN_EXISTING, 0, nullptr);
+    DWORD written = 0;
+    for (const std::string& bytes : writes)
+      ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    ::FlushFileBuffers(file);
+    ::CloseHandle(file);
+    ::DeleteFileA(path.c_str());
+  }
+}
+
+template <class Work>
+double Milliseconds(int count, Work work) {
+  const std::vector<std::string> paths = MakeFiles(count);
+  LARGE_INTEGER frequency, before, after;
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&before);
+  work(paths);
+  ::QueryPerformanceCounter(&after);
+  for (const std::string& path : paths) {
+    if (::GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) continue;
+    std::fprintf(stderr, "%s is still there\n", path.c_str());
+    std::exit(1);
+  }
+  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double Product(int count, const char* level) {
+  return Milliseconds(count, [level](const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) ShredFile(path, level);
+  });
+}
+
+double Baseline(int count, const std::vector<std::string>& writes, bool allSteps) {
+  return Milliseconds(count, [&](const std::vector<std::string>& paths) { BareLoop(paths, writes, allSteps); });
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 5) return 2;
+  const int files = std::atoi(arguments[1]);
+  const char* const level = arguments[2];
+  const std::string which = arguments[4];
+  const std::vector<std::string> writes = Writes(level, which != "items");
+  for (int pair = 0; pair < std::atoi(arguments[3]); ++pair) {
+    // In turn, and each goes first every other time.
+    double product = 0;
+    if (pair % 2 == 0) product = Product(files, level);
+    const double baseline = Baseline(files, writes, which != "block");
+    if (pair % 2 == 1) product = Product(files, level);
+    std::printf("%.3f\t%.3f\n", product, baseline);
+    std::fflush(stdout);
+  }
+  return 0;
+}

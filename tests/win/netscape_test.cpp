@@ -1,0 +1,584 @@
+// The cleaners of Netscape and Mozilla on profiles as those programs lay them out, by wide names and by ANSI names: where a
+// profile is looked for, what goes of it and what stays. Links and what is in odd folders: netscape_walks_test.cpp.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "cleaners/NetScapeEraser.h"
+#include "erase/run_cleaner.h"
+#include "file_calls.h"
+#include "log_recorder.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/stop_request.h"
+#include "scratch_folder.h"
+#include "scratch_key.h"
+#include "shell_folders.h"
+#include "window_event.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Names = std::vector<std::string>;
+
+struct TestedCleaner {
+  const char* name;
+  void (*clean)();
+  Names ofRegistered;  // what goes of a profile that the registry names
+  Names ofMozilla;     // what goes below the folder of Mozilla's profiles
+};
+
+const std::vector<TestedCleaner> kCleaners = {
+    {"NSTypedUrl",
+     &NSTypedUrl,
+     {"FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "URLFieldSchema.tbl"},
+     {"joe\\abc.slt\\FieldSchema.tbl", "joe\\abc.slt\\schemaconcat.TBL", "joe\\abc.slt\\Value.tbl",
+      "joe\\abc.slt\\a\\b\\c\\URLFieldSchema.tbl"}},
+    {"CleanNetscapeMail",
+     &CleanNetscapeMail,
+     {"mail\\trash", "mail\\trash.nsm"},
+     {"trash", "joe\\abc.slt\\Mail\\pop.example\\Trash", "joe\\abc.slt\\Mail\\pop.example\\Trash.msf",
+      "joe\\abc.slt\\Mail\\pop.example\\ash"}},
+    {"CleanNescapeCache",
+     &CleanNescapeCache,
+     {"cache\\0A\\M0A1.gif", "cache\\0A\\deep\\deeper\\M0A2.gif", "cache\\fat.db"},
+     {"Cache\\x", "joe\\abc.slt\\Cache\\_CACHE_001_", "joe\\abc.slt\\Cache\\Cache\\1A", "joe\\abc.slt\\a\\b\\c\\CACHE\\2B"}},
+};
+
+// What stays, whichever cleaner runs.
+const Names kKeptOfRegistered = {"bookmark.htm",      "prefs.js",
+                                 "cookies.txt",       "netscape.hst",
+                                 "Value.tbl",         "trash",
+                                 "cache2\\x",         "mail\\Inbox",
+                                 "mail\\trash.snm",   "mail\\Trash2",
+                                 "deep\\cache\\x",    "deep\\FieldSchema.tbl",
+                                 "deep\\mail\\trash", "URLFieldSchema.tbl.bak"};
+const Names kKeptOfMozilla = {"joe\\abc.slt\\bookmarks.html",
+                              "joe\\abc.slt\\prefs.js",
+                              "joe\\abc.slt\\history.dat",
+                              "joe\\abc.slt\\Cache2\\x",
+                              "joe\\abc.slt\\my cache\\x",
+                              "joe\\abc.slt\\trash folder\\x",
+                              "joe\\abc.slt\\Mail\\pop.example\\Inbox",
+                              "joe\\abc.slt\\Mail\\pop.example\\Inbox.msf",
+                              "joe\\abc.slt\\Mail\\pop.example\\Trash2",
+                              "joe\\abc.slt\\FieldSchema.tbl.bak",
+                              "joe\\abc.slt\\a\\cache"};
+
+Names AllOf(const Names& kept, Names TestedCleaner::*taken, const TestedCleaner* butOf = nullptr) {
+  Names all = kept;
+  for (const TestedCleaner& cleaner : kCleaners)
+    if (&cleaner != butOf) all.insert(all.end(), (cleaner.*taken).begin(), (cleaner.*taken).end());
+  std::sort(all.begin(), all.end());
+  return all;
+}
+
+void LayOutRegistered(const std::string& profile) {
+  for (const std::string& name : AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered)) PutFile(profile + "\\" + name);
+}
+
+void LayOutMozilla(const std::string& root) {
+  for (const std::string& name : AllOf(kKeptOfMozilla, &TestedCleaner::ofMozilla)) PutFile(root + "\\" + name);
+}
+
+// What a cleaner leaves of each.
+Names RegisteredBut(const TestedCleaner& cleaner) { return AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered, &cleaner); }
+Names MozillaBut(const TestedCleaner& cleaner) { return AllOf(kKeptOfMozilla, &TestedCleaner::ofMozilla, &cleaner); }
+
+Names With(const std::string& name, Names names) {
+  names.insert(std::upper_bound(names.begin(), names.end(), name), name);
+  return names;
+}
+
+Names FilesBelow(const std::string& folder) {
+  Names names = NamesBelow(folder);
+  std::erase_if(names, [&](const std::string& name) {
+    return (::GetFileAttributesA((folder + "\\" + name).c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  });
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// Everything that would go if a missing folder were read as the current one or as the root of its drive.
+const char* const kCanaryPlaces[] = {"C:\\", "C:\\test\\current\\"};
+const char* const kCanaries[] = {"FieldSchema.tbl",
+                                 "trash",
+                                 "mail\\trash",
+                                 "cache\\x",
+                                 "x",
+                                 "folder\\x",
+                                 "Mozilla\\Profiles\\trash",
+                                 "Application Data\\Mozilla\\Profiles\\Value.tbl",
+                                 "Application Data\\Mozilla\\Profiles\\Cache\\x",
+                                 "profile\\FieldSchema.tbl",
+                                 "profile\\mail\\trash",
+                                 "profile\\cache\\x",
+                                 "Users\\joe\\FieldSchema.tbl",
+                                 "Users\\joe\\cache\\x"};
+
+Names MissingCanaries() {
+  Names missing;
+  for (const std::string place : kCanaryPlaces)
+    for (const char* name : kCanaries)
+      if (!IsThere(place + name)) missing.push_back(place + name);
+  return missing;
+}
+
+void PutCanaries() {
+  for (const std::string place : kCanaryPlaces)
+    for (const char* name : kCanaries) PutFile(place + name);
+}
+
+const std::string kUsers = "Netscape Navigator\\Users";
+const std::string kBiff = "Netscape Navigator\\biff";
+const std::string kMain = "Netscape Navigator\\Main";
+
+class Netscape : public testing::TestWithParam<const char*> {
+ protected:
+  static void SetUpTestSuite() { PutCanaries(); }
+
+  void SetUp() override {
+    AnsiNamesOnly = GetParam() == std::string("ansi");
+    ::SetCurrentDirectoryA("C:\\test\\current");
+    StopErase = false;
+    Err.Clear();
+  }
+
+  void TearDown() override {
+    AnsiNamesOnly = false;
+    StopErase = false;
+    ::SetCurrentDirectoryA("C:\\test");
+    EXPECT_THAT(MissingCanaries(), IsEmpty());
+    PutCanaries();
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    EXPECT_EQ(log.Lines(), LogLines()) << "the run writes the lines, not the cleaner";
+  }
+
+  void RegisterCommunicator(const std::string& user, const std::string& dirRoot) const {
+    netscape.PutText("CurrentUser", user, kUsers);
+    netscape.PutText("DirRoot", dirRoot, kUsers + "\\" + user);
+  }
+
+  void RegisterNetscape6(const std::string& user, const std::string& install) const {
+    netscape.PutText("CurrentUser", user, kBiff);
+    netscape.PutText("Install Directory", install, kMain);
+  }
+
+  // Nothing of the scratch folder and no canary.
+  void ExpectNothingTaken(const std::string& why) const {
+    const Names before = NamesBelow(folder.Path());
+    for (const TestedCleaner& cleaner : kCleaners) {
+      cleaner.clean();
+      EXPECT_EQ(NamesBelow(folder.Path()), before) << cleaner.name << ": " << why.substr(0, 100);
+      EXPECT_THAT(MissingCanaries(), IsEmpty()) << cleaner.name << ": " << why.substr(0, 100);
+    }
+  }
+
+  const ShellFolders shell;
+  const ScratchFolder folder;
+  const ScratchFolder mozilla{FindSpecialFolder(kProfileFolder) + "\\Application Data\\Mozilla\\Profiles"};
+  const ScratchKey netscape{"Software\\Netscape", HKEY_LOCAL_MACHINE};
+  const std::string communicator = folder / "four";
+  const std::string netscape6 = folder / "Users\\joe";
+  const LogRecorder log;
+  const WindowEvents events;
+};
+
+const auto byName = [](const auto& way) { return std::string(way.param); };
+INSTANTIATE_TEST_SUITE_P(Names, Netscape, testing::Values("wide", "ansi"), byName);
+
+}  // namespace
+
+TEST_P(Netscape, TakesTheTargetsOfEachCleanerFromTheProfileOfCommunicatorAndNothingElse) {
+  RegisterCommunicator("joe", communicator);
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutRegistered(communicator);
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, TakesTheTargetsOfEachCleanerFromTheProfileOfNetscape6AndNothingElse) {
+  RegisterNetscape6("joe", folder / "Communicator");
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutRegistered(netscape6);
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(netscape6), RegisteredBut(cleaner)) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, FindsTheTargetsOfEachCleanerAtAnyDepthBelowMozillasFolderInAnyCaseAndTakesNothingElse) {
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutMozilla(mozilla.Path());
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(mozilla.Path()), MozillaBut(cleaner)) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, IsCleanedByItsItems) {
+  RegisterCommunicator("joe", communicator);
+  const ::Cleaner items[] = {::Cleaner::NetscapeTypedUrls, ::Cleaner::NetscapeMail, ::Cleaner::NetscapeCache};
+  for (std::size_t index = 0; index < kCleaners.size(); ++index) {
+    LayOutRegistered(communicator);
+    RunCleaner(items[index]);
+    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(kCleaners[index])) << kCleaners[index].name;
+  }
+}
+
+TEST_P(Netscape, TakesTheTargetsFromAllThreeInOneRun) {
+  RegisterCommunicator("joe", communicator);
+  RegisterNetscape6("joe", folder / "Communicator");
+  for (const TestedCleaner& cleaner : kCleaners) {
+    for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+    LayOutMozilla(mozilla.Path());
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
+    EXPECT_EQ(FilesBelow(netscape6), RegisteredBut(cleaner)) << cleaner.name;
+    EXPECT_EQ(FilesBelow(mozilla.Path()), MozillaBut(cleaner)) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, TakesCommunicatorThenNetscape6ThenMozilla) {
+  RegisterCommunicator("joe", communicator);
+  RegisterNetscape6("joe", folder / "Communicator");
+  for (const TestedCleaner& cleaner : kCleaners) {
+    for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+    LayOutMozilla(mozilla.Path());
+    const FileCalls calls;
+    cleaner.clean();
+    Names deleted = calls.Deleted();
+    const std::size_t each = cleaner.ofRegistered.size();
+    ASSERT_EQ(deleted.size(), 2 * each + cleaner.ofMozilla.size()) << cleaner.name;
+    for (std::size_t index = 0; index < deleted.size(); ++index) {
+      const std::string& place = index < each ? communicator : index < 2 * each ? netscape6 : mozilla.Path();
+      EXPECT_TRUE(deleted[index].starts_with(place + "\\")) << cleaner.name << ": " << index << ". " << deleted[index];
+    }
+  }
+}
+
+// The first table stands in the list a second time. That is meant.
+TEST_P(Netscape, TriesTheTablesInTheirOrderAndTheFirstTwice) {
+  RegisterCommunicator("joe", communicator);
+  LayOutRegistered(communicator);
+  const FileCalls calls;
+  NSTypedUrl();
+  EXPECT_THAT(calls.LookedAt(), ElementsAre(mozilla.Path(), communicator + "\\FieldSchema.tbl",
+                                            communicator + "\\SchemaConcat.tbl", communicator + "\\SchemaValue.tbl",
+                                            communicator + "\\FieldSchema.tbl", communicator + "\\URLFieldSchema.tbl"))
+      << "everything is found before the first is taken";
+  EXPECT_EQ(calls.Deleted().size(), 4u) << "the second attempt finds no file";
+}
+
+TEST_P(Netscape, TakesTheFirstTableWithTheSecondAttemptWhenItHasComeBack) {
+  RegisterCommunicator("joe", communicator);
+  LayOutRegistered(communicator);
+  const FileCalls calls;
+  calls.AfterEachDeletion([&](const std::string& path) {
+    if (path.ends_with("SchemaValue.tbl")) PutFile(communicator + "\\FieldSchema.tbl");
+  });
+  NSTypedUrl();
+  EXPECT_FALSE(IsThere(communicator + "\\FieldSchema.tbl"));
+}
+
+TEST_P(Netscape, TakesNothingWhenNothingIsInstalled) {
+  PutFile(folder / "FieldSchema.tbl");
+  ExpectNothingTaken("nothing is registered");
+  EXPECT_THAT(NamesBelow(mozilla.Path()), IsEmpty());
+}
+
+TEST_P(Netscape, TakesNothingAfterAStop) {
+  RegisterCommunicator("joe", communicator);
+  RegisterNetscape6("joe", folder / "Communicator");
+  for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+  LayOutMozilla(mozilla.Path());
+  const Names before = NamesBelow(mozilla.Path());
+  StopErase = true;
+  ExpectNothingTaken("a stop is asked for");
+  EXPECT_EQ(NamesBelow(mozilla.Path()), before);
+}
+
+TEST_P(Netscape, LetsEventsRunBeforeItBeginsAndTakesNothingAfterAStopThatComesThen) {
+  RegisterCommunicator("joe", communicator);
+  LayOutRegistered(communicator);
+  for (const TestedCleaner& cleaner : kCleaners) {
+    StopErase = false;
+    events.AtTheNext([] { StopErase = true; });
+    cleaner.clean();
+    EXPECT_TRUE(events.HasRun()) << cleaner.name;
+    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size()) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, TakesNoFurtherFileAfterAStopInTheMiddle) {
+  RegisterCommunicator("joe", communicator);
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutRegistered(communicator);
+    StopErase = false;
+    const FileCalls calls;
+    std::size_t looks = 0;
+    calls.AfterEachDeletion([&](const std::string&) {
+      looks = calls.LookedAt().size();
+      LetTheNextLookBeDue();
+      events.AtTheNext([] { StopErase = true; });
+    });
+    cleaner.clean();
+    EXPECT_EQ(calls.LookedAt().size(), looks) << cleaner.name << " looks for further ones";
+    EXPECT_EQ(calls.Deleted().size(), 1u) << cleaner.name;
+    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size() - 1) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, TakesAProfileFolderWithABackslashBehindIt) {
+  for (const TestedCleaner& cleaner : kCleaners) {
+    for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+    RegisterCommunicator("joe", communicator + "\\");
+    RegisterNetscape6("joe", folder / "Communicator\\");
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
+    EXPECT_EQ(FilesBelow(netscape6), RegisteredBut(cleaner)) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, LooksForCommunicatorsUserWithoutBlanksAndForNetscape6sWithThem) {
+  netscape.PutText("CurrentUser", "  joe ", kUsers);
+  netscape.PutText("DirRoot", communicator, kUsers + "\\joe");
+  RegisterNetscape6(" joe", folder / "Communicator");
+  LayOutRegistered(communicator);
+  LayOutRegistered(netscape6);
+  LayOutRegistered(folder / "Users\\ joe");
+  NSTypedUrl();
+  EXPECT_EQ(FilesBelow(communicator), RegisteredBut(kCleaners[0]));
+  EXPECT_EQ(FilesBelow(folder / "Users\\ joe"), RegisteredBut(kCleaners[0]));
+  EXPECT_TRUE(IsThere(netscape6 + "\\FieldSchema.tbl"));
+}
+
+TEST_P(Netscape, PutsTheUserInThePlaceOfEveryCommunicatorInTheInstallDirectory) {
+  const struct {
+    std::string install, user, profile;
+  } rows[] = {
+      {"Communicator\\Program", "joe", "Users\\joe\\Program"},
+      {"Communicator\\Communicator", "joe", "Users\\joe\\Users\\joe"},
+      {"Communicator", "Communicator", "Users\\Communicator"},
+      {"communicator", "joe", "communicator"},
+      {"Netscape 7", "joe", "Netscape 7"},  // nothing to replace: the install directory itself
+  };
+  for (const auto& row : rows) {
+    const ScratchFolder place("C:\\test\\replaced");
+    for (const TestedCleaner& cleaner : kCleaners) {
+      LayOutRegistered(place / row.profile);
+      RegisterNetscape6(row.user, place / row.install);
+      cleaner.clean();
+      EXPECT_EQ(FilesBelow(place / row.profile), RegisteredBut(cleaner)) << row.install << ", " << cleaner.name;
+    }
+  }
+}
+
+TEST_P(Netscape, IsNotLedOutOfTheUsersFolderByAUsersName) {
+  for (const char* profile : {"Users\\joe", "Users", "other", "."}) LayOutRegistered(folder / profile);
+  for (const std::string user : {"..",
+                                 ".",
+                                 "...",
+                                 " ",
+                                 "   ",
+                                 ".. ",
+                                 " ..",
+                                 ". .",
+                                 "..\\",
+                                 "\\..",
+                                 "..\\other",
+                                 "../other",
+                                 "..\\..\\current",
+                                 "joe\\..",
+                                 "joe\\..\\..\\other",
+                                 "joe\\",
+                                 "\\",
+                                 "/",
+                                 "C:",
+                                 "C:\\test\\scratch\\other",
+                                 "*",
+                                 "jo?",
+                                 "joe\"",
+                                 "|"}) {
+    RegisterNetscape6(user, folder / "Communicator");
+    ExpectNothingTaken(user);
+  }
+}
+
+TEST_P(Netscape, TakesNothingOfAFolderThatIsNoFullPath) {
+  LayOutRegistered(folder / "profile");
+  PutFile(folder / "file.txt");
+  for (const std::string path : {"",
+                                 " ",
+                                 "\\",
+                                 "/",
+                                 ".",
+                                 "..",
+                                 "...",
+                                 "profile",
+                                 "profile\\",
+                                 ".\\profile",
+                                 "..\\scratch\\profile",
+                                 "C:",
+                                 "C:.",
+                                 "C:profile",
+                                 "\\test\\scratch\\profile",
+                                 "C:/test/scratch/profile",
+                                 "C:\\...",
+                                 "C:\\test\\...",
+                                 "C:\\test\\scratch\\...\\profile",
+                                 "\\\\?\\C:\\test\\scratch\\profile",
+                                 "\\\\.\\C:\\test\\scratch\\profile",
+                                 "C:\\test\\scratch\\*",
+                                 "C:\\test\\*\\profile",
+                                 "C:\\test\\scratch\\profil?",
+                                 "\"C:\\test\\scratch\\profile\"",
+                                 " C:\\test\\scratch\\profile",
+                                 "%HOMEDRIVE%\\test\\scratch\\profile",
+                                 "C:\\missing",
+                                 "Q:\\profile",
+                                 "\\\\",
+                                 "\\\\server",
+                                 "\\\\missing\\share",
+                                 "C:\\test\\scratch\\file.txt",
+                                 "\xFF\xFE\x01"}) {
+    RegisterCommunicator("joe", path);
+    RegisterNetscape6("joe", path);
+    ExpectNothingTaken(path);
+  }
+}
+
+TEST_P(Netscape, TakesNothingWhenAValueIsMissingOrNoText) {
+  for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+  const struct {
+    std::string key, value, text;
+  } rows[] = {{kUsers, "CurrentUser", "joe"},
+              {kUsers + "\\joe", "DirRoot", communicator},
+              {kBiff, "CurrentUser", "joe"},
+              {kMain, "Install Directory", folder / "Communicator"}};
+  for (std::size_t other = 0; other < 4; ++other) {
+    for (const DWORD type : {REG_NONE, REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_MULTI_SZ}) {
+      netscape.Remove();
+      netscape.PutText(rows[other ^ 1].value, rows[other ^ 1].text, rows[other ^ 1].key);  // its partner
+      ExpectNothingTaken(rows[other].key + " has no " + rows[other].value);
+      netscape.Put(rows[other].value, type, rows[other].text + '\0', rows[other].key);
+      ExpectNothingTaken(rows[other].key + ", " + rows[other].value + ", type " + std::to_string(type));
+    }
+  }
+}
+
+TEST_P(Netscape, ReadsAValueUpToItsFirstZeroOrToItsEnd) {
+  const std::string rest("\0\\..\\other", 10);
+  for (const std::string& end : {rest, std::string()}) {
+    netscape.Put("CurrentUser", REG_SZ, "joe" + end, kUsers);
+    netscape.Put("DirRoot", REG_SZ, communicator + end, kUsers + "\\joe");
+    netscape.Put("CurrentUser", REG_SZ, "joe" + end, kBiff);
+    netscape.Put("Install Directory", REG_SZ, (folder / "Communicator") + end, kMain);
+    for (const TestedCleaner& cleaner : kCleaners) {
+      for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+      cleaner.clean();
+      EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
+      EXPECT_EQ(FilesBelow(netscape6), RegisteredBut(cleaner)) << cleaner.name;
+    }
+  }
+  netscape.Put("DirRoot", REG_SZ, std::string("\0", 1) + communicator, kUsers + "\\joe");
+  netscape.Put("CurrentUser", REG_SZ, std::string("\0joe", 4), kBiff);
+  for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+  ExpectNothingTaken("nothing before the zero");
+}
+
+TEST_P(Netscape, TakesNothingOfValuesOf10000Characters) {
+  const std::string x(10000, 'x');
+  for (const std::string& profile : {communicator, netscape6}) LayOutRegistered(profile);
+  RegisterCommunicator("joe", communicator + "\\" + x);
+  RegisterNetscape6(x, folder / "Communicator");
+  ExpectNothingTaken("a long folder and a long user");
+  netscape.PutText("CurrentUser", x, kUsers);
+  RegisterNetscape6("joe", (folder / "Communicator\\") + x);
+  ExpectNothingTaken("a long user and a long install directory");
+}
+
+TEST_P(Netscape, GoesOnPastFilesThatAreInUse) {
+  RegisterCommunicator("joe", communicator);
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutRegistered(communicator);
+    const std::string kept = communicator + "\\" + cleaner.ofRegistered[0];
+    {
+      const UniqueFile holder(
+          ::CreateFileA(kept.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+      ASSERT_TRUE(holder);
+      cleaner.clean();
+    }
+    EXPECT_EQ(FilesBelow(communicator), With(cleaner.ofRegistered[0], RegisteredBut(cleaner))) << cleaner.name;
+  }
+}
+
+TEST_P(Netscape, LeavesReadOnlyFilesAndTakesHiddenOnesOfTheSystem) {
+  RegisterCommunicator("joe", communicator);
+  for (const TestedCleaner& cleaner : kCleaners) {
+    LayOutRegistered(communicator);
+    for (std::size_t index = 0; index < cleaner.ofRegistered.size(); ++index)
+      ::SetFileAttributesA((communicator + "\\" + cleaner.ofRegistered[index]).c_str(),
+                           index == 0 ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    cleaner.clean();
+    EXPECT_EQ(FilesBelow(communicator), With(cleaner.ofRegistered[0], RegisteredBut(cleaner))) << cleaner.name;
+    ::SetFileAttributesA((communicator + "\\" + cleaner.ofRegistered[0]).c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+}
+
+TEST_P(Netscape, EmptiesTheCacheFoldersWithTheirSubfoldersAndKeepsThem) {
+  RegisterCommunicator("joe", communicator);
+  LayOutRegistered(communicator);
+  LayOutMozilla(mozilla.Path());
+  ::CreateDirectoryA((communicator + "\\cache\\empty").c_str(), nullptr);
+  CleanNescapeCache();
+  for (const std::string& cache : {communicator + "\\cache", mozilla / "Cache", mozilla / "joe\\abc.slt\\Cache",
+                                   mozilla / "joe\\abc.slt\\a\\b\\c\\CACHE"}) {
+    EXPECT_TRUE(IsThere(cache)) << cache;
+    EXPECT_THAT(NamesBelow(cache), IsEmpty()) << cache;
+  }
+}
+
+TEST_P(Netscape, LooksForTheRegisteredCacheFolderAndForNoFileOfThatName) {
+  RegisterCommunicator("joe", communicator);
+  PutFile(communicator + "\\cache");
+  CleanNescapeCache();
+  EXPECT_TRUE(IsThere(communicator + "\\cache"));
+}
+
+TEST_P(Netscape, LooksForMozillaInTheFolderOfApplicationDataOnlyWhenThereIsNoProfileFolder) {
+  shell.Move(kApplicationDataFolder, folder / "data");
+  for (const bool known : {true, false}) {
+    if (!known) shell.Forget(kProfileFolder);
+    for (const TestedCleaner& cleaner : kCleaners) {
+      LayOutMozilla(mozilla.Path());
+      LayOutMozilla(folder / "data\\Mozilla\\Profiles");
+      cleaner.clean();
+      EXPECT_EQ(FilesBelow(known ? mozilla.Path() : folder / "data\\Mozilla\\Profiles"), MozillaBut(cleaner));
+      EXPECT_EQ(FilesBelow(known ? folder / "data\\Mozilla\\Profiles" : mozilla.Path()).size(),
+                AllOf(kKeptOfMozilla, &TestedCleaner::ofMozilla).size());
+    }
+  }
+}
+
+TEST_P(Netscape, LooksForMozillaNowhereWhenTheSystemKnowsNeitherFolderOrNoFullPath) {
+  LayOutMozilla(mozilla.Path());
+  const Names before = NamesBelow(mozilla.Path());
+  for (const int identifier : {kProfileFolder, kApplicationDataFolder}) shell.Forget(identifier);
+  ExpectNothingTaken("neither is known");
+  for (const int identifier : {kProfileFolder, kApplicationDataFolder}) shell.MakeNoFolderOfADisk(identifier);
+  ExpectNothingTaken("neither is on a disk");
+  for (const char* place : {".", "profile", "\\test\\current", "..\\current"}) {
+    for (const int identifier : {kProfileFolder, kApplicationDataFolder}) shell.Move(identifier, place);
+    ExpectNothingTaken(place);
+  }
+  EXPECT_EQ(NamesBelow(mozilla.Path()), before);
+}
+
+TEST_P(Netscape, TakesAProfileFolderOfTheShellWithABackslashBehindIt) {
+  shell.Move(kProfileFolder, folder.Path() + "\\");
+  LayOutMozilla(folder / "Application Data\\Mozilla\\Profiles");
+  CleanNescapeCache();
+  EXPECT_EQ(FilesBelow(folder / "Application Data\\Mozilla\\Profiles"), MozillaBut(kCleaners[2]));
+}

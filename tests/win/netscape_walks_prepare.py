@@ -1,0 +1,90 @@
+"""Plants what a Windows program cannot make: links, names outside the code page, profiles deeper than a path may be long.
+
+Everything stands twice, for the walks by wide names and for those by ANSI names. C:\\plant\\WAY\\KIND is a user's profile whose
+"Application Data/Mozilla/Profiles" the cleaners search. What the links lead to is in C:\\outside; afterwards the disk is looked
+at from outside of Windows.
+"""
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from folder_contents_prepare import WAYS, expect, listing, put  # noqa: E402
+
+PROFILES = "Application Data/Mozilla/Profiles"
+
+# All that the three cleaners look for, so that whoever enters it by a link takes something.
+OUTSIDE = ["canary.txt", "trash", "Value.tbl", "FieldSchema.tbl", "mail/trash", "mail/trash.nsm", "cache/canary", "inner/Cache/canary",
+           "Application Data/Mozilla/Profiles/trash", "Application Data/Mozilla/Profiles/Cache/canary"]
+
+LINKS = {  # name below PROFILES: target
+    "linked": "{outside}",
+    "default/linked": "../../../../../../../outside/{way}",
+    "default/Cache": "{outside}/cache",
+    "default/abc.slt/Cache/out": "{outside}",
+    "default/abc.slt/Cache/inner/Cache": "{outside}/cache",
+    "default/abc.slt/Cache/up": "..",
+    "default/broken": "nowhere",
+    "default/to itself": "to itself",
+    "default/up": "..",
+    "default/чужое": "{outside}",
+    "drive": "{c}",
+}
+BESIDE_LINKS = ["trash", "default/trash", "default/abc.slt/Cache/file", "default/abc.slt/Cache/inner/file",
+                "default/abc.slt/Value.tbl", "zz/Cache/file", "zz/trash"]
+
+TAKEN_NAMES = ["профиль/Mail/Trash", "профиль/Cache/日本語.dat", "профиль/Cache/чужое/空/внутри.txt", "Ünïcödé/Value.tbl",
+               "e\u0301/CACHE/😀", "p/Cache/ blank at the head", "p/Cache/blank at the end ", "p/Cache/dot.", "p/Cache/" + "日" * 80,
+               "p/Cache/" + "x" * 250, " p/trash", "p /trash", "p./trash"]
+NOT_REACHED_BY_ANSI = "e\u0301/CACHE/😀"  # two characters that become one and have no short name
+# Not the names that they look like.
+KEPT_NAMES = ["p/Сache/file", "p/cаche/file", "p/trаsh", "p/Value。tbl", "p/日本", "p/Prefs\u00ad",
+              "p/ţšţŨť/file", "p/ŴŲšųŨ"]  # the low bytes of these two read "cache" and "trash"
+
+LEVELS = 200
+
+
+def plant(home, way: str) -> None:
+    place, outside = home.c / "plant" / way, home.c / "outside" / way
+    for name in OUTSIDE:
+        put(outside / name)
+    for name in BESIDE_LINKS:
+        put(place / "links" / PROFILES / name)
+    for name, target in LINKS.items():
+        link = place / "links" / PROFILES / name
+        link.parent.mkdir(parents=True, exist_ok=True)
+        link.symlink_to(target.format(outside=outside, way=way, c=home.c))
+    (place / "root is a link" / PROFILES).parent.mkdir(parents=True)
+    (place / "root is a link" / PROFILES).symlink_to(outside)
+    (place / "communicator").mkdir()
+    (place / "communicator/cache").symlink_to(outside)
+    for name in TAKEN_NAMES + KEPT_NAMES:
+        put(place / "names" / PROFILES / name)
+    bottom = place / "deep" / PROFILES / "/".join(["level"] * LEVELS)
+    put(bottom / "Cache/file")
+    put(bottom / "trash")
+    put(place / "deep" / PROFILES / "top/Cache" / "/".join(["level"] * LEVELS) / "file")
+
+
+def prepare(home) -> dict[str, str]:
+    for way in WAYS:
+        plant(home, way)
+    return {}
+
+
+def files(folder: Path) -> list[str]:
+    return [name for name in listing(folder) if (folder / name).is_file() and not any(
+        (folder / above).is_symlink() for above in Path(name).parents)]
+
+
+def check(home) -> None:
+    for way in WAYS:
+        place, outside = home.c / "plant" / way, home.c / "outside" / way
+        expect(f"{way}, outside", files(outside), sorted(OUTSIDE))
+        # Wine has no way to remove a link as a link.
+        gone = [name for name in LINKS if not (place / "links" / PROFILES / name).is_symlink()]
+        expect(f"{way}, links", gone, [])
+        expect(f"{way}, beside the links", files(place / "links" / PROFILES), [])
+        expect(f"{way}, link of a root", files(place / "root is a link"), [])
+    expect("wide, names", files(home.c / "plant/wide/names" / PROFILES), sorted(KEPT_NAMES))
+    expect("ansi, names", files(home.c / "plant/ansi/names" / PROFILES), sorted([*KEPT_NAMES, NOT_REACHED_BY_ANSI]))
+    expect("wide, 200 levels", files(home.c / "plant/wide/deep"), [])

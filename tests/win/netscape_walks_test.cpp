@@ -1,0 +1,379 @@
+// The procedures that the cleaners of Netscape and Mozilla are made of, by wide names and by ANSI names, and those cleaners
+// on hostile folders, which come from netscape_walks_prepare.py: it also looks at the disk afterwards.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cleaners/NetScapeEraser.h"
+#include "cleaners/wipe_state.h"
+#include "log_recorder.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/stop_request.h"
+#include "scratch_folder.h"
+#include "scratch_key.h"
+#include "second_name.h"
+#include "shell_folders.h"
+#include "window_event.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using Names = std::vector<std::string>;
+
+class NetscapeWalks : public testing::TestWithParam<const char*> {
+ protected:
+  void SetUp() override {
+    AnsiNamesOnly = ByAnsi();
+    ::SetCurrentDirectoryA(folder.Path().c_str());
+    StopErase = false;
+    Err.Clear();
+  }
+
+  void TearDown() override {
+    AnsiNamesOnly = false;
+    StopErase = false;
+    ::SetCurrentDirectoryA("C:\\test");
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    EXPECT_EQ(log.Lines(), LogLines());
+  }
+
+  bool ByAnsi() const { return GetParam() == std::string("ansi"); }
+  std::string Planted(const std::string& name) const { return "C:\\plant\\" + std::string(GetParam()) + "\\" + name; }
+
+  void PutFiles(const Names& names) const {
+    for (const std::string& name : names) folder.File(name);
+  }
+
+  // What a search appends, as paths below the scratch folder.
+  Names Found(const std::string& root, const std::string& names) const {
+    FileList results(1);
+    FindFilesByName(root, names, results);
+    return Below(results);
+  }
+  Names FoundFolders(const std::string& root, const std::string& name) const {
+    FileList results(1);
+    FindFoldersByName(root, name, results);
+    return Below(results);
+  }
+
+  void RunAllOn(const std::string& profile) const {
+    shell.Move(kProfileFolder, profile);
+    NSTypedUrl();
+    CleanNetscapeMail();
+    CleanNescapeCache();
+  }
+
+  const ShellFolders shell;
+  const ScratchFolder folder;
+  const LogRecorder log;
+  const WindowEvents events;
+
+ private:
+  Names Below(const FileList& results) const {
+    EXPECT_EQ(results.at(0), NativePath()) << "the first element stays empty";
+    Names names;
+    for (std::size_t index = 1; index < results.size(); ++index) {
+      const std::string shown = ShownPath(results[index]);
+      EXPECT_TRUE(shown.starts_with(folder.Path() + "\\")) << shown;
+      names.push_back(shown.substr(folder.Path().size() + 1));
+      if (names.back().ends_with('\\')) names.back().pop_back();
+    }
+    return names;
+  }
+};
+
+const auto byName = [](const auto& way) { return std::string(way.param); };
+const auto ways = testing::Values("wide", "ansi");
+
+using FindFiles = NetscapeWalks;
+using FindFolders = NetscapeWalks;
+using DeletingAFile = NetscapeWalks;
+using ClearingADirectory = NetscapeWalks;
+INSTANTIATE_TEST_SUITE_P(Names, NetscapeWalks, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, FindFiles, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, FindFolders, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, DeletingAFile, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, ClearingADirectory, ways, byName);
+
+// Of the timer procedure: the folder that it looks at and what it found there.
+std::string watched;
+std::size_t leftAtTheStop;
+
+void CALLBACK StopWhenSomethingIsGone(HWND, UINT, UINT_PTR, DWORD) {
+  if (StopErase) return;
+  leftAtTheStop = NamesBelow(watched).size();
+  StopErase = leftAtTheStop < 2020;  // with the twenty subfolders
+}
+
+const Names kNoFolders = {"",
+                          " ",
+                          "\\",
+                          "/",
+                          ".",
+                          "..",
+                          "...",
+                          "inner",
+                          "inner\\",
+                          "C:",
+                          "C:\\",
+                          "c:\\\\",
+                          "C:.",
+                          "C:inner",
+                          "C:\\.",
+                          "C:\\test\\..",
+                          "\\test\\scratch",
+                          "C:/test/scratch",
+                          "Q:\\",
+                          "\\\\server\\share",
+                          "\\\\?\\C:\\test\\scratch",
+                          "C:\\missing",
+                          "C:\\test\\scratch\\trash",
+                          "C:\\test\\scratch\\*",
+                          "C:\\test\\...\\scratch"};
+
+}  // namespace
+
+TEST_P(FindFiles, AppendsEveryFileBelowWhoseNameOccursInTheListsText) {
+  PutFiles(
+      {"trash", "a\\TRASH", "a\\b\\Trash.msf", "a\\b\\c\\ash", "a\\trash.nsm", "a\\trashed", "Inbox", "t", "trash2\\x"});
+  EXPECT_THAT(Found(folder.Path(), "trash trash.msf"),
+              UnorderedElementsAre("trash", "a\\TRASH", "a\\b\\Trash.msf", "a\\b\\c\\ash", "t"));
+}
+
+TEST_P(FindFiles, AppendsNoFolderOfSuchAName) {
+  PutFiles({"trash\\x", "a\\trash.msf\\trash"});
+  EXPECT_THAT(Found(folder.Path(), "trash trash.msf"), ElementsAre("a\\trash.msf\\trash"));
+}
+
+TEST_P(FindFiles, KeepsWhatTheListHolds) {
+  PutFiles({"trash"});
+  FileList results = {L"", L"one", L"two"};
+  FindFilesByName(folder.Path(), "trash", results);
+  ASSERT_EQ(results.size(), 4u);
+  EXPECT_EQ(results[0] + results[1] + results[2], L"onetwo");
+  EXPECT_EQ(ShownPath(results[3]), folder / "trash");
+}
+
+TEST_P(FindFiles, TakesTheRootWithOrWithoutABackslash) {
+  PutFiles({"trash"});
+  for (const char* end : {"", "\\", "\\\\", "\\.", "\\a\\.."})
+    EXPECT_THAT(Found(folder.Path() + end, "trash"), ElementsAre("trash")) << end;
+}
+
+TEST_P(FindFiles, FindsNothingBelowARootThatIsNoFolder) {
+  PutFiles({"trash", "inner\\trash"});
+  for (const std::string& root : kNoFolders) EXPECT_THAT(Found(root, "trash"), IsEmpty()) << '"' << root << '"';
+}
+
+TEST_P(FindFiles, FindsHiddenAndReadOnlyFiles) {
+  PutFiles({"a\\trash", "b\\trash"});
+  ::SetFileAttributesA((folder / "a\\trash").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  ::SetFileAttributesA((folder / "b").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY);
+  EXPECT_THAT(Found(folder.Path(), "trash"), UnorderedElementsAre("a\\trash", "b\\trash"));
+}
+
+TEST_P(FindFiles, LetsEventsRunAndEndsWithAStop) {
+  for (int number = 0; number < 100; ++number) folder.File(std::to_string(number) + "\\trash");
+  events.AtTheNext([] { StopErase = true; });
+  LetTheNextLookBeDue();
+  EXPECT_LT(Found(folder.Path(), "trash").size(), 100u);
+  EXPECT_TRUE(events.HasRun());
+  EXPECT_THAT(Found(folder.Path(), "trash"), IsEmpty());
+}
+
+TEST_P(FindFolders, AppendsEveryFolderBelowOfThatNameInAnyCase) {
+  PutFiles({"cache\\x", "a\\CACHE\\x", "a\\b\\c\\Cache\\cache\\x", "cache2\\x", "my cache\\x", "cach\\x", "b\\cache"});
+  EXPECT_THAT(FoundFolders(folder.Path(), "cache"),
+              UnorderedElementsAre("cache", "a\\CACHE", "a\\b\\c\\Cache", "a\\b\\c\\Cache\\cache"));
+  EXPECT_THAT(FoundFolders(folder.Path(), "CaChE").size(), 4u);
+}
+
+TEST_P(FindFolders, LeavesOutTheRootItself) {
+  PutFiles({"cache\\x"});
+  EXPECT_THAT(FoundFolders(folder / "cache", "cache"), IsEmpty());
+  EXPECT_THAT(FoundFolders(folder.Path(), "scratch"), IsEmpty());
+}
+
+TEST_P(FindFolders, LeavesOutLinks) {
+  FileList results(1);
+  FindFoldersByName(Planted("links"), "cache", results);
+  EXPECT_EQ(results.size(), 3u) << "of abc.slt and zz";
+  for (std::size_t index = 1; index < results.size(); ++index) {
+    const NativePath name = results[index].substr(0, results[index].size() - 1);
+    EXPECT_FALSE(IsLink(NativeAttributes(name))) << ShownPath(name);
+  }
+}
+
+TEST_P(FindFolders, FindsNothingBelowARootThatIsNoFolder) {
+  PutFiles({"trash", "inner\\cache\\x", "cache\\x"});
+  for (const std::string& root : kNoFolders) EXPECT_THAT(FoundFolders(root, "cache"), IsEmpty()) << '"' << root << '"';
+}
+
+TEST_P(FindFolders, LetsEventsRunAndEndsWithAStop) {
+  for (int number = 0; number < 100; ++number) folder.File(std::to_string(number) + "\\cache\\x");
+  events.AtTheNext([] { StopErase = true; });
+  LetTheNextLookBeDue();
+  EXPECT_LT(FoundFolders(folder.Path(), "cache").size(), 100u);
+  EXPECT_TRUE(events.HasRun());
+}
+
+TEST_P(DeletingAFile, DeletesWithoutOverwritingForNoPasses) {
+  ASSERT_EQ(WipePasses, 0) << "the passes of every cleaner";
+  for (const std::int16_t passes : {WipePasses, std::int16_t{-1}}) {
+    const std::string file = folder.File("file", "the content");
+    GiveSecondName(file, folder / "second");
+    DeleteFile(ToNativePath(file), passes);
+    EXPECT_FALSE(IsThere(file));
+    EXPECT_EQ(ReadWhole(folder / "second"), "the content");
+    ::DeleteFileA((folder / "second").c_str());
+  }
+}
+
+TEST_P(DeletingAFile, OverwritesEveryByteBeforeItDeletes) {
+  for (const std::int16_t passes : std::initializer_list<std::int16_t>{1, 3}) {
+    for (const std::size_t size : {1u, 1023u, 1024u, 1025u, 2048u, 2500u, 100000u}) {
+      const std::string file = folder.File("file", std::string(size, 'x'));
+      GiveSecondName(file, folder / "second");
+      DeleteFile(ToNativePath(file), passes);
+      EXPECT_FALSE(IsThere(file));
+      const std::string bytes = ReadWhole(folder / "second");
+      EXPECT_EQ(bytes.size(), size);
+      EXPECT_TRUE(IsOverwritten(bytes)) << size << " bytes, " << passes << " passes: " << bytes.substr(0, 40);
+      ::DeleteFileA((folder / "second").c_str());
+    }
+  }
+}
+
+TEST_P(DeletingAFile, DeletesAnEmptyOneAfterAPass) {
+  const std::string file = folder.File("file", "");
+  DeleteFile(ToNativePath(file), 1);
+  EXPECT_FALSE(IsThere(file));
+}
+
+TEST_P(DeletingAFile, DoesNothingForWhatIsNoFile) {
+  PutFiles({"file", "inner\\file"});
+  for (const std::int16_t passes : std::initializer_list<std::int16_t>{0, 1}) {
+    for (const std::string path : {"missing", "inner", "inner\\", "*", "fil?", "", ".", "...", "inner\\..."})
+      DeleteFile(ToNativePath(path), passes);
+    DeleteFile(NativePath(), passes);
+  }
+  EXPECT_THAT(NamesBelow(folder.Path()), UnorderedElementsAre("file", "inner", "inner\\file"));
+}
+
+TEST_P(DeletingAFile, LeavesOneThatIsInUseOrReadOnly) {
+  const std::string used = folder.File("used", "the content");
+  const std::string readOnly = folder.File("read only", "the content");
+  ::SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
+  const UniqueFile holder(::CreateFileA(used.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(holder);
+  for (const std::int16_t passes : std::initializer_list<std::int16_t>{0, 2}) {
+    DeleteFile(ToNativePath(used), passes);
+    EXPECT_EQ(ReadWhole(used), "the content") << passes << " passes";
+  }
+  DeleteFile(ToNativePath(readOnly), 0);
+  EXPECT_EQ(ReadWhole(readOnly), "the content");
+}
+
+TEST_P(DeletingAFile, DeletesHiddenOnesOfTheSystem) {
+  const std::string file = folder.File("file");
+  ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  DeleteFile(ToNativePath(file), 0);
+  EXPECT_FALSE(IsThere(file));
+}
+
+TEST_P(DeletingAFile, KeepsItAfterAStopThatComesDuringAPass) {
+  const std::string file = folder.File("file", std::string(4096, 'x'));
+  events.AtTheNext([] { StopErase = true; });
+  LetTheNextLookBeDue();
+  DeleteFile(ToNativePath(file), 100);
+  EXPECT_TRUE(events.HasRun()) << "events run behind each block";
+  EXPECT_TRUE(IsOverwritten(ReadWhole(file))) << "the pass comes to its end";
+  EXPECT_EQ(ReadWhole(file).size(), 4096u);
+  DeleteFile(ToNativePath(file), 0);
+  EXPECT_TRUE(IsThere(file)) << "asked to stop before it began";
+}
+
+TEST_P(ClearingADirectory, DeletesWhatIsInItToAnyDepthAndKeepsIt) {
+  PutFiles({"cache\\x", "cache\\a\\x", "cache\\a\\b\\c\\x", "cache\\z", "beside"});
+  ::CreateDirectoryA((folder / "cache\\empty").c_str(), nullptr);
+  for (const char* end : {"", "\\"}) {
+    ClearDirectory(folder / "cache" + end);
+    EXPECT_THAT(NamesBelow(folder.Path()), UnorderedElementsAre("cache", "beside"));
+    PutFiles({"cache\\x", "cache\\a\\x"});
+  }
+}
+
+TEST_P(ClearingADirectory, OverwritesWhatIsInItAsOftenAsAskedFor) {
+  WipePasses = 1;
+  GiveSecondName(folder.File("cache\\a\\x", std::string(2500, 'x')), folder / "second");
+  ClearDirectory(folder / "cache");
+  WipePasses = 0;
+  EXPECT_THAT(NamesBelow(folder / "cache"), IsEmpty());
+  EXPECT_TRUE(IsOverwritten(ReadWhole(folder / "second")));
+}
+
+TEST_P(ClearingADirectory, RefusesWhatIsNoFolderBelowARoot) {
+  PutFiles({"trash", "inner\\x"});
+  const Names before = NamesBelow(folder.Path());
+  for (const std::string& path : kNoFolders) {
+    ClearDirectory(path);
+    ASSERT_EQ(NamesBelow(folder.Path()), before) << '"' << path << '"';
+    ASSERT_TRUE(IsThere("C:\\outside\\wide\\canary.txt")) << '"' << path << '"';
+  }
+}
+
+TEST_P(ClearingADirectory, GoesOnPastWhatIsInUseOrReadOnlyAndKeepsTheFoldersOfThose) {
+  PutFiles({"cache\\a\\used", "cache\\a\\x", "cache\\b\\read only", "cache\\b\\x", "cache\\c\\x", "cache\\z"});
+  ::SetFileAttributesA((folder / "cache\\b\\read only").c_str(), FILE_ATTRIBUTE_READONLY);
+  ::SetFileAttributesA((folder / "cache\\z").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  const UniqueFile holder(
+      ::CreateFileA((folder / "cache\\a\\used").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(holder);
+  ClearDirectory(folder / "cache");
+  EXPECT_THAT(NamesBelow(folder / "cache"), UnorderedElementsAre("a", "a\\used", "b", "b\\read only"));
+}
+
+TEST_P(ClearingADirectory, DeletesNothingFurtherAfterAStopInTheMiddle) {
+  for (int number = 0; number < 2000; ++number)
+    folder.File("cache\\" + std::to_string(number % 20) + "\\" + std::to_string(number));
+  watched = folder / "cache";
+  const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &StopWhenSomethingIsGone);
+  ClearDirectory(watched);
+  ::KillTimer(nullptr, timer);
+  ASSERT_TRUE(StopErase) << "all was gone before the timer was looked at";
+  EXPECT_GT(leftAtTheStop, 0u);
+  EXPECT_EQ(NamesBelow(watched).size(), leftAtTheStop);
+}
+
+TEST_P(NetscapeWalks, NeverFollowALink) { RunAllOn(Planted("links")); }
+
+TEST_P(NetscapeWalks, LeaveARootAloneThatIsALink) {
+  RunAllOn(Planted("root is a link"));
+  EXPECT_TRUE(IsThere(Planted("root is a link\\Application Data\\Mozilla\\Profiles\\trash")));
+}
+
+TEST_P(NetscapeWalks, LeaveTheCacheFolderOfCommunicatorAloneWhenItIsALink) {
+  const ScratchKey netscape("Software\\Netscape", HKEY_LOCAL_MACHINE);
+  netscape.PutText("CurrentUser", "joe", "Netscape Navigator\\Users");
+  netscape.PutText("DirRoot", Planted("communicator"), "Netscape Navigator\\Users\\joe");
+  CleanNescapeCache();
+  ClearDirectory(Planted("communicator\\cache"));
+  ClearDirectory(Planted("communicator\\cache\\"));
+  EXPECT_TRUE(IsThere(Planted("communicator\\cache\\canary.txt")));
+}
+
+TEST_P(NetscapeWalks, ReachNamesOutsideTheCodePageAndTakeNoneForWhatItLooksLike) {
+  RunAllOn(Planted("names"));
+  EXPECT_FALSE(
+      IsThere(Planted("names\\Application Data\\Mozilla\\Profiles\\\xDCn\xEF"
+                      "c\xF6"
+                      "d\xE9\\Value.tbl")));
+}
+
+TEST_P(NetscapeWalks, GoDown200Levels) {
+  RunAllOn(Planted("deep"));
+  // 259 characters end above the ground.
+  EXPECT_EQ(IsThere(Planted("deep\\Application Data\\Mozilla\\Profiles\\top\\Cache\\level")), ByAnsi());
+}

@@ -1,0 +1,35 @@
+"""Plants links and names outside the code page in Opera's folders; what the links lead to is in C:\\outside."""
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from folder_contents_prepare import WAYS, expect, listing, put  # noqa: E402
+
+CANARIES = ["canary.txt", "cookies.dat", "Cache/canary", "profile/cache4/canary", "profile/cookies4.dat"]
+TAKEN = ["Привет", "日本語.dat", "😀", "opr00001.dat", " blank at the head", "blank at the end ", "dot.", "日" * 80, "x" * 250]
+
+
+def prepare(home) -> dict[str, str]:
+    for way in WAYS:
+        plant, outside = home.c / "plant" / way, home.c / "outside" / way
+        for name in CANARIES:
+            put(outside / name)
+        profile = plant / "names/Opera/OPERA7/profile"
+        for name in TAKEN:
+            put(profile / "cache4" / name)
+        (profile / "cache4/link").symlink_to(outside)
+        (profile / "cache4/чужое").symlink_to(outside)
+        (profile / "cookies4.dat").symlink_to(outside)  # a link to a folder
+        linked = plant / "link/Opera/OPERA7/profile"
+        linked.mkdir(parents=True)
+        (linked / "cache4").symlink_to(outside)
+        (plant / "current/0").mkdir(parents=True)
+        (plant / "current/0/Cache").symlink_to(outside)
+    return {}
+
+
+def check(home) -> None:
+    for way in WAYS:
+        outside = home.c / "outside" / way
+        expect(f"{way}, outside", [name for name in listing(outside) if (outside / name).is_file()], sorted(CANARIES))
+        expect(f"{way}, names", listing(home.c / "plant" / way / "names/Opera/OPERA7/profile/cache4"), ["link", "чужое"])
