@@ -1,5 +1,10 @@
 // The main window's timers: the scheduler, and the keys that hide the program and bring it back.
 #include "app/frmMain.h"
+
+#include <optional>
+#include <utility>
+
+#include "app/front_window.h"
 #include "app/timers.h"
 #include "automation/key_poll.h"
 #include "automation/modHide.h"
@@ -16,6 +21,15 @@ std::uint16_t KeyState(int key) { return static_cast<std::uint16_t>(::GetAsyncKe
 
 PolledKeys LookAtKeys() {
   return {KeyState(Settings.BossKeyCode), KeyState(VK_SHIFT), KeyState(VK_CONTROL), KeyState('U'), KeyState('H')};
+}
+
+// The boss key of the last look.
+std::optional<std::int32_t> polledBossKey;
+
+// A question or the like that is open over the window gets the keyboard, which the window itself does not take meanwhile.
+void BringOpenBoxForward(HWND mainWindow) {
+  const HWND front = WindowToBringForward(mainWindow);
+  if (front != mainWindow) ::SetForegroundWindow(front);
 }
 
 }  // namespace
@@ -39,11 +53,13 @@ void frmMain::TickScheduler() {
 
 void frmMain::PollKeys() {
   const PollActions actions = ActionsOf(LookAtKeys());
+  // The first look at a key also tells of presses long before it, which would hide the program as it starts or as the key
+  // is chosen.
+  if (std::exchange(polledBossKey, Settings.BossKeyCode) != Settings.BossKeyCode) return;
   if (actions.hide) resumeNext([this] { HideByBossKey(); });
   if (actions.restore) resumeNext([this] { RestoreByBossKey(); });
   if (actions.comeBack) resumeNext([this] { ComeBack(); });
-  // While the warning or a question is open, the keys that would open it over again do nothing.
-  if (actions.goInvisible && ::IsWindowEnabled(Handle())) RunInvisibly();
+  if (actions.goInvisible) RunInvisibly();
 }
 
 void frmMain::HideByBossKey() {
@@ -56,19 +72,24 @@ void frmMain::RestoreByBossKey() {
   ::ShowWindow(Handle(), SW_SHOWNORMAL);
   ::SetForegroundWindow(Handle());
   ::ShowWindow(Handle(), SW_SHOW);
+  BringOpenBoxForward(Handle());
 }
 
 void frmMain::ComeBack() {
   ShowAndActivate(Handle());
+  BringOpenBoxForward(Handle());
   resumeNext([this] { icon_.Add(); });
   UnhideFromTaskList();
 }
 
 // Only Ctrl+U brings the icon back as well.
 void frmMain::RunInvisibly() {
-  resumeNext([this] {
-    if (Trim(GetSetting(Setting::Message)) == "Do") warning_.ShowModal(Handle());
-  });
+  bool warn = false;
+  resumeNext([&warn] { warn = Trim(GetSetting(Setting::Message)) == "Do"; });
+  if (warn) {
+    if (!::IsWindowEnabled(Handle())) return;  // over a question, or the warning itself, there comes no other one
+    resumeNext([this] { warning_.ShowModal(Handle()); });
+  }
   HideFromTaskList();
   resumeNext([this] { icon_.Remove(); });
   ::ShowWindow(Handle(), SW_HIDE);

@@ -3,6 +3,7 @@
 #include "automation/boss_key.h"
 #include "automation/restore_label.h"
 #include "automation/updater.h"
+#include "platform/runtime_error.h"
 #include "platform/text_value.h"
 #include "settings/settings_store.h"
 #include "settings/settings_variables.h"
@@ -94,7 +95,7 @@ void fraScheduleManager::ClickSetBossKey() {
   const std::string name = cmbBoss.Text();
   Settings.BossKeyCode = BossKeyCodeOf(name);
   lblRestore.SetText(RestoreLabel(name));
-  SaveSetting(Setting::bossKey, std::to_string(Settings.BossKeyCode));
+  resumeNext([] { SaveSetting(Setting::bossKey, std::to_string(Settings.BossKeyCode)); });
   window_.ShowBossKey(name);
 }
 

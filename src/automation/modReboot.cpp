@@ -13,9 +13,24 @@ static_assert(EWX_REBOOT == 2 && (EWX_REBOOT | EWX_FORCE) == 6);
 static_assert((TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY) == 0x28);
 static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
 
+// The short form of the program's path, also of one that the code page cannot hold; empty when there is none.
+std::string ShortFormByWideNames() {
+  wchar_t path[MAX_PATH] = L"";
+  wchar_t shortPath[MAX_PATH] = L"";
+  char text[MAX_PATH] = "";
+  if (late::GetModuleFileNameWide && late::GetModuleFileNameWide(nullptr, path, MAX_PATH) != 0 &&
+      late::GetShortPathNameWide && late::GetShortPathNameWide(path, shortPath, MAX_PATH) < MAX_PATH)
+    ::WideCharToMultiByte(CP_ACP, 0, shortPath, -1, text, sizeof text, nullptr, nullptr);
+  return text;
+}
+
 std::string ProgramFile() {
   char path[MAX_PATH] = "";
-  return std::string(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
+  const std::string file(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
+  if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) return file;
+  // A path with "?" for what the code page cannot hold; the value would start nothing.
+  const std::string shortForm = ShortFormByWideNames();
+  return shortForm.empty() ? file : shortForm;
 }
 
 std::string ShortForm(const std::string& path) {
@@ -53,8 +68,10 @@ void RebootSystem(bool force) {
 }
 
 void RegisterStartup() {
-  if (Settings[Setting::LoadStartup] == "1")
-    SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), RunValueData(ProgramFile(), ShortForm(ProgramFile())), REG_SZ);
-  else
+  if (Settings[Setting::LoadStartup] == "1") {
+    const std::string file = ProgramFile();
+    SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), RunValueData(file, ShortForm(file)), REG_SZ);
+  } else {
     DeleteValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName());
+  }
 }

@@ -76,6 +76,9 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> DeleteFileWide{"kernel32.dll",
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.dll", "RemoveDirectoryW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
+inline const LateFunction<DWORD(WINAPI*)(HMODULE, LPWSTR, DWORD)> GetModuleFileNameWide{"kernel32.dll",
+                                                                                        "GetModuleFileNameW"};
+inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetShortPathNameWide{"kernel32.dll", "GetShortPathNameW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*)> RegEnumValueWide{
     "advapi32.dll", "RegEnumValueW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR)> RegDeleteValueWide{"advapi32.dll", "RegDeleteValueW"};

@@ -62,11 +62,6 @@ UniqueFile Open(const std::string& path, DWORD access, DWORD share) {
 // Without a text of 32 MB in the message when it fails.
 bool IsBlank(const std::string& bytes) { return bytes.find_first_not_of(' ') == std::string::npos; }
 
-// Long work looks for window events only so often (message_pump.cpp).
-void LetTheNextLookBeDue() {
-  for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 50;) ::Sleep(1);
-}
-
 }  // namespace
 
 TEST(FindSpecialFolder, GivesAFoldersPath) {

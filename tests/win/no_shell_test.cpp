@@ -2,6 +2,8 @@
 // shell's libraries away.
 #include <gtest/gtest.h>
 
+#include "cleaners/NetScapeEraser.h"
+#include "cleaners/OperaClean.h"
 #include "cleaners/modCleanItems.h"
 #include "cleaners/modCleaning.h"
 #include "cleaners/temp_folder.h"
@@ -10,6 +12,8 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
+#include "scratch_folder.h"
+#include "shred/modShred.h"
 
 namespace {
 
@@ -62,4 +66,28 @@ TEST_F(WithoutShell, TheTemporaryFolderIsNotCleanedWhileItsNeighboursAreUnknown)
   EXPECT_THROW(FindSpecialFolder(kProfileFolder), RuntimeError);
   ClearWindowsTemp();
   for (const LogLine& line : log.Lines()) EXPECT_NE(line.text1, "Windows Temporary Files Cleared");
+}
+
+TEST_F(WithoutShell, TheShredderLeavesFoldersSinceNobodyTellsWhichOnesToKeep) {
+  ::CreateDirectoryA("C:\\test\\folder", nullptr);
+  EXPECT_FALSE(RemoveFolderTree("C:\\test\\folder"));
+  EXPECT_TRUE(FolderCheck("C:\\test\\folder"));
+}
+
+TEST_F(WithoutShell, TheOtherBrowsersAreCleanedWhereTheRegistryOrTheCurrentFolderLeadsToThem) {
+  constexpr char kUsers[] = "Software\\Netscape\\Netscape Navigator\\Users";
+  const ScratchFolder folder;
+  for (const char* name : {"FieldSchema.tbl", "mail\\trash", "cache\\x", "0\\cookies.dat", "0\\Cache\\x"}) folder.File(name);
+  folder.File("Opera\\OPERA7\\profile\\global.dat");
+  SaveKeyValue(HKEY_LOCAL_MACHINE, kUsers, "CurrentUser", "joe", REG_SZ);
+  SaveKeyValue(HKEY_LOCAL_MACHINE, std::string(kUsers) + "\\joe", "DirRoot", folder.Path(), REG_SZ);
+  ::SetCurrentDirectoryA(folder.Path().c_str());
+  for (const auto cleaner : {&NSTypedUrl, &CleanNetscapeMail, &CleanNescapeCache, &CleanOperaCookies, &CleanOpera7Cookies,
+                             &CleanOperaCache, &CleanOpera7Cache, &CleanOperaTypedUrls})
+    cleaner();
+  ::SetCurrentDirectoryA("C:\\test");
+  EXPECT_EQ(NamesBelow(folder.Path()),
+            (std::vector<std::string>{"0", "0\\Cache", "cache", "mail", "Opera", "Opera\\OPERA7", "Opera\\OPERA7\\profile",
+                                      "Opera\\OPERA7\\profile\\global.dat"}));
+  EXPECT_EQ(Err.Number(), 0) << Err.Description();
 }

@@ -30,7 +30,8 @@ class OtherProgram {
     ::CloseHandle(started_);
   }
 
-  // On top of the others.
+  // On top of the others and not activated. What the screen tells of the keyboard comes late and may still change the order
+  // of the windows and the window in front in the middle of a test; the lists below tell what was done at the time.
   HWND Open(const std::string& className, const std::string& title, DWORD style = WS_OVERLAPPEDWINDOW | WS_VISIBLE,
             DWORD extendedStyle = 0) {
     HWND window = nullptr;
@@ -40,8 +41,9 @@ class OtherProgram {
       form.hInstance = ::GetModuleHandleA(nullptr);
       form.lpszClassName = className.c_str();
       ::RegisterClassA(&form);
-      window = ::CreateWindowExA(extendedStyle, className.c_str(), title.c_str(), style, 100, 80, 320, 240, nullptr, nullptr,
-                                 form.hInstance, nullptr);
+      window = ::CreateWindowExA(extendedStyle, className.c_str(), title.c_str(), style & ~WS_VISIBLE, 100, 80, 320, 240,
+                                 nullptr, nullptr, form.hInstance, nullptr);
+      if ((style & WS_VISIBLE) != 0) ::ShowWindow(window, SW_SHOWNA);
     });
     return window;
   }
@@ -67,9 +69,17 @@ class OtherProgram {
   }
 
   // Every close, command and system command, and every end of a window (WM_DESTROY), in their order.
-  std::vector<Request> Requests() const {
+  std::vector<Request> Requests() const { return Copy(requests_); }
+
+  // The windows that were shown, hidden and activated, each in its order.
+  std::vector<HWND> Shown() const { return Copy(shown_); }
+  std::vector<HWND> Hidden() const { return Copy(hidden_); }
+  std::vector<HWND> Activated() const { return Copy(activated_); }
+  void Forget() {
     const std::lock_guard lock(mutex_);
-    return requests_;
+    shown_.clear();
+    hidden_.clear();
+    activated_.clear();
   }
 
   // Without the second one of two that follow each other and are the same.
@@ -81,6 +91,17 @@ class OtherProgram {
   }
 
  private:
+  template <class Element>
+  std::vector<Element> Copy(const std::vector<Element>& list) const {
+    const std::lock_guard lock(mutex_);
+    return list;
+  }
+  template <class Element>
+  void Append(std::vector<Element>& list, const Element& element) const {
+    const std::lock_guard lock(mutex_);
+    list.push_back(element);
+  }
+
   void Run() {
     instance_ = this;
     WNDCLASSA form{};
@@ -104,10 +125,10 @@ class OtherProgram {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     OtherProgram& program = *instance_;
     if (message == WM_APP) return (*reinterpret_cast<const std::function<void()>*>(lParam))(), 0;
-    if (message == WM_CLOSE || message == WM_COMMAND || message == WM_SYSCOMMAND || message == WM_DESTROY) {
-      const std::lock_guard lock(program.mutex_);
-      program.requests_.push_back({window, message, wParam, lParam});
-    }
+    if (message == WM_SHOWWINDOW) program.Append(wParam != 0 ? program.shown_ : program.hidden_, window);
+    if (message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE) program.Append(program.activated_, window);
+    if (message == WM_CLOSE || message == WM_COMMAND || message == WM_SYSCOMMAND || message == WM_DESTROY)
+      program.Append(program.requests_, Request{window, message, wParam, lParam});
     if (message == WM_COMMAND || (message == WM_CLOSE && !program.closes_(window))) return 0;
     return ::DefWindowProcA(window, message, wParam, lParam);
   }
@@ -116,6 +137,9 @@ class OtherProgram {
 
   mutable std::mutex mutex_;
   std::vector<Request> requests_;
+  std::vector<HWND> shown_;
+  std::vector<HWND> hidden_;
+  std::vector<HWND> activated_;
   std::function<bool(HWND)> closes_ = [](HWND) { return true; };
   HWND control_ = nullptr;
   HANDLE started_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);

@@ -33,11 +33,35 @@ inline std::vector<std::string> NamesIn(const std::string& folder, const std::st
   return names;
 }
 
+// Everything below a folder, "inner\\name" for what lies deeper. A link is named and not entered.
+inline std::vector<std::string> NamesBelow(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const std::string& name : NamesIn(folder)) {
+    names.push_back(name);
+    const std::string path = folder + "\\" + name;
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) != FILE_ATTRIBUTE_DIRECTORY) continue;
+    for (const std::string& inner : NamesBelow(path)) names.push_back(name + "\\" + inner);
+  }
+  return names;
+}
+
+// Every folder that the file lies in.
+inline void MakeFoldersFor(const std::string& file) {
+  for (std::size_t end = file.find('\\', 3); end != std::string::npos; end = file.find('\\', end + 1))
+    ::CreateDirectoryA(file.substr(0, end).c_str(), nullptr);
+}
+
+inline void PutFile(const std::string& path, const std::string& bytes = "content") {
+  MakeFoldersFor(path);
+  WriteWhole(path, bytes);
+}
+
 class ScratchFolder {
  public:
   explicit ScratchFolder(std::string path = "C:\\test\\scratch") : path_(std::move(path)) {
     RemoveTree(path_);
-    ::CreateDirectoryA(path_.c_str(), nullptr);
+    MakeFoldersFor(path_ + "\\");
   }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -46,9 +70,9 @@ class ScratchFolder {
   const std::string& Path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + "\\" + name; }
 
-  // Makes the file and gives its path.
+  // Makes the file and the folders that it lies in, and gives its path.
   std::string File(const std::string& name, const std::string& bytes = "content") const {
-    WriteWhole(*this / name, bytes);
+    PutFile(*this / name, bytes);
     return *this / name;
   }
 

@@ -26,23 +26,23 @@ inline bool EndsEveryText() { return ::GetVersion() >= 0x80000000u; }
 
 class ScratchKey {
  public:
-  explicit ScratchKey(std::string path) : path_(std::move(path)) { Remove(); }
+  explicit ScratchKey(std::string path, HKEY root = HKEY_CURRENT_USER) : root_(root), path_(std::move(path)) { Remove(); }
   ScratchKey(const ScratchKey&) = delete;
   ScratchKey& operator=(const ScratchKey&) = delete;
   ~ScratchKey() { Remove(); }
 
   const std::string& Path() const { return path_; }
 
-  // The key or one below it, under the current user.
+  // The key or one below it.
   bool Exists(const std::string& below = "") const { return static_cast<bool>(Open(below, KEY_READ)); }
 
   void Create(const std::string& below = "", DWORD options = REG_OPTION_NON_VOLATILE) const {
     HKEY key = nullptr;
-    ::RegCreateKeyExA(HKEY_CURRENT_USER, Full(below).c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    ::RegCreateKeyExA(root_, Full(below).c_str(), 0, nullptr, options, KEY_ALL_ACCESS, nullptr, &key, nullptr);
     UniqueKey close(key);
   }
 
-  void Remove() const { late::SHDeleteKey(HKEY_CURRENT_USER, path_.c_str()); }
+  void Remove() const { late::SHDeleteKey(root_, path_.c_str()); }
 
   // As many bytes as `bytes` holds: Windows NT counts a zero that stands behind a text, so none does. Windows 9x counts
   // for itself and ends every text.
@@ -90,12 +90,13 @@ class ScratchKey {
 
   UniqueKey Open(const std::string& below, REGSAM access) const {
     HKEY key = nullptr;
-    const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, Full(below).c_str(), 0, access, &key);
+    const LONG status = ::RegOpenKeyExA(root_, Full(below).c_str(), 0, access, &key);
     return UniqueKey(status == ERROR_SUCCESS ? key : nullptr);
   }
 
  private:
   std::string Full(const std::string& below) const { return below.empty() ? path_ : path_ + "\\" + below; }
 
+  HKEY root_;
   std::string path_;
 };

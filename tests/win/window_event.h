@@ -32,3 +32,8 @@ class WindowEvents {
 
   static inline std::function<void()> action_;
 };
+
+// Long work looks for window events only so often (message_pump.cpp): after this, at its next step.
+inline void LetTheNextLookBeDue() {
+  for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 50;) ::Sleep(1);
+}

@@ -1,0 +1,300 @@
+"""Running invisibly: the warning before it, Ctrl+H and Ctrl+U, and what is gone and comes back."""
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+import browsers  # noqa: E402
+from driver import BUILT, WM_CLOSE, View, wait_for  # noqa: E402
+from program import CLOSE_BUTTON, STORE, ProgramCase, only  # noqa: E402
+
+TEXT = ('Clicking this button will make Quellix run invisibly. You can also press "Ctrl + H" to hide. '
+        'To unhide the application press "Ctrl + U"')
+
+
+class InvisibleCase(ProgramCase):
+    options = {"prepare": browsers.install}
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        browsers.keep_keyboard(cls.d)
+
+    def start_with(self, message: str | None = None) -> None:
+        self.start(only("OpenSavedDialoge") | ({"Message_key": {"Message": message}} if message is not None else {}))
+
+    def press_button(self) -> None:
+        self.d.click("cmdSchedule")
+        self.d.wait_visible("cmdRunInv")
+        self.d.click("cmdRunInv")
+
+    def warning(self) -> View:
+        return self.d.wait_window("#32770", "Warning")
+
+    def warnings(self) -> int:
+        return len(self.d.find_windows("#32770", "Warning", visible=None))
+
+    def ctrl_h(self) -> View:
+        with self.d.held("ctrl", "h"):
+            return self.warning()
+
+    def press_continue(self) -> None:
+        self.d.click("cmdContinue", self.warning())
+
+    def wait_invisible(self) -> None:
+        self.d.wait_no_window("frmMain")
+        self.d.wait_no_icon()
+
+    def come_back(self) -> None:
+        with self.d.held("ctrl", "u"):
+            self.d.wait_window("frmMain")
+        self.wait_in_front()
+        self.d.wait_icon()
+
+    def stored(self) -> str | None:
+        return self.d.registry_value("Message_key", "Message")
+
+
+class TheWarning(InvisibleCase):
+    def setUp(self):
+        self.start_with()
+
+    def test_says_what_will_happen_over_a_window_that_waits(self):
+        d = self.d
+        self.press_button()
+        warning = self.warning()
+        self.assertEqual((warning.title, warning.owner), ("Warning", d.main.hwnd))
+        self.assertEqual([d.text(name, warning) for name in ("lblWarning", "chkWarning", "cmdContinue")],
+                         [TEXT, "Don't show this message again", "Continue"])
+        self.assertFalse(d.checked("chkWarning", warning))
+        self.assertFalse(d.main.enabled)
+        self.assertEqual((d.foreground().hwnd, d.icon() is not None), (warning.hwnd, True))
+        d.wait_focus("cmdContinue", warning)
+        size = d.text_size("lblWarning", d.control("lblWarning", warning).rect[2] - d.control("lblWarning", warning).rect[0],
+                           warning)
+        self.assertLessEqual(size.height, size.client[3], "the text fits")
+        d.settle("cmdContinue", warning)
+        d.screenshot(BUILT / "panels" / "frmWarning.png", warning)
+
+    def test_lets_the_program_go_invisible_by_continue_and_comes_again_the_next_time(self):
+        self.press_button()
+        self.press_continue()
+        self.wait_invisible()
+        self.assertIsNone(self.stored())
+        self.come_back()
+        self.assertTrue(self.d.main.enabled)
+        self.d.click("cmdRunInv")
+        self.warning()
+
+    def test_does_not_come_again_when_that_is_wished(self):
+        d = self.d
+        self.press_button()
+        d.set_checked("chkWarning", window=self.warning())
+        self.press_continue()
+        self.wait_invisible()
+        self.assertEqual(self.stored(), "Dont")
+        self.come_back()
+        d.click("cmdRunInv")
+        self.wait_invisible()
+        self.assertEqual(self.warnings(), 0)
+        self.come_back()
+        self.end()
+        self.assertEqual(self.stored(), "Dont")
+
+    def test_lets_the_program_go_invisible_by_enter(self):
+        self.press_button()
+        self.d.wait_focus("cmdContinue", self.warning())
+        self.d.key("Return")
+        self.wait_invisible()
+
+    def test_that_is_closed_another_way_stores_nothing_and_lets_the_program_go_invisible(self):
+        d = self.d
+        for close in (lambda: d.key("Escape"), lambda: self.click_title_button(CLOSE_BUTTON, self.warning())):
+            self.press_button()
+            d.set_checked("chkWarning", window=self.warning())
+            close()
+            self.wait_invisible()
+            self.assertIsNone(self.stored())
+            self.come_back()
+
+    def test_lets_the_program_go_invisible_although_its_wish_cannot_be_stored(self):
+        d = self.d
+        d.reg_delete_key("HKCU", STORE)
+        d.reg_make_volatile("HKCU", STORE)
+        self.addCleanup(d.reg_delete_key, "HKCU", STORE)
+        self.press_button()
+        d.set_checked("chkWarning", window=self.warning())
+        self.press_continue()
+        self.wait_invisible()
+        self.assertEqual((d.boxes(), self.stored()), ([], None))
+
+    def test_is_hidden_and_brought_back_with_the_window_by_the_boss_key(self):
+        d = self.d
+        self.press_button()
+        warning = self.warning()
+        with d.held("F10"):
+            d.wait_no_window("frmMain")
+            wait_for("the warning out of sight", lambda: not d.find_window("#32770", "Warning"))
+        with d.held("shift", "F10"):
+            wait_for("the warning in front", lambda: d.foreground().hwnd == warning.hwnd)
+        self.assertEqual(self.warnings(), 1)
+        d.key("Escape")  # the menu bar, which F10 chooses
+        self.press_continue()
+        self.wait_invisible()
+
+    def test_ends_with_the_program(self):
+        self.press_button()
+        self.warning()
+        self.d.post(None, WM_CLOSE)
+        self.assertEqual(self.d.wait_ended(), 0)
+        self.assertEqual(self.warnings(), 0)
+
+
+class CtrlH(InvisibleCase):
+    def test_shows_one_warning_however_long_it_is_held(self):
+        d = self.d
+        self.start_with()
+        with d.held("ctrl", "h"):
+            self.warning()
+            browsers.let_polls_pass(d, 60)
+            self.assertEqual(self.warnings(), 1)
+        with d.held("ctrl", "h"):
+            browsers.let_polls_pass(d)
+            self.assertEqual(self.warnings(), 1)
+        self.press_continue()
+        self.wait_invisible()
+        self.come_back()
+
+    def test_works_while_another_program_has_the_keyboard(self):
+        d = self.d
+        self.start_with("Dont")
+        other = browsers.open_windows(d, ("Form", "Other work"))
+        wait_for("the other program in front", lambda: d.foreground().pid == other)
+        with d.held("ctrl", "h"):
+            self.wait_invisible()
+        self.assertEqual(d.foreground().pid, other)
+        self.come_back()
+        d.terminate(other)
+
+    def test_goes_invisible_at_once_when_the_store_says_anything_but_do(self):
+        for stored in ("Dont", "", "do", "DO", "Don't", "1"):
+            with self.subTest(stored=stored):
+                self.start_with(stored)
+                with self.d.held("ctrl", "h"):
+                    self.wait_invisible()
+                self.assertEqual((self.warnings(), self.stored()), (0, stored))
+                self.come_back()
+
+    def test_shows_the_warning_when_the_store_says_do_with_blanks(self):
+        self.start_with("  Do ")
+        self.ctrl_h()
+        self.press_continue()
+        self.wait_invisible()
+
+    def test_held_does_nothing_more_to_what_is_invisible(self):
+        d = self.d
+        self.start_with("Dont")
+        with d.held("ctrl", "h"):
+            self.wait_invisible()
+            browsers.let_polls_pass(d, 40)
+        self.assertEqual((d.main.visible, d.icon(), d.boxes()), (False, None, []))
+        self.come_back()
+
+    def test_puts_no_warning_over_a_question(self):
+        d = self.d
+        self.start_with()
+        self.ask_to_exit()
+        with d.held("ctrl", "h"):
+            browsers.let_polls_pass(d)
+        self.assertEqual((self.warnings(), len(d.boxes()), d.main.visible), (0, 1, True))
+        d.press_button_in_box("No")
+        wait_for("the window to be usable", lambda: d.main.enabled)
+        self.ctrl_h()
+
+    def test_takes_a_question_along_when_there_is_no_warning(self):
+        d = self.d
+        self.start_with("Dont")
+        question = self.ask_to_exit().hwnd
+        with d.held("ctrl", "h"):
+            self.wait_invisible()
+        wait_for("the question out of sight", lambda: d.find_window("#32770") is None)
+        with d.held("ctrl", "u"):
+            wait_for("the question in front", lambda: d.foreground().hwnd == question)
+        d.wait_icon()
+        d.press_button_in_box("No")
+        self.wait_in_front()
+
+    def ask_to_exit(self) -> View:
+        self.d.right_click_icon()
+        self.d.pick("Exit")
+        return self.d.wait_box("Confirmation")
+
+
+class BeingInvisible(InvisibleCase):
+    def setUp(self):
+        self.start_with("Dont")
+        with self.d.held("ctrl", "h"):
+            self.wait_invisible()
+
+    def test_ends_by_ctrl_u_with_window_and_icon_in_their_places(self):
+        self.come_back()
+        self.assertTrue(self.d.main.enabled)
+        self.minimise()
+        self.d.click_icon()
+        self.wait_in_front()
+
+    def test_ends_by_the_boss_key_with_shift_without_the_icon_which_ctrl_u_brings_back(self):
+        d = self.d
+        with d.held("shift", "F10"):
+            self.wait_in_front()
+        self.assertIsNone(d.icon())
+        with d.held("ctrl", "u"):
+            d.wait_icon()
+
+    def test_ends_by_a_second_start_without_the_icon(self):
+        self.assertEqual(self.d.second_instance(), 0)
+        self.wait_in_front()
+        self.assertIsNone(self.d.icon())
+
+    def test_lasts_when_the_taskbar_is_started_again(self):
+        d = self.d
+        d.probe.ask("broadcast", "TaskbarCreated")
+        d.response_ms()  # it has the message by now
+        d.settle(d.taskbar())
+        self.assertEqual((d.icon(), d.main.visible), (None, False))
+        self.come_back()
+        d.restart_taskbar()
+        d.wait_icon()
+
+    def test_of_a_minimised_window_ends_with_a_normal_one(self):
+        self.come_back()
+        self.minimise()
+        with self.d.held("ctrl", "h"):
+            self.wait_invisible()
+        self.come_back()
+        self.assertFalse(self.d.main.iconic)
+
+    def test_does_not_keep_the_program_from_its_end(self):
+        self.d.post(None, WM_CLOSE)
+        self.assertEqual(self.d.wait_ended(), 0)
+        self.assertEqual(self.d.registry_value("Shredder", "txtLevel"), "50")
+
+    def test_does_not_keep_the_session_from_its_end(self):
+        self.d.end_session()
+        self.assertEqual(self.d.wait_ended(), 0)
+        self.assertEqual(self.d.registry_value("Shredder", "txtLevel"), "50")
+
+
+class OnWindows98(InvisibleCase):
+    options = {"prepare": browsers.install, "windows": "win98"}
+
+    def test_it_goes_and_comes_back_in_the_same_way(self):
+        self.start_with()
+        self.ctrl_h()
+        self.press_continue()
+        self.wait_invisible()
+        self.come_back()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

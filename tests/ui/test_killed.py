@@ -1,0 +1,71 @@
+"""The program is ended from outside, with no chance to save anything, in the middle of a run and while it stores."""
+import random
+import sys
+import time
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from driver import WM_CLOSE, wait_for  # noqa: E402
+from program import ITEMS, ProgramCase, only  # noqa: E402
+
+TIMES = 10
+OTHERS = {"Scheduling": {"chkShEnable": "1", "chkRbt": "0", "CHKieclose": "False", "ScheduleMin": "45", "Shutdown": "1"},
+          "Startup": {"LoadStartup": "1", "Startup": "0"}, "Shredder": {"txtLevel": "73"}, "Boss": {"bossKey": "115"},
+          "Message_key": {"Message": "Dont"}}
+
+
+class TheProgramIsEnded(ProgramCase):
+    def stored(self) -> dict[str, dict[str, str]]:
+        return {section: self.d.registry_section(section) for section in ("CleanSettings", *OTHERS)}
+
+    def check_next_start(self) -> None:
+        """It comes up, shows what is stored, and stores it again when it ends."""
+        before = self.stored()
+        self.d.wait_no_icon()
+        self.restart()
+        shown = {item.key: "1" if self.d.checked(item.box) else "0" for item in ITEMS}
+        self.assertEqual(shown, before["CleanSettings"])
+        self.assertEqual((self.d.text("txtLevel"), self.d.text("cmbBoss"), self.d.boxes()), ("73", "F4", []))
+        self.end()
+        after = self.stored()
+        for section, values in before.items():
+            self.assertEqual(values, {key: after[section].get(key) for key in values})
+
+    def test_in_the_middle_of_a_run_and_loses_nothing(self):
+        chance = random.Random(1)
+        settings = only("WinTempFileFolder", "RunHistory", "OpenSavedDialoge") | OTHERS | {"Startup": {"LoadStartup": "0"}}
+        for number in range(TIMES):
+            for file in range(50):
+                (self.d.home.temp / f"trace{file}.tmp").write_text("x")
+            self.start(settings)
+            before = self.stored()
+            self.press_erase_only()
+            time.sleep(chance.uniform(0, 3))  # the point in the run; nothing is waited for
+            self.d.terminate()
+            with self.subTest(number):
+                self.assertEqual(self.stored(), before)
+                self.check_next_start()
+
+    def test_while_it_stores_and_each_setting_is_the_old_or_the_new_one(self):
+        chance = random.Random(2)
+        old = only(*(item.key for item in ITEMS))["CleanSettings"]
+        new = only()["CleanSettings"]
+        for number in range(TIMES):
+            self.start(only(*(item.key for item in ITEMS)) | OTHERS)
+            self.d.click("cmdDeselectAll")
+            wait_for("empty boxes", lambda: not any(self.d.checked(item.box) for item in ITEMS))
+            self.d.post(None, WM_CLOSE)
+            time.sleep(chance.uniform(0, 0.01))  # the point in the saving; nothing is waited for
+            self.d.terminate()
+            with self.subTest(number):
+                stored = self.stored()
+                for key, text in stored["CleanSettings"].items():
+                    self.assertIn(text, (old[key], new[key]))
+                for section in OTHERS:
+                    self.assertLessEqual(OTHERS[section].items(), stored[section].items())
+                self.check_next_start()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
