@@ -13,6 +13,7 @@ sys.path.insert(0, str(ROOT / "tests/ui"))
 sys.path.insert(0, str(ROOT / "tests/doubles"))
 sys.path.insert(0, str(ROOT / "tools/traces"))
 import other_browsers  # noqa: E402
+import browsers  # noqa: E402
 import url_cache  # noqa: E402
 from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
 from url_history import history_urls, install_history_store, plant_history  # noqa: E402
@@ -22,6 +23,7 @@ TRACES = ROOT / "tools/traces/traces.cpp"
 
 # Item as the program names it, family as the traces program or a counter below names it.
 ITEMS = [
+    ("Shut down all Browser Windows before Erasing", "browser windows"),
     ("Scheduled File Shredder", "listed files"),
     ("Erase Location Bar History", "typed addresses"),
     ("Erase AutoComplete  Forms Data", "form entries"),
@@ -75,6 +77,7 @@ def plant_files(home) -> None:
     for path in LISTED:
         (home.c / path[3:].replace("\\", "/")).write_text("a draft")
     other_browsers.plant(home)
+    browsers.install(home)
 
 
 def count_files(home) -> dict[str, int]:
@@ -94,7 +97,7 @@ def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
     counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
     return counted | count_files(home) | other_browsers.count(home) | {
         "cache entries": cache["content"], "cookies": cache["cookie"],
-        "history entries": cache["visited"] + len(history_urls(home))}
+        "history entries": cache["visited"] + len(history_urls(home)), "browser windows": len(browsers.states(desktop))}
 
 
 def schedule_shredding(desktop: Desktop) -> None:
@@ -122,21 +125,23 @@ def follow_log(desktop: Desktop) -> list[str]:
 
 
 def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
-    print(f"\n   {'item':40} {'traces':25} {'before':>7} {'after':>7}")
+    print(f"\n   {'item':44} {'traces':25} {'before':>7} {'after':>7}")
     clean = True
     for item, family in ITEMS:
         left = after[family]
         clean = clean and left == 0
-        print(f"   {item:40} {family:25} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
+        print(f"   {item:44} {family:25} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
     return clean
 
 
 def main() -> int:
     print("== laying out a private profile", flush=True)
     traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
-    with Desktop("run-job", start=False, prepare=plant_files, registry=other_browsers.REGISTRY) as desktop:
+    with Desktop("run-job", start=False, prepare=plant_files, registry=other_browsers.REGISTRY,
+                 settings={"Scheduling": {"CHKieclose": "True"}}) as desktop:
         (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
         url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
+        browsers.open_windows(desktop, (browsers.FRAME, "Holiday photos"), (browsers.FRAME, "Bank account"))
         before = count_traces(desktop, "plant")
         empty = [family for _, family in ITEMS if before[family] == 0]
         if empty:
