@@ -122,8 +122,8 @@ void fraShred::ShredManually() {
   txtMessage.SetText(Outcome(gone, count, " files shredded."));
 }
 
-// Gives the number of files that are gone. Errors are told where they arise. `*cutShort`, when given, ends the run behind
-// the file in hand as soon as it is true; the others stay on the list.
+// Gives the number of files that were there and are gone. Errors are told where they arise. `*cutShort`, when given, ends
+// the run behind the file in hand as soon as it is true; the others stay on the list.
 int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
   if (list.Count() == 0) {
     ShowBox("Error: Enter a file for shredding!", MB_ICONERROR);
@@ -138,10 +138,11 @@ int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cu
   const ReportBurst burst;
   for (const std::string& path : paths) {
     if (cutShort != nullptr && *cutShort) break;
+    const bool wasThere = IsThere(path);
     resumeNext([&] { ShredFile(path, level); });
     ++step;
     resumeNext([&] { PbarShred.SetValue(step); });
-    gone += IsThere(path) ? 0 : 1;
+    gone += wasThere && !IsThere(path) ? 1 : 0;
   }
   Err.Clear();
   list.RemoveFirst(step);
@@ -161,10 +162,11 @@ void fraShred::ShredFolders() {
   const int count = lstFolder.ListCount();
   for (int line = 0; line < count; ++line) {
     const std::string folder = lstFolder.Item(line);
+    const bool wasThere = FolderCheck(folder);
     resumeNext([&] {
-      if (FolderCheck(folder)) ShredFolder(folder);
+      if (wasThere) ShredFolder(folder);
     });
-    gone += FolderCheck(folder) ? 0 : 1;
+    gone += wasThere && !FolderCheck(folder) ? 1 : 0;
   }
   lstFolder.Clear();
   txtMessage.SetText(Outcome(gone, count, " folders deleted."));

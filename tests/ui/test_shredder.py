@@ -195,9 +195,16 @@ class ShreddingFiles(ShredderCase):
         holder = self.hold(paths[2])
         self.fill("lstFileShred", [*paths, r"C:\work\missing.txt"])
         self.shred()
-        d.wait_text("txtMessage", "3 of 4 files shredded.")
+        d.wait_text("txtMessage", "2 of 4 files shredded.")
         self.assertEqual((d.boxes(), self.left(), (self.work / "held.txt").read_text()), ([], ["held.txt"], "content"))
         d.terminate(holder)
+
+    def test_does_not_count_a_file_whose_name_it_cannot_reach(self):
+        (self.work / "Пароли.txt").write_text("outside the code page")
+        self.fill("lstFileShred", [r"C:\work\Пароли.txt"])
+        self.shred()
+        self.d.wait_text("txtMessage", "0 of 1 files shredded.")
+        self.assertEqual((self.left(), self.d.boxes()), (["Пароли.txt"], []))
 
     def test_goes_on_at_the_fixed_length_when_the_level_is_no_number(self):
         paths = self.files("a.txt")
@@ -258,7 +265,8 @@ class ShreddingFiles(ShredderCase):
 
 class ShreddingFolders(ShredderCase):
     def shred(self, *folders: str) -> str:
-        self.fill("lstFolder", list(folders))
+        if folders:
+            self.fill("lstFolder", list(folders))
         self.d.click("cmdShredFolder")
         self.wait_count("lstFolder", 0)
         return self.d.text("txtMessage")
@@ -275,6 +283,14 @@ class ShreddingFolders(ShredderCase):
         self.assertEqual(self.shred(r"C:\work\one", "C:\\work\\two\\"), "2 folders deleted.")
         self.assertEqual(self.left(), ["three.txt"])
         self.assertEqual([file.read_text() for file in second], ["content"] * 5)
+
+    def test_counts_no_folder_that_was_not_there(self):
+        self.files("one/a.txt", "file.txt")
+        self.fill("lstFolder", [r"C:\work\one"])
+        (self.work / "one/a.txt").unlink()
+        (self.work / "one").rmdir()
+        self.assertEqual(self.shred(), "0 of 1 folders deleted.")
+        self.assertEqual((self.left(), self.d.boxes()), (["file.txt"], []))
 
     def test_leaves_what_must_stay_with_everything_in_it(self):
         c = self.d.home.c

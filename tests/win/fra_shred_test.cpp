@@ -182,12 +182,13 @@ TEST_F(ManualShredTest, TakesTheBarToEachFilesPlaceAlsoOfOneThatIsSkipped) {
   EXPECT_EQ(bar.Steps().back(), "0") << "the bar is reset";
 }
 
-TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeft) {
+TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeftOrWereNeverThere) {
   Names paths = Files(2);
+  paths.push_back(folder / "missing");
   const HANDLE holder = ::CreateFileA(paths[0].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   Drop(IDC_lstFileShred, paths);
   Press(IDC_cmdshredFiles);
-  EXPECT_EQ(Text(IDC_txtMessage), "1 of 2 files shredded.");
+  EXPECT_EQ(Text(IDC_txtMessage), "1 of 3 files shredded.");
   EXPECT_EQ(Count(IDC_lstFileShred), 0);
   ::CloseHandle(holder);
   EXPECT_EQ(ReadWhole(paths[0]), "content");

@@ -3,16 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "cleaners/NetScapeEraser.h"
 #include "erase/run_cleaner.h"
 #include "file_calls.h"
 #include "log_recorder.h"
+#include "netscape_profiles.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
-#include "scratch_folder.h"
 #include "scratch_key.h"
 #include "shell_folders.h"
 #include "window_event.h"
@@ -21,115 +18,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Names = std::vector<std::string>;
-
-struct TestedCleaner {
-  const char* name;
-  void (*clean)();
-  Names ofRegistered;  // what goes of a profile that the registry names
-  Names ofMozilla;     // what goes below the folder of Mozilla's profiles
-};
-
-const std::vector<TestedCleaner> kCleaners = {
-    {"NSTypedUrl",
-     &NSTypedUrl,
-     {"FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "URLFieldSchema.tbl"},
-     {"joe\\abc.slt\\FieldSchema.tbl", "joe\\abc.slt\\schemaconcat.TBL", "joe\\abc.slt\\Value.tbl",
-      "joe\\abc.slt\\a\\b\\c\\URLFieldSchema.tbl"}},
-    {"CleanNetscapeMail",
-     &CleanNetscapeMail,
-     {"mail\\trash", "mail\\trash.nsm"},
-     {"trash", "joe\\abc.slt\\Mail\\pop.example\\Trash", "joe\\abc.slt\\Mail\\pop.example\\Trash.msf",
-      "joe\\abc.slt\\Mail\\pop.example\\ash"}},
-    {"CleanNescapeCache",
-     &CleanNescapeCache,
-     {"cache\\0A\\M0A1.gif", "cache\\0A\\deep\\deeper\\M0A2.gif", "cache\\fat.db"},
-     {"Cache\\x", "joe\\abc.slt\\Cache\\_CACHE_001_", "joe\\abc.slt\\Cache\\Cache\\1A", "joe\\abc.slt\\a\\b\\c\\CACHE\\2B"}},
-};
-
-// What stays, whichever cleaner runs.
-const Names kKeptOfRegistered = {"bookmark.htm",      "prefs.js",
-                                 "cookies.txt",       "netscape.hst",
-                                 "Value.tbl",         "trash",
-                                 "cache2\\x",         "mail\\Inbox",
-                                 "mail\\trash.snm",   "mail\\Trash2",
-                                 "deep\\cache\\x",    "deep\\FieldSchema.tbl",
-                                 "deep\\mail\\trash", "URLFieldSchema.tbl.bak"};
-const Names kKeptOfMozilla = {"joe\\abc.slt\\bookmarks.html",
-                              "joe\\abc.slt\\prefs.js",
-                              "joe\\abc.slt\\history.dat",
-                              "joe\\abc.slt\\Cache2\\x",
-                              "joe\\abc.slt\\my cache\\x",
-                              "joe\\abc.slt\\trash folder\\x",
-                              "joe\\abc.slt\\Mail\\pop.example\\Inbox",
-                              "joe\\abc.slt\\Mail\\pop.example\\Inbox.msf",
-                              "joe\\abc.slt\\Mail\\pop.example\\Trash2",
-                              "joe\\abc.slt\\FieldSchema.tbl.bak",
-                              "joe\\abc.slt\\a\\cache"};
-
-Names AllOf(const Names& kept, Names TestedCleaner::*taken, const TestedCleaner* butOf = nullptr) {
-  Names all = kept;
-  for (const TestedCleaner& cleaner : kCleaners)
-    if (&cleaner != butOf) all.insert(all.end(), (cleaner.*taken).begin(), (cleaner.*taken).end());
-  std::sort(all.begin(), all.end());
-  return all;
-}
-
-void LayOutRegistered(const std::string& profile) {
-  for (const std::string& name : AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered)) PutFile(profile + "\\" + name);
-}
-
-void LayOutMozilla(const std::string& root) {
-  for (const std::string& name : AllOf(kKeptOfMozilla, &TestedCleaner::ofMozilla)) PutFile(root + "\\" + name);
-}
-
-// What a cleaner leaves of each.
-Names RegisteredBut(const TestedCleaner& cleaner) { return AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered, &cleaner); }
-Names MozillaBut(const TestedCleaner& cleaner) { return AllOf(kKeptOfMozilla, &TestedCleaner::ofMozilla, &cleaner); }
-
-Names With(const std::string& name, Names names) {
-  names.insert(std::upper_bound(names.begin(), names.end(), name), name);
-  return names;
-}
-
-Names FilesBelow(const std::string& folder) {
-  Names names = NamesBelow(folder);
-  std::erase_if(names, [&](const std::string& name) {
-    return (::GetFileAttributesA((folder + "\\" + name).c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  });
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-// Everything that would go if a missing folder were read as the current one or as the root of its drive.
-const char* const kCanaryPlaces[] = {"C:\\", "C:\\test\\current\\"};
-const char* const kCanaries[] = {"FieldSchema.tbl",
-                                 "trash",
-                                 "mail\\trash",
-                                 "cache\\x",
-                                 "x",
-                                 "folder\\x",
-                                 "Mozilla\\Profiles\\trash",
-                                 "Application Data\\Mozilla\\Profiles\\Value.tbl",
-                                 "Application Data\\Mozilla\\Profiles\\Cache\\x",
-                                 "profile\\FieldSchema.tbl",
-                                 "profile\\mail\\trash",
-                                 "profile\\cache\\x",
-                                 "Users\\joe\\FieldSchema.tbl",
-                                 "Users\\joe\\cache\\x"};
-
-Names MissingCanaries() {
-  Names missing;
-  for (const std::string place : kCanaryPlaces)
-    for (const char* name : kCanaries)
-      if (!IsThere(place + name)) missing.push_back(place + name);
-  return missing;
-}
-
-void PutCanaries() {
-  for (const std::string place : kCanaryPlaces)
-    for (const char* name : kCanaries) PutFile(place + name);
-}
 
 const std::string kUsers = "Netscape Navigator\\Users";
 const std::string kBiff = "Netscape Navigator\\biff";
@@ -219,11 +107,10 @@ TEST_P(Netscape, FindsTheTargetsOfEachCleanerAtAnyDepthBelowMozillasFolderInAnyC
 
 TEST_P(Netscape, IsCleanedByItsItems) {
   RegisterCommunicator("joe", communicator);
-  const ::Cleaner items[] = {::Cleaner::NetscapeTypedUrls, ::Cleaner::NetscapeMail, ::Cleaner::NetscapeCache};
-  for (std::size_t index = 0; index < kCleaners.size(); ++index) {
+  for (const TestedCleaner& cleaner : kCleaners) {
     LayOutRegistered(communicator);
-    RunCleaner(items[index]);
-    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(kCleaners[index])) << kCleaners[index].name;
+    RunCleaner(cleaner.item);
+    EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
   }
 }
 
@@ -307,7 +194,8 @@ TEST_P(Netscape, LetsEventsRunBeforeItBeginsAndTakesNothingAfterAStopThatComesTh
     events.AtTheNext([] { StopErase = true; });
     cleaner.clean();
     EXPECT_TRUE(events.HasRun()) << cleaner.name;
-    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size()) << cleaner.name;
+    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size())
+        << cleaner.name;
   }
 }
 
@@ -326,7 +214,8 @@ TEST_P(Netscape, TakesNoFurtherFileAfterAStopInTheMiddle) {
     cleaner.clean();
     EXPECT_EQ(calls.LookedAt().size(), looks) << cleaner.name << " looks for further ones";
     EXPECT_EQ(calls.Deleted().size(), 1u) << cleaner.name;
-    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size() - 1) << cleaner.name;
+    EXPECT_EQ(FilesBelow(communicator).size(), AllOf(kKeptOfRegistered, &TestedCleaner::ofRegistered).size() - 1)
+        << cleaner.name;
   }
 }
 
