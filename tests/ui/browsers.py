@@ -39,6 +39,12 @@ def keep_keyboard(d: Desktop) -> None:
     open_windows(d, ("Form", "Work"), refusal=-1)
 
 
+def in_front(d: Desktop, window: int | None = None, process: int | None = None) -> bool:
+    """Whether a window, or one of a process, has the keyboard; for moments none has it."""
+    front = d.foreground()
+    return front is not None and window in (None, front.hwnd) and process in (None, front.pid)
+
+
 def let_polls_pass(d: Desktop, count: int = 10) -> None:
     """Waits so long that the program has looked at the keyboard so many times. From outside nothing tells when it does."""
     begin = d.probe.ask("input").now

@@ -281,7 +281,7 @@ class ATickWithNothingSelected(ScheduleCase):
         d.click("cmdRunInv")
         warning = d.wait_window("#32770", "Warning")
         self.tick(3)
-        self.assertEqual((d.boxes(), d.foreground().hwnd), ([], warning.hwnd))
+        self.assertEqual(d.boxes(), [])
         d.click("cmdContinue", warning)
         d.wait_no_window("frmMain")
 
