@@ -150,6 +150,13 @@ class TheWarning(InvisibleCase):
         self.assertEqual(self.d.wait_ended(), 0)
         self.assertEqual(self.warnings(), 0)
 
+    def test_does_not_keep_the_session_from_its_end(self):
+        self.press_button()
+        self.warning()
+        self.d.end_session()
+        self.assertEqual(self.d.wait_ended(), 0)
+        self.assertEqual(self.d.registry_value("Shredder", "txtLevel"), "50")
+
 
 class CtrlH(InvisibleCase):
     def test_shows_one_warning_however_long_it_is_held(self):
