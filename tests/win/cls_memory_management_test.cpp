@@ -110,6 +110,7 @@ TEST_F(AllocateTest, GivesABlockOfZerosAlsoWhereAnOlderBlockWas) {
 }
 
 TEST_F(AllocateTest, LocksThePagesInMemoryBeforeTheyAreTouched) {
+  // Runs on the NT family from Windows Server 2003 on, and so here; older systems have no way to ask.
   if (!QueryWorkingSet) GTEST_SKIP() << "this system does not tell which pages are in memory";
   const Pages unlocked(2);
   block.Allocate(2 * kPage);
