@@ -8,6 +8,7 @@
 
 #include "cache_entries.h"
 #include "cleaners/cache_walks.h"
+#include "pairs.h"
 
 namespace {
 
@@ -31,25 +32,21 @@ void BareLoop() {
 }
 
 template <class Work>
-double Milliseconds(int entries, Work work) {
+double OnACache(int entries, Work work) {
   FillTheCache(entries);
-  LARGE_INTEGER frequency, before, after;
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&before);
-  work();
-  ::QueryPerformanceCounter(&after);
+  const double milliseconds = Milliseconds(work);
   if (!CachedUrls().empty()) {
     std::fprintf(stderr, "the cache is not empty after the work\n");
     std::exit(1);
   }
-  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+  return milliseconds;
 }
 
 double Product(int entries) {
-  return Milliseconds(entries, [] { ClearUrlCache(); });
+  return OnACache(entries, [] { ClearUrlCache(); });
 }
 
-double Baseline(int entries) { return Milliseconds(entries, &BareLoop); }
+double Baseline(int entries) { return OnACache(entries, &BareLoop); }
 
 }  // namespace
 
@@ -57,14 +54,7 @@ int main(int count, char** arguments) {
   if (count != 3) return 2;
   const int entries = std::atoi(arguments[1]);
   EmptyTheCache();
-  for (int pair = 0; pair < std::atoi(arguments[2]); ++pair) {
-    // In turn, and each goes first every other time.
-    double product = 0;
-    if (pair % 2 == 0) product = Product(entries);
-    const double baseline = Baseline(entries);
-    if (pair % 2 == 1) product = Product(entries);
-    std::printf("%.3f\t%.3f\n", product, baseline);
-    std::fflush(stdout);
-  }
+  RunPairs(
+      std::atoi(arguments[2]), [&] { return Product(entries); }, [&] { return Baseline(entries); });
   return 0;
 }

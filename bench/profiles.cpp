@@ -36,24 +36,6 @@ void MakeProfiles(int folders) {
   }
 }
 
-template <class AtFile, class AtFolder>
-void Walk(const std::string& folder, AtFile atFile, AtFolder atFolder) {
-  WIN32_FIND_DATAA found;
-  const HANDLE find = ::FindFirstFileA((folder + "\\*").c_str(), &found);
-  if (find == INVALID_HANDLE_VALUE) return;
-  do {
-    if (std::strcmp(found.cFileName, ".") == 0 || std::strcmp(found.cFileName, "..") == 0) continue;
-    const std::string path = folder + "\\" + found.cFileName;
-    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      atFile(path, found.cFileName);
-    } else {
-      Walk(path, atFile, atFolder);
-      atFolder(path, found.cFileName);
-    }
-  } while (::FindNextFileA(find, &found));
-  ::FindClose(find);
-}
-
 const auto nothing = [](const std::string&, const char*) {};
 
 void BareFiles(const char* names) {
@@ -72,10 +54,7 @@ void BareCaches() {
   Walk(Root(), nothing, [&](const std::string& path, const char* name) {
     if (::stricmp(name, "cache") == 0) paths.push_back(path);
   });
-  for (const std::string& cache : paths)
-    Walk(
-        cache, [](const std::string& path, const char*) { ::DeleteFileA(path.c_str()); },
-        [](const std::string& path, const char*) { ::RemoveDirectoryA(path.c_str()); });
+  for (const std::string& cache : paths) BareEmpty(cache);
 }
 
 int FilesLeft() {
@@ -83,13 +62,6 @@ int FilesLeft() {
   Walk(
       Root(), [&](const std::string&, const char*) { ++files; }, nothing);
   return files;
-}
-
-// What is left is cleared away by nobody else.
-void Empty() {
-  Walk(
-      Root(), [](const std::string& path, const char*) { ::DeleteFileA(path.c_str()); },
-      [](const std::string& path, const char*) { ::RemoveDirectoryA(path.c_str()); });
 }
 
 template <class Work>
@@ -101,7 +73,7 @@ double OnProfiles(int folders, Work work) {
     std::fprintf(stderr, "%d files are left, and not %d\n", FilesLeft(), outsideCaches * kKeptPerFolder);
     std::exit(1);
   }
-  Empty();
+  BareEmpty(Root());  // what is left is cleared away by nobody else
   return milliseconds;
 }
 

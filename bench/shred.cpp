@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32.h"
+#include "pairs.h"
 #include "shred/modShred.h"
 #include "shred/overwrite_sequence.h"
 
@@ -66,29 +66,25 @@ void BareLoop(const std::vector<std::string>& paths, const std::vector<std::stri
 }
 
 template <class Work>
-double Milliseconds(int count, Work work) {
+double OnFiles(int count, Work work) {
   const std::vector<std::string> paths = MakeFiles(count);
-  LARGE_INTEGER frequency, before, after;
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&before);
-  work(paths);
-  ::QueryPerformanceCounter(&after);
+  const double milliseconds = Milliseconds([&] { work(paths); });
   for (const std::string& path : paths) {
     if (::GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) continue;
     std::fprintf(stderr, "%s is still there\n", path.c_str());
     std::exit(1);
   }
-  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) / static_cast<double>(frequency.QuadPart);
+  return milliseconds;
 }
 
 double Product(int count, const char* level) {
-  return Milliseconds(count, [level](const std::vector<std::string>& paths) {
+  return OnFiles(count, [level](const std::vector<std::string>& paths) {
     for (const std::string& path : paths) ShredFile(path, level);
   });
 }
 
 double Baseline(int count, const std::vector<std::string>& writes, bool allSteps) {
-  return Milliseconds(count, [&](const std::vector<std::string>& paths) { BareLoop(paths, writes, allSteps); });
+  return OnFiles(count, [&](const std::vector<std::string>& paths) { BareLoop(paths, writes, allSteps); });
 }
 
 }  // namespace
@@ -99,14 +95,8 @@ int main(int count, char** arguments) {
   const char* const level = arguments[2];
   const std::string which = arguments[4];
   const std::vector<std::string> writes = Writes(level, which != "items");
-  for (int pair = 0; pair < std::atoi(arguments[3]); ++pair) {
-    // In turn, and each goes first every other time.
-    double product = 0;
-    if (pair % 2 == 0) product = Product(files, level);
-    const double baseline = Baseline(files, writes, which != "block");
-    if (pair % 2 == 1) product = Product(files, level);
-    std::printf("%.3f\t%.3f\n", product, baseline);
-    std::fflush(stdout);
-  }
+  RunPairs(
+      std::atoi(arguments[3]), [&] { return Product(files, level); },
+      [&] { return Baseline(files, writes, which != "block"); });
   return 0;
 }

@@ -32,23 +32,6 @@ void MakeTree(const std::string& root, const Tree& tree) {
   }
 }
 
-void BareLoop(const std::string& folder) {
-  WIN32_FIND_DATAA found;
-  const HANDLE find = ::FindFirstFileA((folder + "\\*").c_str(), &found);
-  if (find == INVALID_HANDLE_VALUE) return;
-  do {
-    if (std::strcmp(found.cFileName, ".") == 0 || std::strcmp(found.cFileName, "..") == 0) continue;
-    const std::string path = folder + "\\" + found.cFileName;
-    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      ::DeleteFileA(path.c_str());
-    } else {
-      BareLoop(path);
-      ::RemoveDirectoryA(path.c_str());
-    }
-  } while (::FindNextFileA(find, &found));
-  ::FindClose(find);
-}
-
 void RemoveByCommand(const std::string& folder) {
   STARTUPINFOA startup{};
   startup.cb = sizeof startup;
@@ -86,7 +69,7 @@ double Product(const Tree& tree) {
 }
 
 double Baseline(const Tree& tree, const std::string& which) {
-  if (which == "loop") return OnATree("C:\\work\\bare", tree, [] { BareLoop("C:\\work\\bare"); });
+  if (which == "loop") return OnATree("C:\\work\\bare", tree, [] { BareEmpty("C:\\work\\bare"); });
   if (which == "rd") return OnATree("C:\\work\\rd", tree, [] { RemoveByCommand("C:\\work\\rd"); });
   return 0;
 }

@@ -277,6 +277,7 @@ TEST_P(ShredFolders, KeepWhatAPlainDeletionCannotClear) {
 }
 
 TEST_P(ShredFolders, RemoveReadOnlyFolders) {
+  // The ANSI way runs this: the test steps between the engine and an imported function.
   if (!ByAnsi()) GTEST_SKIP() << "the wide functions are no imports that could be replaced";
   MakeFiles({"one\\tree\\a\\b\\file.txt", "other\\sub\\file.txt"});
   madeNormal.clear();
@@ -297,6 +298,7 @@ TEST_P(ShredFolders, ClearNothingWhereThereAreNoSubFolders) {
 }
 
 TEST_P(ShredFolders, ClearASubFolderByItsEndingsInTheirOrder) {
+  // The ANSI way runs this: the test steps between the engine and an imported function.
   if (!ByAnsi()) GTEST_SKIP() << "the wide deletion is no import that could be watched";
   MakeFiles({"sub\\a.swf", "sub\\b.css", "sub\\c.jpg", "sub\\d.cab", "sub\\e.htm", "sub\\f.GIF", "sub\\0.html", "sub\\1"});
   deleted.clear();

@@ -76,6 +76,7 @@ TEST_F(FileLenTest, CountsBeyondFourGigabytes) {
     const UniqueFile file = Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
     LONG high = 1;
     ASSERT_EQ(::SetFilePointer(file.get(), 5, &high, FILE_BEGIN), 5u);
+    // Runs where the file system knows files with holes; the file takes no room there.
     if (!::SetEndOfFile(file.get())) GTEST_SKIP() << "this disk holds no such file";
   }
   EXPECT_EQ(FileLen(path), 0x100000005u);
@@ -229,6 +230,7 @@ TEST_P(ReplaceWholeFileTest, RaisesThatThereIsNoSuchFolder) {
 
 TEST_P(ReplaceWholeFileTest, LeavesTheFileOnADiskThatIsFull) {
   const char* const disk = std::getenv("QUELLIX_TEST_SMALL_DISK");
+  // Runs where the preparation may mount a disk of its own.
   if (disk == nullptr) GTEST_SKIP() << "this user may mount no small disk";
   const ScratchFolder small(std::string(disk) + "scratch");
   const std::string path = small.File("file.txt", std::string(20000, 'x'));
