@@ -6,6 +6,7 @@
 #include "connection.h"
 #include "locked_key.h"
 #include "log_recorder.h"
+#include "nothing_pending.h"
 #include "platform/Reg32.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
@@ -17,15 +18,9 @@ namespace {
 constexpr char kStreams[] = "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU";
 constexpr char kMemory[] = "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management";
 
-class ClearFindTest : public testing::Test {
+class ClearFindTest : public NothingPending {
  protected:
   static void SetUpTestSuite() { GoOffline(); }
-  void SetUp() override { Err.Clear(), StopErase = false; }
-  void TearDown() override {
-    StopErase = false;
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
-  }
-
   // 30 values, one of them the key's own.
   static void Fill(const ScratchKey& key, int count = 30) {
     key.PutText("", "own");

@@ -6,6 +6,7 @@
 #include "connection.h"
 #include "locked_key.h"
 #include "log_recorder.h"
+#include "nothing_pending.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_key.h"
@@ -15,13 +16,11 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-class IeRegistryTest : public testing::Test {
+class IeRegistryTest : public NothingPending {
  protected:
   static void SetUpTestSuite() { GoOffline(); }
-  void SetUp() override { Err.Clear(), StopErase = false; }
   void TearDown() override {
-    StopErase = false;
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    NothingPending::TearDown();
     EXPECT_EQ(log.Lines(), LogLines()) << "the run writes the lines, not the cleaner";
   }
 

@@ -2,20 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include "nothing_pending.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 
 namespace {
 
-class ModShred : public testing::Test {
+class ModShred : public NothingPending {
  protected:
-  void SetUp() override { Err.Clear(); }
-  void TearDown() override {
-    ::SetCurrentDirectoryA("C:\\test");
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
-  }
-
   ScratchFolder folder;
 };
 using ValidateTest = ModShred;

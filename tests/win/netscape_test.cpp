@@ -7,6 +7,7 @@
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "netscape_profiles.h"
+#include "nothing_pending.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
@@ -23,24 +24,19 @@ const std::string kUsers = "Netscape Navigator\\Users";
 const std::string kBiff = "Netscape Navigator\\biff";
 const std::string kMain = "Netscape Navigator\\Main";
 
-class Netscape : public testing::TestWithParam<const char*> {
+class Netscape : public ByEitherNames {
  protected:
   static void SetUpTestSuite() { PutCanaries(); }
 
   void SetUp() override {
-    AnsiNamesOnly = GetParam() == std::string("ansi");
+    ByEitherNames::SetUp();
     ::SetCurrentDirectoryA("C:\\test\\current");
-    StopErase = false;
-    Err.Clear();
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
-    StopErase = false;
-    ::SetCurrentDirectoryA("C:\\test");
+    ByEitherNames::TearDown();
     EXPECT_THAT(MissingCanaries(), IsEmpty());
     PutCanaries();
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
     EXPECT_EQ(log.Lines(), LogLines()) << "the run writes the lines, not the cleaner";
   }
 

@@ -6,6 +6,7 @@
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/wipe_state.h"
 #include "log_recorder.h"
+#include "nothing_pending.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
@@ -22,24 +23,18 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Names = std::vector<std::string>;
 
-class NetscapeWalks : public testing::TestWithParam<const char*> {
+class NetscapeWalks : public ByEitherNames {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    ByEitherNames::SetUp();
     ::SetCurrentDirectoryA(folder.Path().c_str());
-    StopErase = false;
-    Err.Clear();
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
-    StopErase = false;
-    ::SetCurrentDirectoryA("C:\\test");
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    ByEitherNames::TearDown();
     EXPECT_EQ(log.Lines(), LogLines());
   }
 
-  bool ByAnsi() const { return GetParam() == std::string("ansi"); }
   std::string Planted(const std::string& name) const { return "C:\\plant\\" + std::string(GetParam()) + "\\" + name; }
 
   void PutFiles(const Names& names) const {

@@ -11,6 +11,7 @@
 #include "erase/run_cleaner.h"
 #include "file_calls.h"
 #include "log_recorder.h"
+#include "nothing_pending.h"
 #include "platform/ErroHandle.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
@@ -32,23 +33,18 @@ using Names = std::vector<std::string>;
 constexpr void (*kCleaners[])() = {&CleanOperaCookies, &CleanOpera7Cookies, &CleanOperaCache, &CleanOpera7Cache,
                                    &CleanOperaTypedUrls};
 
-class Opera : public testing::TestWithParam<const char*> {
+class Opera : public ByEitherNames {
  protected:
   static void SetUpTestSuite() { GoOffline(); }
 
   void SetUp() override {
-    AnsiNamesOnly = GetParam() == std::string("ansi");
+    ByEitherNames::SetUp();
     ::SetCurrentDirectoryA(current.Path().c_str());
     shell.Move(kApplicationDataFolder, data.Path());
-    StopErase = false;
-    Err.Clear();
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
-    StopErase = false;
-    ::SetCurrentDirectoryA("C:\\test");
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+    ByEitherNames::TearDown();
     EXPECT_EQ(log.Lines(), LogLines()) << "the run writes the lines, not the cleaner";
   }
 

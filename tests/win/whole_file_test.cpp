@@ -4,20 +4,15 @@
 
 #include <cstdlib>
 
+#include "nothing_pending.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 
 namespace {
 
-class WholeFile : public testing::Test {
+class WholeFile : public NothingPending {
  protected:
-  void SetUp() override { Err.Clear(); }
-  void TearDown() override {
-    ::SetCurrentDirectoryA("C:\\test");
-    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
-  }
-
   ScratchFolder folder;
 };
 using FileLenTest = WholeFile;

@@ -1,0 +1,30 @@
+// The state that every cleaner shares, as a test finds it and leaves it: no stop asked for, no error pending, and the
+// current folder that of the test programs.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/native_files.h"
+#include "platform/runtime_error.h"
+#include "platform/stop_request.h"
+
+class NothingPending : public testing::Test {
+ protected:
+  void SetUp() override { Err.Clear(), StopErase = false; }
+  void TearDown() override {
+    StopErase = false;
+    ::SetCurrentDirectoryA("C:\\test");
+    EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
+  }
+};
+
+// The same by wide names and by ANSI names: for INSTANTIATE_TEST_SUITE_P with "wide" and "ansi".
+class ByEitherNames : public NothingPending, public testing::WithParamInterface<const char*> {
+ protected:
+  void SetUp() override { NothingPending::SetUp(), AnsiNamesOnly = ByAnsi(); }
+  void TearDown() override { AnsiNamesOnly = false, NothingPending::TearDown(); }
+
+  static bool ByAnsi() { return GetParam() == std::string("ansi"); }
+};
