@@ -1,10 +1,10 @@
 // Times the shredding of files beside a bare loop that writes the same bytes to the disk and deletes, on equal files, in one
 // process and in turn.
 //
-// usage: bench_shred FILES LEVEL PAIRS BASELINE
-//   BASELINE "block" (open, one WriteFile, flush, close, delete), "steps" (the same behind what a shred run does first: the
-//   file is opened for reading and loses its attributes) or "items" (as "steps", with one WriteFile for each item of the
-//   overwrite sequence)
+// usage: bench_shred FILES LEVEL PAIRS ROW
+//   ROW "engine" (DeleteFileShred, against open, one WriteFile, flush, close, delete), "run" (a shred run, which first opens
+//   the file for reading and looks for attributes to clear, against a loop that does so too), "run-bare" (a shred run
+//   against the loop of "engine") or "items" (as "run", the loop with one WriteFile for each item of the overwrite sequence)
 // The files of 4 KB are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair.
 #include <cstdio>
 #include <cstdlib>
@@ -50,10 +50,11 @@ std::vector<std::string> Writes(const char* level, bool inOneBlock) {
 
 void BareLoop(const std::vector<std::string>& paths, const std::vector<std::string>& writes, bool allSteps) {
   constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  constexpr DWORD kCleared = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
   for (const std::string& path : paths) {
     if (allSteps) {
       ::CloseHandle(::CreateFileA(path.c_str(), GENERIC_READ, kShared, nullptr, OPEN_EXISTING, 0, nullptr));
-      ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+      if ((::GetFileAttributesA(path.c_str()) & kCleared) != 0) ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     }
     const HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, kShared, nullptr, OPEN_EXISTING, 0, nullptr);
     DWORD written = 0;
@@ -77,9 +78,9 @@ double OnFiles(int count, Work work) {
   return milliseconds;
 }
 
-double Product(int count, const char* level) {
-  return OnFiles(count, [level](const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) ShredFile(path, level);
+double Product(int count, const char* level, bool allSteps) {
+  return OnFiles(count, [&](const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) allSteps ? ShredFile(path, level) : DeleteFileShred(path, level);
   });
 }
 
@@ -96,7 +97,7 @@ int main(int count, char** arguments) {
   const std::string which = arguments[4];
   const std::vector<std::string> writes = Writes(level, which != "items");
   RunPairs(
-      std::atoi(arguments[3]), [&] { return Product(files, level); },
-      [&] { return Baseline(files, writes, which != "block"); });
+      std::atoi(arguments[3]), [&] { return Product(files, level, which != "engine"); },
+      [&] { return Baseline(files, writes, which == "run" || which == "items"); });
   return 0;
 }

@@ -7,6 +7,7 @@
 #include "automation/restore_label.h"
 #include "platform/ErroHandle.h"
 #include "platform/product.h"
+#include "settings/settings_variables.h"
 
 namespace {
 
@@ -27,6 +28,15 @@ void RegisterMainWindowClass() {
   main.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
   main.lpszClassName = kMainWindowClass;
   ::RegisterClassA(&main);
+}
+
+// The boss key has no second meaning: F10 would choose the system menu when it is let go after a restore. With Alt held down
+// it is another key.
+bool IsBossKey(const MSG& message) {
+  constexpr LPARAM kWithAlt = 1 << 29;
+  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_SYSKEYDOWN ||
+                     message.message == WM_SYSKEYUP;
+  return isKey && message.wParam == static_cast<WPARAM>(Settings.BossKeyCode) && (message.lParam & kWithAlt) == 0;
 }
 
 // Enter presses a button that has the keyboard. The system does that for its own buttons and not for drawn ones.
@@ -151,6 +161,7 @@ void frmMain::Navigate(Panel panel) {
 }
 
 bool frmMain::TranslateKey(MSG& message) {
+  if (IsBossKey(message)) return true;
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
     if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressDrawnButton(message)) return true;
   return Dialog::TranslateKeys(message);

@@ -79,7 +79,6 @@ class frmMain final : public Dialog, public MainWindow {
   InternetTransfer Inet2;
   NotificationIcon icon_;
   frmWarning warning_;
-  bool scheduledRun_ = false;  // a run that the scheduler started is on its way
   UniqueGdiObject banner_;
   UniqueGdiObject bannerColour_;
   UINT taskbarCreated_ = 0;

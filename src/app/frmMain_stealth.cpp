@@ -39,16 +39,12 @@ void frmMain::OnTimer(WPARAM timer) {
   if (timer == timerScheduler) TickScheduler();
 }
 
-// What a due schedule does is a press of "Erase Only". While the press of an earlier tick has not come back, because its run
-// or its message stands, the schedule goes on counting and presses no second time.
+// What a due schedule does is a press of "Erase Only", which does nothing while a run or a message stands.
 void frmMain::TickScheduler() {
   DoEvents();
   bool due = false;
   resumeNext([&] { due = IsEraseDue(Settings.ScheduleTickCount, panels_.scheduleManager.Facts()); });
-  if (!due || scheduledRun_) return;
-  scheduledRun_ = true;
-  EraseOnly();
-  scheduledRun_ = false;
+  if (due) EraseOnly();
 }
 
 void frmMain::PollKeys() {

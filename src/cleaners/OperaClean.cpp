@@ -1,5 +1,6 @@
 #include "cleaners/OperaClean.h"
 
+#include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
@@ -49,7 +50,10 @@ std::string InProfile7(const char* name) {
 
 }  // namespace
 
-std::string OperaPath() { return std::to_string(GetSettingString(HKEY_LOCAL_MACHINE, kOperaKey, "Path")); }
+std::string OperaPath() {
+  const NoReports quiet;  // a path is no number, and nobody is to hear of it
+  return std::to_string(GetSettingString(HKEY_LOCAL_MACHINE, kOperaKey, "Path"));
+}
 
 std::string GetSpecialFolder(int identifier) {
   const std::string folder = FindSpecialFolder(identifier);

@@ -27,6 +27,8 @@ struct Burst {
 };
 Burst burst;
 
+int noReports = 0;  // how many stand
+
 bool IsToBeShown(const std::string& text) {
   if (burst.depth == 0) return IsOnline();
   ++burst.reports;
@@ -50,7 +52,7 @@ void ReportError(const char* sourceTag) {
   const int number = Err.Number();
   const std::string description = Err.Description();
   resumeNext([&] {
-    if (number == 0) return;
+    if (number == 0 || noReports > 0) return;
     const std::string text = sourceTag + std::to_string(number) + description;
     if (!IsToBeShown(text)) return;
     StopTransfer();
@@ -67,6 +69,10 @@ ReportBurst::ReportBurst() {
 ReportBurst::~ReportBurst() { --burst.depth; }
 
 int ReportBurst::Reports() const { return burst.reports; }
+
+NoReports::NoReports() { ++noReports; }
+
+NoReports::~NoReports() { --noReports; }
 
 bool IsOnline() {
   bool online = false;

@@ -23,6 +23,16 @@ class ReportBurst {
   int Reports() const;
 };
 
+// While one stands, nothing is reported and nobody asks whether the machine is on line; ReportError clears the pending error
+// and that is all. For a caller that shows its user nothing and calls a procedure that reports.
+class NoReports {
+ public:
+  NoReports();
+  ~NoReports();
+  NoReports(const NoReports&) = delete;
+  NoReports& operator=(const NoReports&) = delete;
+};
+
 // True when a well-known web page can be opened. Lets window events run once.
 bool IsOnline();
 

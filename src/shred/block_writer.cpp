@@ -1,32 +1,45 @@
 #include "shred/block_writer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/runtime_error.h"
 
 namespace {
 
-constexpr std::size_t kBlockSize = 4096;  // bytes
+constexpr std::size_t kBlockSize = 65536;  // bytes; what a security level of 100 writes fits one block
 
 // A full disk still takes what needs no more room, and a file that is locked in part the rest. A device that has gone may
 // take its time over each refusal, and nothing is gained by asking it again.
 bool IsWorthASecondTry(const RuntimeError& error) { return error.number == kDiskFull || error.number == kPermissionDenied; }
 
-}  // namespace
-
-BlockWriter::BlockWriter(Put put, ItemFailed itemFailed) : put_(std::move(put)), itemFailed_(std::move(itemFailed)) {
-  block_.reserve(kBlockSize);
-  items_.reserve(kBlockSize);
+// By doubling: a byte or two at a time takes as long as the deletion of the file.
+void AppendTimes(std::string& block, std::string_view item, std::size_t times) {
+  const std::size_t start = block.size();
+  const std::size_t end = start + item.size() * times;
+  block += item;
+  while (block.size() < end) block.append(block, start, std::min(block.size() - start, end - block.size()));
 }
 
-void BlockWriter::Write(std::string_view item) {
-  if (block_.size() + item.size() > kBlockSize) Flush();
-  block_ += item;
-  items_.push_back(item);
+}  // namespace
+
+BlockWriter::BlockWriter(Put put, ItemFailed itemFailed) : put_(std::move(put)), itemFailed_(std::move(itemFailed)) {}
+
+void BlockWriter::Write(std::string_view item, std::size_t times) {
+  while (times > 0 && !item.empty()) {
+    const std::size_t fitting = std::min(times, (kBlockSize - block_.size()) / item.size());
+    if (fitting == 0) {
+      Flush();
+      continue;
+    }
+    AppendTimes(block_, item, fitting);
+    runs_.push_back({item, fitting});
+    times -= fitting;
+  }
 }
 
 void BlockWriter::Flush() {
-  if (items_.empty()) return;
+  if (runs_.empty()) return;
   Err.Clear();
   resumeNext([this] { put_(offset_, block_); });
   if (Err.Number() == 0)
@@ -34,20 +47,23 @@ void BlockWriter::Flush() {
   else
     FlushOneByOne();
   block_.clear();
-  items_.clear();
+  runs_.clear();
 }
 
 void BlockWriter::FlushOneByOne() {
   const RuntimeError ofBlock = {Err.Number(), Err.Description()};
-  for (const std::string_view item : items_) {
-    Err.Set(ofBlock);
-    if (IsWorthASecondTry(ofBlock)) {
-      Err.Clear();
-      resumeNext([&] { put_(offset_, item); });
-    }
-    if (Err.Number() == 0)
-      offset_ += static_cast<std::uint32_t>(item.size());
-    else
-      itemFailed_();
+  for (const Run& run : runs_)
+    for (std::size_t written = 0; written < run.times; ++written) WriteAlone(run.item, ofBlock);
+}
+
+void BlockWriter::WriteAlone(std::string_view item, const RuntimeError& ofBlock) {
+  Err.Set(ofBlock);
+  if (IsWorthASecondTry(ofBlock)) {
+    Err.Clear();
+    resumeNext([&] { put_(offset_, item); });
   }
+  if (Err.Number() == 0)
+    offset_ += static_cast<std::uint32_t>(item.size());
+  else
+    itemFailed_();
 }

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/runtime_error.h"
+
 class BlockWriter {
  public:
   // Puts the bytes into the file, `offset` bytes behind its first one; raises when they do not all get there.
@@ -19,19 +21,25 @@ class BlockWriter {
 
   BlockWriter(Put put, ItemFailed itemFailed);
 
-  // Writes the item behind the last one that was written. It may wait here for its block, and so may its failure. The bytes
-  // have to last until the next Flush.
-  void Write(std::string_view item);
+  // Writes the item so many times behind the last one that was written. It may wait here for its block, and so may its
+  // failure, which each of the times has for itself. The bytes have to last until the next Flush.
+  void Write(std::string_view item, std::size_t times = 1);
 
   // To be called after the last item: what is still here goes into the file.
   void Flush();
 
  private:
+  struct Run {
+    std::string_view item;
+    std::size_t times;
+  };
+
   void FlushOneByOne();
+  void WriteAlone(std::string_view item, const RuntimeError& ofBlock);
 
   Put put_;
   ItemFailed itemFailed_;
   std::string block_;
-  std::vector<std::string_view> items_;  // of the block
-  std::uint32_t offset_ = 0;             // where the block begins in the file
+  std::vector<Run> runs_;     // of the block
+  std::uint32_t offset_ = 0;  // where the block begins in the file
 };

@@ -43,8 +43,14 @@ void WriteSequence(HANDLE file, std::int16_t repeatCount) {
   BlockWriter writer([file](std::uint32_t offset, std::string_view bytes) { PutAt(file, offset, bytes); },
                      [] { ReportError(kSourceTag); });
   for (const OverwriteRun& run : OverwriteSequence(repeatCount))
-    for (int written = 0; written < run.count; ++written) writer.Write(run.item);
+    if (run.count > 0) writer.Write(run.item, static_cast<std::size_t>(run.count));
   writer.Flush();
+}
+
+// Setting them takes as long as all the rest, so only where there is something to clear.
+void ClearAttributes(const NativePath& path) {
+  constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  if ((NativeAttributes(path) & kInTheWay) != 0) NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
 }
 
 // The bytes reach the disk first: a deletion that overtakes them would leave the old ones there.
@@ -77,7 +83,7 @@ void DeleteFileShred(const std::string& path, const std::string& levelText) {
 
 void ShredFile(const std::string& path, const std::string& levelText) {
   if (Validate(path)) {
-    NativeSetAttributes(ToNativePath(path), FILE_ATTRIBUTE_NORMAL);
+    ClearAttributes(ToNativePath(path));
     DeleteFileShred(path, levelText);
   }
   DoEventsNowAndThen();

@@ -32,10 +32,6 @@ class BlockWriterTest : public testing::Test {
     Err.Clear();
   }
 
-  void WriteTimes(int count, std::string_view item) {
-    for (int i = 0; i < count; ++i) writer.Write(item);
-  }
-
   std::string file;
   std::size_t room = 1000000;
   std::size_t lockedBegin = 0, lockedEnd = 0;
@@ -55,17 +51,29 @@ TEST_F(BlockWriterTest, WritesTheItemsBackToBackInTheirOrder) {
   EXPECT_THAT(failures, IsEmpty());
 }
 
-TEST_F(BlockWriterTest, TakesOneWriteABlock) {
-  WriteTimes(10000, "12");
+TEST_F(BlockWriterTest, WritesAnItemSoManyTimes) {
+  const std::string_view mark("\0\xFF|", 3);
+  std::string expected;
+  for (const std::size_t times : {1u, 2u, 3u, 0u, 7u, 64u, 100u}) {
+    writer.Write(mark, times);
+    for (std::size_t i = 0; i < times; ++i) expected += mark;
+  }
+  writer.Write("", 5);
   writer.Flush();
-  EXPECT_THAT(puts, ElementsAre(4096u, 4096u, 4096u, 4096u, 3616u));
-  EXPECT_EQ(file.size(), 20000u);
+  EXPECT_EQ(file, expected);
+}
+
+TEST_F(BlockWriterTest, TakesOneWriteABlock) {
+  writer.Write("12", 100000);
+  writer.Flush();
+  EXPECT_THAT(puts, ElementsAre(65536u, 65536u, 65536u, 3392u));
+  EXPECT_EQ(file.size(), 200000u);
 }
 
 TEST_F(BlockWriterTest, SplitsNoItemBetweenTwoBlocks) {
-  WriteTimes(2000, "123");
+  writer.Write("123", 30000);
   writer.Flush();
-  EXPECT_THAT(puts, ElementsAre(4095u, 1905u));
+  EXPECT_THAT(puts, ElementsAre(65535u, 24465u));
 }
 
 TEST_F(BlockWriterTest, WritesNothingWhenNothingIsThere) {
@@ -87,7 +95,7 @@ TEST_F(BlockWriterTest, GoesOnBehindTheLastBlockAfterAFlush) {
 
 TEST_F(BlockWriterTest, FailsEachItemOfAFailingBlockOnItsOwn) {
   refusal = kBadFileName;
-  WriteTimes(3, "10");
+  writer.Write("10", 3);
   EXPECT_THAT(failures, IsEmpty()) << "a failure waits as long as its block";
   writer.Flush();
   EXPECT_THAT(failures, ElementsAre(52, 52, 52));
@@ -99,20 +107,20 @@ TEST_F(BlockWriterTest, AsksADeviceThatHasGoneOnceABlock) {
     refusal = error;
     puts.clear();
     failures.clear();
-    WriteTimes(5000, "1");
+    writer.Write("1", 70000);
     writer.Flush();
     EXPECT_THAT(puts, SizeIs(2)) << error;
-    EXPECT_THAT(failures, SizeIs(5000)) << error;
+    EXPECT_THAT(failures, SizeIs(70000)) << error;
     EXPECT_THAT(failures, Each(error));
   }
 }
 
 TEST_F(BlockWriterTest, FillsAFullDiskToTheLastItemThatFits) {
-  room = 5001;
-  WriteTimes(3000, "10");
+  room = 70001;
+  writer.Write("10", 40000);
   writer.Flush();
-  EXPECT_EQ(file.size(), 5000u);
-  EXPECT_THAT(failures, SizeIs(500));
+  EXPECT_EQ(file.size(), 70000u);
+  EXPECT_THAT(failures, SizeIs(5000));
   EXPECT_THAT(failures, Each(61));
 }
 
@@ -126,7 +134,7 @@ TEST_F(BlockWriterTest, WritesTheNextItemThatFitsWhereTheFailingOneShouldHaveGon
 
 TEST_F(BlockWriterTest, WritesUpToAPartThatAnotherProgramLocked) {
   lockedBegin = 6, lockedEnd = 8;
-  WriteTimes(5, "10");
+  writer.Write("10", 5);
   writer.Flush();
   EXPECT_EQ(file, "101010");
   EXPECT_THAT(failures, ElementsAre(70, 70));
@@ -134,12 +142,12 @@ TEST_F(BlockWriterTest, WritesUpToAPartThatAnotherProgramLocked) {
 
 TEST_F(BlockWriterTest, GoesOnWhenTheDiskHasRoomAgain) {
   room = 0;
-  WriteTimes(4096, "1");
+  writer.Write("1", 65536);
   writer.Write("2");  // the first block fails
   room = 1000000;
   writer.Flush();
   EXPECT_EQ(file, "2");
-  EXPECT_THAT(failures, SizeIs(4096));
+  EXPECT_THAT(failures, SizeIs(65536));
 }
 
 TEST_F(BlockWriterTest, TakesNoErrorFromBeforeForItsOwn) {

@@ -153,6 +153,8 @@ class TheStoredKey(BossKeyCase):
         self.assertEqual((self.d.text("cmbBoss"), self.d.text("Label1")), ("F10", "F10"))
         self.press("F10")
         self.press_with_shift("F10")
+        self.d.key("ctrl+2")  # the key opened no menu beside
+        self.d.wait_status("Displaying Erase")
 
     def test_is_polled_also_when_it_is_no_function_key_and_shown_as_f10(self):
         self.start(with_key("66"))

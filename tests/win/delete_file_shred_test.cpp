@@ -307,7 +307,8 @@ TEST_F(DeleteFileShredTest, WritesABlockAtATime) {
   const std::string file = folder.File("file.txt");
   const ImportHook hook(importedWriteFile, &FailOneWrite);
   Shred(file, "50");
-  EXPECT_THAT(written, ElementsAre(4096u, 4096u, 4096u, 4096u, 4096u, 4096u, 1864u));
+  Shred(folder.File("file.txt"), "300");
+  EXPECT_THAT(written, ElementsAre(26440u, 65536u, 65536u, 25368u));
 }
 
 TEST_F(DeleteFileShredTest, FailsEachItemOfABlockThatADeviceDoesNotTake) {
@@ -327,9 +328,9 @@ TEST_F(DeleteFileShredTest, GoesOnBehindABlockThatFailed) {
   const std::string file = folder.File("file.txt", "");
   const std::string second = SecondName(file);
   const ImportHook hook(importedWriteFile, &FailOneWrite);
-  EXPECT_EQ(Shred(file, "50"), 2048) << "items of two bytes in the second block";
-  std::string expected = ExpectedOverwrite(500);
-  EXPECT_TRUE(ReadWhole(second) == expected.erase(4096, 4096));
+  EXPECT_EQ(Shred(file, "300"), 9232 + 33000 + 3518) << "items of two, one and four bytes in the second block";
+  std::string expected = ExpectedOverwrite(3000);
+  EXPECT_TRUE(ReadWhole(second) == expected.erase(65536, 65536));
 }
 
 TEST_F(DeleteFileShredTest, WritesABlockOnceMoreOfWhichOnlyAPartWasTaken) {

@@ -256,6 +256,19 @@ TEST_F(ResumeNextTest, ReportsEachFailingStatementWhenAskedTo) {
                                                "modShred,DeleteFileShred70Permission denied"}));
 }
 
+TEST_F(ReportErrorTest, SaysNothingAndAsksNothingWhileNothingIsToBeReported) {
+  {
+    const NoReports outer;
+    { const NoReports inner; }
+    Report(kDiskFull);
+    EXPECT_EQ(Err.Number(), 0) << "the error is cleared all the same";
+  }
+  EXPECT_EQ(Probes(), 0u);
+  EXPECT_EQ(user.Boxes().size(), 0u);
+  Report(kDiskFull);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"tag61Disk full"}));
+}
+
 TEST_F(ReportBurstTest, AsksOnceWhetherTheMachineIsOnLine) {
   const ReportBurst burst;
   for (int i = 0; i < 100; ++i) Report(kInvalidCall);
