@@ -149,6 +149,15 @@ class Desktop(Windows, Input, Popups, Registry):
         self.probe.ask("terminate", pid or self.pid)
         self.wait_ended(pid)
 
+    @contextlib.contextmanager
+    def halted(self):
+        """Within it the program does not run: what is posted meanwhile waits for it all at once."""
+        assert self.probe.ask("halt", self.pid, 1).done
+        try:
+            yield
+        finally:
+            assert self.probe.ask("halt", self.pid, 0).done
+
     def load_into_program(self, library: str) -> None:
         """Loads a library into the program, as the shell's extensions are loaded into every program."""
         self.probe.ask("load", self.pid, library)

@@ -67,3 +67,14 @@ inline std::string terminate(const Words& words) {
   if (found == startedProcesses.end()) return failure("not a process of the probe");
   return json::Object().flag("done", ::TerminateProcess(found->second, 1)).done();
 }
+
+// As a debugger does it: the process runs no instruction until it is let go again.
+inline std::string halt(const Words& words) {
+  const auto found = startedProcesses.find(static_cast<DWORD>(toNumber(words.at(1))));
+  if (found == startedProcesses.end()) return failure("not a process of the probe");
+  using Suspend = LONG(WINAPI*)(HANDLE);
+  const char* const name = toNumber(words.at(2)) != 0 ? "NtSuspendProcess" : "NtResumeProcess";
+  const auto suspend =
+      reinterpret_cast<Suspend>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
+  return json::Object().flag("done", suspend && suspend(found->second) >= 0).done();
+}

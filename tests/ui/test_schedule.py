@@ -9,7 +9,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from driver import BUILT, WM_CLOSE, wait_for  # noqa: E402
 from program import DONE, ProgramCase, only  # noqa: E402
 
-WM_TIMER, SCHEDULER = 0x0113, 2
+WM_TIMER, SCHEDULER, BM_CLICK = 0x0113, 2, 0x00F5
 CLIPBOARD = "Erasing Clipboard History..."
 RAN = [CLIPBOARD, *DONE]
 NOTHING_SELECTED = "No item(s) has been selected"
@@ -199,6 +199,18 @@ class ATick(ScheduleCase):
     def test_starts_nothing_without_a_mode(self):
         self.start(schedule())
         self.tick(200)
+        self.check_no_run()
+
+    def test_looks_at_the_schedule_only_after_what_the_user_has_done_before_it(self):
+        d = self.d
+        self.start(schedule(ScheduleMinutes="1", ScheduleMin="1"))
+        self.show_panel()
+        window, box = d.main.hwnd, d.control("chkShEnable").hwnd
+        with d.halted():
+            d.post(window, WM_TIMER, SCHEDULER)
+            d.post(box, BM_CLICK)
+        d.wait_checked("chkShEnable", False)
+        self.settle()
         self.check_no_run()
 
     def test_runs_while_the_window_is_hidden_and_leaves_it_hidden(self):

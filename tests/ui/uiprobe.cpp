@@ -328,6 +328,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"start", start},
     {L"ended", ended},
     {L"terminate", terminate},
+    {L"halt", halt},
     {L"reg", readValue},
     {L"reglist", listKey},
     {L"regset", setValue},
