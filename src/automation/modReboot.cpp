@@ -3,6 +3,7 @@
 #include "automation/run_value.h"
 #include "platform/Reg32.h"
 #include "platform/runtime_error.h"
+#include "platform/special_folder.h"
 #include "platform/system_functions.h"
 #include "settings/settings_variables.h"
 
@@ -12,26 +13,6 @@ constexpr char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\"
 static_assert(EWX_REBOOT == 2 && (EWX_REBOOT | EWX_FORCE) == 6);
 static_assert((TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY) == 0x28);
 static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
-
-// The short form of the program's path, also of one that the code page cannot hold; empty when there is none.
-std::string ShortFormByWideNames() {
-  wchar_t path[MAX_PATH] = L"";
-  wchar_t shortPath[MAX_PATH] = L"";
-  char text[MAX_PATH] = "";
-  if (late::GetModuleFileNameWide && late::GetModuleFileNameWide(nullptr, path, MAX_PATH) != 0 &&
-      late::GetShortPathNameWide && late::GetShortPathNameWide(path, shortPath, MAX_PATH) < MAX_PATH)
-    ::WideCharToMultiByte(CP_ACP, 0, shortPath, -1, text, sizeof text, nullptr, nullptr);
-  return text;
-}
-
-std::string ProgramFile() {
-  char path[MAX_PATH] = "";
-  const std::string file(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
-  if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) return file;
-  // A path with "?" for what the code page cannot hold; the value would start nothing.
-  const std::string shortForm = ShortFormByWideNames();
-  return shortForm.empty() ? file : shortForm;
-}
 
 std::string ShortForm(const std::string& path) {
   char shortPath[MAX_PATH] = "";

@@ -19,5 +19,8 @@ enum SpecialFolder : int {
 // identifier or the place is no folder of a disk.
 std::string FindSpecialFolder(int identifier);
 
-// The folder of the executable, without "\" behind it unless it is a root.
+// The path of the executable; in its short form where the ANSI code page cannot hold it.
+std::string ProgramFile();
+
+// The folder of ProgramFile, without "\" behind it unless it is a root.
 std::string ProgramFolder();

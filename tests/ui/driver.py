@@ -115,9 +115,9 @@ class Desktop(Windows, Input, Popups, Registry):
         self.probe.stop()
         self._leave.close()
 
-    def start_program(self, arguments: str = "", wait_for_window: bool = True) -> int:
+    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str = r"C:\Quellix") -> int:
         """Starts the program as a double click on its file would and waits until its main window has come."""
-        self.pid = self.start(rf"C:\Quellix\{self.program}", arguments)
+        self.pid = self.start(rf"{folder}\{self.program}", arguments)
         if wait_for_window:
             def shown():
                 ended = self.ended(self.pid)

@@ -5,8 +5,8 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from program import DONE, STOPPED, only  # noqa: E402
-from shredder import EMPTY_COLLECTION, ShredderCase, overwritten_size, ready  # noqa: E402
+from program import DONE, STARTED, STOPPED, only  # noqa: E402
+from shredder import EMPTY_COLLECTION, LIST_FILE, ShredderCase, overwritten_size, ready  # noqa: E402
 
 ITEM = "Erasing Windows Temp File/Folder ..."
 SCHEDULED = only("WinTempFileFolder") | {"Scheduling": {"chkOptions": "1"}, "Shredder": {"txtLevel": "1"}}
@@ -53,6 +53,22 @@ class TheScheduledList(ScheduledCase):
         self.wait_count("lstFiles", 2)
         self.d.settle("lstFiles")
         self.assertEqual((self.shown(), self.saved(), self.count("lstFolder")), ([a, b], [a, b], 0))
+
+    def test_is_kept_beside_a_program_whose_folder_the_code_page_cannot_hold(self):
+        paths = self.files("a.txt")
+        self.end()
+        elsewhere = self.d.home.c / "Уборка"
+        shutil.copytree(self.d.home.c / "Quellix", elsewhere)
+        self.d.start_program(folder=r"C:\Уборка")
+        self.d.wait_status(STARTED)
+        self.show_shredder()
+        self.fill("lstFiles", paths)
+        self.d.settle("lstFiles")
+        self.assertEqual((elsewhere / LIST_FILE).read_text("cp1252").splitlines(), paths)
+        self.d.click("cmdCustomDeleteAll")
+        self.wait_count("lstFiles", 0)
+        self.end()
+        self.restart()
 
     def test_loses_its_chosen_lines_by_the_delete_key_in_its_file_too(self):
         d = self.d
