@@ -31,9 +31,9 @@ std::string MachineText(const std::string& key, const char* value) {
 // Both empty when there is no such profile. A folder that is no full path would be looked for below the current one.
 std::string CommunicatorProfile() {
   const std::string users = std::string(kNavigator) + "\\Users";
-  const std::string user = MachineText(users, "CurrentUser");
-  if (user.empty()) return {};
-  const std::string folder = MachineText(users + "\\" + Trim(user), "DirRoot");
+  const std::string user = Trim(MachineText(users, "CurrentUser"));
+  if (user.empty() || user.find('\\') != std::string::npos) return {};  // it names a key below "Users"
+  const std::string folder = MachineText(users + "\\" + user, "DirRoot");
   return IsAbsolutePath(folder) ? AppendBackslash(folder) : "";
 }
 
@@ -43,18 +43,29 @@ std::string Netscape6Profile() {
   return IsUserName(user) && IsAbsolutePath(install) ? ProfileFolderOf(install, user) : "";
 }
 
-// Empty when the system knows neither of its two places.
+// On no drive, and so nowhere, when the system knows neither of its two places.
 std::string MozillaRoot() {
   const std::string profile = AppendBackslash(FindSpecialFolder(kProfileFolder));
   if (profile != "\\") return profile + "Application Data\\Mozilla\\Profiles";
-  const std::string data = AppendBackslash(FindSpecialFolder(kApplicationDataFolder));
-  return data == "\\" ? "" : data + "Mozilla\\Profiles";
+  return AppendBackslash(FindSpecialFolder(kApplicationDataFolder)) + "Mozilla\\Profiles";
+}
+
+// From the profile's folder, which ends in "\", down to the one that the target is in. What stands above the profile may
+// lead where it likes.
+bool LeadsThroughALink(const NativePath& target, const NativePath& profile) {
+  for (std::size_t end = target.rfind(L'\\'); end != NativePath::npos && end + 1 >= profile.size();
+       end = target.rfind(L'\\', end - 1))
+    if (IsLink(NativeAttributes(target.substr(0, end)))) return true;
+  return false;
 }
 
 template <class Names>
 void AppendTargets(const std::string& profile, const Names& names, FileList& results) {
   if (profile.empty()) return;
-  for (const char* name : names) results.push_back(ToNativePath(profile + name));
+  for (const char* name : names) {
+    const NativePath target = ToNativePath(profile + name);
+    if (!target.empty() && !LeadsThroughALink(target, ToNativePath(profile))) results.push_back(target);
+  }
 }
 
 // What the two registered profiles hold of the targets, unless a stop is asked for and `always` is not.
@@ -95,7 +106,7 @@ class FileSearch final : public FolderVisitor {
 
   bool IsOver() override { return StopErase; }
   void AtFile(const NativePath& path, const FolderEntry& entry) override {
-    if (IsInNameList(PlainText(entry.name), nameList_)) results_.push_back(path);
+    if (IsInNameList(PlainText(entry.listedName), nameList_)) results_.push_back(path);
   }
   void AtFolder(const NativePath&) override {}
 
@@ -138,8 +149,7 @@ void Search(const std::string& root, FolderVisitor& search) {
 // folder.
 void ClearNativeDirectory(NativePath folder) {
   if (folder.ends_with(L'\\')) folder.pop_back();
-  const DWORD attributes = NativeAttributes(folder);
-  if (!IsFolder(attributes) || IsLink(attributes)) return;
+  if (!IsFolderAndNoLink(NativeAttributes(folder))) return;
   Emptying emptying;
   WalkFolder(folder + L'\\', emptying);
 }

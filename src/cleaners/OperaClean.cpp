@@ -26,12 +26,12 @@ void CleanFile(const std::string& path) {
   Err.Clear();
 }
 
-// The plain files directly inside the folder. A folder that is a link is left alone.
+// The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
 void CleanFolder(const std::string& path) {
   resumeNext([&] {
     const NativePath folder = ToNativePath(path);
     const DWORD attributes = NativeAttributes(folder);
-    if (!IsFolder(attributes) || IsLink(attributes)) return;
+    if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
     FolderListing listing(folder + L'\\');
     for (FolderEntry entry; !StopErase && listing.Next(entry);) {
       if (IsPlainFile(entry.attributes)) NativeDeleteFile(folder + L'\\' + entry.name);

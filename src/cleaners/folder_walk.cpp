@@ -85,8 +85,7 @@ NativePath WalkableFolder(const std::string& folder) {
   const NativePath native = ToNativePath(AppendBackslash(folder));
   if (native.empty() || IsRootPath(ShownPath(native))) return {};  // now without "." and ".."
   // Asked without the "\" behind it: with it some systems answer for the link's target.
-  const DWORD attributes = NativeAttributes(native.substr(0, native.size() - 1));
-  return IsFolder(attributes) && !IsLink(attributes) ? native : NativePath();
+  return IsFolderAndNoLink(NativeAttributes(native.substr(0, native.size() - 1))) ? native : NativePath();
 }
 
 void WalkFolder(const NativePath& walkableFolder, FolderVisitor& visitor) { FolderWalk(walkableFolder, visitor).Run(); }

@@ -15,11 +15,12 @@ std::wstring Widen(const std::string& text) {
   return wide;
 }
 
-std::string Narrow(const std::wstring& text) {
+// Empty on a system that does not know the flags.
+std::string Narrow(const std::wstring& text, DWORD flags = 0) {
   const int length = static_cast<int>(text.size());
-  const int needed = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  const int needed = ::WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
   std::string narrow(static_cast<std::size_t>(needed), '\0');
-  ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), needed, nullptr, nullptr);
+  ::WideCharToMultiByte(CP_ACP, flags, text.data(), length, narrow.data(), needed, nullptr, nullptr);
   return narrow;
 }
 
@@ -52,6 +53,12 @@ bool LeadsToItsEntry(const wchar_t* name) {
   return last != L' ' && last != L'.';
 }
 
+NativePath ShortForm(const NativePath& path) {
+  wchar_t text[MAX_PATH];
+  const DWORD length = late::GetShortPathNameWide ? late::GetShortPathNameWide(path.c_str(), text, MAX_PATH) : 0;
+  return length < MAX_PATH ? NativePath(text, length) : NativePath();
+}
+
 // The full path of a name made of dots alone is no full path: what such a name leads to differs between the systems.
 bool HasNameOfDots(const std::string& path) {
   for (std::size_t start = 0; start < path.size();) {
@@ -60,6 +67,11 @@ bool HasNameOfDots(const std::string& path) {
     start = end + 1;
   }
   return false;
+}
+
+std::wstring WithoutPrefix(const NativePath& path) {
+  if (StartsWith(path, kSharePrefix)) return L"\\\\" + path.substr(std::wcslen(kSharePrefix));
+  return StartsWith(path, kPrefix) ? path.substr(std::wcslen(kPrefix)) : path;
 }
 
 // A folder needs no access for what is asked of it here.
@@ -90,15 +102,24 @@ NativePath ToNativePath(const std::string& path) {
   if (length == 0 || length >= needed) return {};
   full.resize(length);
   if (HasNameOfDots(full)) return {};
-  std::wstring wide = Widen(full);
-  if (!UsesWideNames() || StartsWith(wide, kPrefix) || StartsWith(wide, L"\\\\.\\")) return wide;
-  return StartsWith(wide, L"\\\\") ? kSharePrefix + wide.substr(2) : kPrefix + wide;
+  return ToNativePath(Widen(full));
 }
 
-std::string ShownPath(const NativePath& path) {
-  if (StartsWith(path, kSharePrefix)) return "\\\\" + Narrow(path.substr(std::wcslen(kSharePrefix)));
-  if (StartsWith(path, kPrefix)) return Narrow(path.substr(std::wcslen(kPrefix)));
-  return Narrow(path);
+NativePath ToNativePath(const std::wstring& fullPath) {
+  if (!UsesWideNames() || StartsWith(fullPath, kPrefix) || StartsWith(fullPath, L"\\\\.\\")) return fullPath;
+  return StartsWith(fullPath, L"\\\\") ? kSharePrefix + fullPath.substr(2) : kPrefix + fullPath;
+}
+
+std::string ShownPath(const NativePath& path) { return Narrow(WithoutPrefix(path)); }
+
+std::string AnsiPath(const NativePath& path) {
+  const std::string shown = ShownPath(path);
+  if (!UsesWideNames() || ToNativePath(shown) == path) return shown;
+  const NativePath shortForm = ShortForm(path);
+  const std::string shortPath = ShownPath(shortForm);
+  if (!shortPath.empty() && ToNativePath(shortPath) == shortForm) return shortPath;
+  const std::string marked = Narrow(WithoutPrefix(path), WC_NO_BEST_FIT_CHARS);
+  return marked.find('?') != std::string::npos ? marked : std::string();
 }
 
 DWORD NativeAttributes(const NativePath& path) {
@@ -113,6 +134,8 @@ bool IsFolder(DWORD attributes) {
 bool IsLink(DWORD attributes) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
+
+bool IsFolderAndNoLink(DWORD attributes) { return IsFolder(attributes) && !IsLink(attributes); }
 
 bool IsNamedLink(const FolderEntry& entry) {
   constexpr DWORD kNameSurrogate = 0x20000000;
@@ -202,12 +225,15 @@ bool FolderListing::Next(FolderEntry& entry) {
   const wchar_t* name = nullptr;
   while (name == nullptr) {
     if (!Read()) {
+      const DWORD reason = ::GetLastError();
       find_.reset();
+      ::SetLastError(reason);
       return false;
     }
     name = UsableName();
   }
   entry.name = name;
+  entry.listedName = data_.cFileName;
   entry.attributes = data_.dwFileAttributes;
   entry.size = (static_cast<std::uint64_t>(data_.nFileSizeHigh) << 32) | data_.nFileSizeLow;
   entry.linkTag = IsLink(entry.attributes) ? data_.dwReserved0 : 0;

@@ -23,14 +23,23 @@ using NativePath = std::wstring;
 // a name of dots alone in it.
 NativePath ToNativePath(const std::string& path);
 
+// The same for a full path that a wide function has given.
+NativePath ToNativePath(const std::wstring& fullPath);
+
 // The path as the user knows it, in ANSI, without the "\\?\"; characters outside the code page become "?".
 std::string ShownPath(const NativePath& path);
+
+// The ANSI path that leads to the entry and to no other one: as it is shown, or its short form where characters stand
+// outside the code page or the name ends in a way that the ANSI functions cut off. An entry without either has a path with
+// "?" in it, which leads nowhere, or none (empty).
+std::string AnsiPath(const NativePath& path);
 
 // GetFileAttributes; INVALID_FILE_ATTRIBUTES when there is no such entry.
 DWORD NativeAttributes(const NativePath& path);
 
 bool IsFolder(DWORD attributes);  // an existing folder or a link to one
 bool IsLink(DWORD attributes);    // a reparse point: junction, symbolic link, mount point
+bool IsFolderAndNoLink(DWORD attributes);
 
 // False on failure, with the reason in GetLastError.
 bool NativeDeleteFile(const NativePath& path);
@@ -46,7 +55,8 @@ UniqueFile NativeOpenForWriting(const NativePath& path);
 std::uint64_t NativeFileLength(const NativePath& path);
 
 struct FolderEntry {
-  std::wstring name;
+  std::wstring name;        // what a path has to hold: the short name where the long one leads elsewhere
+  std::wstring listedName;  // as the system lists it
   DWORD attributes = 0;
   std::uint64_t size = 0;  // bytes
   DWORD linkTag = 0;       // what kind of link; 0 when the system does not tell
@@ -73,7 +83,8 @@ class FolderListing {
  public:
   explicit FolderListing(const NativePath& folderWithBackslash);
 
-  // False when there is no further entry or the folder cannot be listed; `entry` is then unchanged.
+  // False when there is no further entry (GetLastError gives ERROR_NO_MORE_FILES, or ERROR_FILE_NOT_FOUND for a root without
+  // any) or the folder cannot be listed (another reason); `entry` is then unchanged.
   bool Next(FolderEntry& entry);
 
  private:

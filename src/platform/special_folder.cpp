@@ -1,20 +1,19 @@
 #include "platform/special_folder.h"
 
+#include "platform/native_files.h"
 #include "platform/system_functions.h"
 
 namespace {
 // A fixed number: the look-up shows nothing that would need an owner.
 const HWND kNoRealWindow = reinterpret_cast<HWND>(100);
 
-// The short form of the program's path, also of one that the code page cannot hold; empty when there is none.
-std::string ShortFormByWideNames() {
-  wchar_t path[MAX_PATH] = L"";
-  wchar_t shortPath[MAX_PATH] = L"";
-  char text[MAX_PATH] = "";
-  if (late::GetModuleFileNameWide && late::GetModuleFileNameWide(nullptr, path, MAX_PATH) != 0 &&
-      late::GetShortPathNameWide && late::GetShortPathNameWide(path, shortPath, MAX_PATH) < MAX_PATH)
-    ::WideCharToMultiByte(CP_ACP, 0, shortPath, -1, text, sizeof text, nullptr, nullptr);
-  return text;
+std::string PathOf(const ItemIdList* items) {
+  if (UsesWideNames() && late::SHGetPathFromIDListWide) {
+    wchar_t path[512] = L"";
+    return late::SHGetPathFromIDListWide(items, path) ? AnsiPath(ToNativePath(std::wstring(path))) : "";
+  }
+  char path[512] = "";
+  return late::SHGetPathFromIDList(items, path) ? path : "";
 }
 
 }  // namespace
@@ -22,19 +21,18 @@ std::string ShortFormByWideNames() {
 std::string FindSpecialFolder(int identifier) {
   ItemIdList* items = nullptr;
   if (late::SHGetSpecialFolderLocation(kNoRealWindow, identifier, &items) != NOERROR) return {};
-  char path[512] = "";
-  const BOOL found = late::SHGetPathFromIDList(items, path);
+  const std::string path = PathOf(items);
   late::CoTaskMemFree(items);
-  return found ? path : "";
+  return path;
 }
 
 std::string ProgramFile() {
+  if (UsesWideNames() && late::GetModuleFileNameWide) {
+    wchar_t path[MAX_PATH] = L"";
+    return AnsiPath(ToNativePath(std::wstring(path, late::GetModuleFileNameWide(nullptr, path, MAX_PATH))));
+  }
   char path[MAX_PATH] = "";
-  const std::string file(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
-  if (::GetFileAttributesA(file.c_str()) != INVALID_FILE_ATTRIBUTES) return file;
-  // A path with "?" for what the code page cannot hold; it names nothing.
-  const std::string shortForm = ShortFormByWideNames();
-  return shortForm.empty() ? file : shortForm;
+  return std::string(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
 }
 
 std::string ProgramFolder() {

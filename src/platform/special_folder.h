@@ -1,4 +1,4 @@
-// Folders of the system and of the program.
+// Folders of the system and of the program. One that the ANSI code page cannot hold stands in its short form.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ enum SpecialFolder : int {
 // identifier or the place is no folder of a disk.
 std::string FindSpecialFolder(int identifier);
 
-// The path of the executable; in its short form where the ANSI code page cannot hold it.
+// The path of the executable.
 std::string ProgramFile();
 
 // The folder of ProgramFile, without "\" behind it unless it is a root.

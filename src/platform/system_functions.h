@@ -27,9 +27,13 @@ inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecia
     "shell32.dll", "SHGetSpecialFolderLocation"};
 inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPSTR)> SHGetPathFromIDList{"shell32.dll",
                                                                                        "SHGetPathFromIDListA"};
+inline const LateFunction<BOOL(WINAPI*)(const ItemIdList*, LPWSTR)> SHGetPathFromIDListWide{"shell32.dll",
+                                                                                            "SHGetPathFromIDListW"};
+inline const LateFunction<UINT(WINAPI*)(HDROP, UINT, LPWSTR, UINT)> DragQueryFileWide{"shell32.dll", "DragQueryFileW"};
 inline const LateFunction<UINT(WINAPI*)(HDROP, UINT, LPSTR, UINT)> DragQueryFile{"shell32.dll", "DragQueryFileA"};
 inline const LateFunction<BOOL(WINAPI*)(HDROP, POINT*)> DragQueryPoint{"shell32.dll", "DragQueryPoint"};
 inline const LateFunction<void(WINAPI*)(HDROP)> DragFinish{"shell32.dll", "DragFinish"};
+inline const LateFunction<BOOL(WINAPI*)(OPENFILENAMEW*)> GetOpenFileNameWide{"comdlg32.dll", "GetOpenFileNameW"};
 inline const LateFunction<BOOL(WINAPI*)(OPENFILENAMEA*)> GetOpenFileName{"comdlg32.dll", "GetOpenFileNameA"};
 inline const LateFunction<DWORD(WINAPI*)()> CommDlgExtendedError{"comdlg32.dll", "CommDlgExtendedError"};
 inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};

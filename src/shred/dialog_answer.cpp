@@ -2,20 +2,28 @@
 
 #include <algorithm>
 
-#include "platform/path_text.h"
+namespace {
 
-std::vector<std::string> SplitDialogAnswer(std::string_view answer) {
-  std::vector<std::string> parts;
-  while (!answer.empty() && answer.front() != '\0') {
-    const std::size_t end = std::min(answer.find('\0'), answer.size());
+template <class Char>
+std::vector<std::basic_string<Char>> Split(std::basic_string_view<Char> answer) {
+  std::vector<std::basic_string<Char>> parts;
+  while (!answer.empty() && answer.front() != Char()) {
+    const std::size_t end = std::min(answer.find(Char()), answer.size());
     parts.emplace_back(answer.substr(0, end));
     answer.remove_prefix(std::min(end + 1, answer.size()));
   }
   if (parts.size() < 2) return parts;
-  const std::string folder = AppendBackslash(parts.front());
+  std::basic_string<Char> folder = parts.front();
+  if (folder.back() != Char('\\')) folder += Char('\\');
   parts.erase(parts.begin());
-  for (std::string& name : parts) name.insert(0, folder);
+  for (std::basic_string<Char>& name : parts) name.insert(0, folder);
   return parts;
 }
 
-bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0", 2)) != std::string_view::npos; }
+}  // namespace
+
+std::vector<std::string> SplitDialogAnswer(std::string_view answer) { return Split(answer); }
+std::vector<std::wstring> SplitDialogAnswer(std::wstring_view answer) { return Split(answer); }
+
+bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0", 2)) != buffer.npos; }
+bool IsWholeAnswer(std::wstring_view buffer) { return buffer.find(std::wstring_view(L"\0", 2)) != buffer.npos; }

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "shred/dialog_answer.h"
@@ -37,21 +38,19 @@ class CurrentFolder {
   char path_[MAX_PATH] = "";
 };
 
-}  // namespace
-
-std::vector<std::string> AskForFiles(HWND owner) {
-  const CurrentFolder staysTheSame;
-  char answer[kAnswerSize] = "";
-  OPENFILENAMEA dialog{};
+template <class Char, class Record>
+std::vector<std::basic_string<Char>> Ask(HWND owner, const Char* filter, const LateFunction<BOOL(WINAPI*)(Record*)>& show) {
+  Char answer[kAnswerSize] = {};
+  Record dialog{};
   dialog.lStructSize = kRecordSize;
   dialog.hwndOwner = owner;
-  dialog.lpstrFilter = "All Files\0*.*\0";
+  dialog.lpstrFilter = filter;
   dialog.nFilterIndex = 1;
   dialog.lpstrFile = answer;
   dialog.nMaxFile = kAnswerSize;
   dialog.Flags = kFlags;
-  if (late::GetOpenFileName(&dialog)) {
-    const std::string_view buffer(answer, kAnswerSize);
+  if (show(&dialog)) {
+    const std::basic_string_view<Char> buffer(answer, kAnswerSize);
     // Not every system's dialog says so when it cuts its answer off.
     if (!IsWholeAnswer(buffer)) RaiseDialogError(kBufferTooSmall);
     return SplitDialogAnswer(buffer);
@@ -59,4 +58,17 @@ std::vector<std::string> AskForFiles(HWND owner) {
   const DWORD error = late::CommDlgExtendedError();
   if (error != 0) RaiseDialogError(error);
   return {};
+}
+
+}  // namespace
+
+std::vector<std::string> AskForFiles(HWND owner) {
+  const CurrentFolder staysTheSame;
+  if (!UsesWideNames() || !late::GetOpenFileNameWide) return Ask(owner, "All Files\0*.*\0", late::GetOpenFileName);
+  std::vector<std::string> paths;
+  for (const std::wstring& chosen : Ask(owner, L"All Files\0*.*\0", late::GetOpenFileNameWide)) {
+    const std::string path = AnsiPath(ToNativePath(chosen));
+    if (!path.empty()) paths.push_back(path);
+  }
+  return paths;
 }

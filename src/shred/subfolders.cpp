@@ -1,25 +1,22 @@
 #include "shred/subfolders.h"
 
 #include <algorithm>
-#include <cstring>
 
-#include "platform/handles.h"
+#include "platform/native_files.h"
 #include "platform/path_text.h"
+#include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/win32.h"
 
 namespace {
 
-// A "?" stands for a character outside the code page.
-const char* UsableName(const WIN32_FIND_DATAA& found) {
-  const bool unusable = std::strchr(found.cFileName, '?') != nullptr && found.cAlternateFileName[0] != '\0';
-  return unusable ? found.cAlternateFileName : found.cFileName;
+bool IsListed(const FolderEntry& entry) {
+  return IsFolderAndNoLink(entry.attributes) && entry.name != L"." && entry.name != L"..";
 }
 
-bool IsListed(const WIN32_FIND_DATAA& found) {
-  const DWORD kind = found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
-  return kind == FILE_ATTRIBUTE_DIRECTORY && std::strcmp(found.cFileName, ".") != 0 &&
-         std::strcmp(found.cFileName, "..") != 0;
+std::string NameIn(const NativePath& folder, const FolderEntry& entry) {
+  const std::string path = AnsiPath(folder + entry.name);
+  return path.substr(path.rfind('\\') + 1);
 }
 
 }  // namespace
@@ -34,12 +31,15 @@ std::vector<std::string> Drives() {
 
 std::vector<std::string> Subfolders(const std::string& folder) {
   std::vector<std::string> names;
-  WIN32_FIND_DATAA found;
-  const UniqueFind find(::FindFirstFileA((AppendBackslash(folder) + "*").c_str(), &found));
+  const NativePath native = ToNativePath(AppendBackslash(folder));
+  if (native.empty()) Raise(kPathNotFound);
+  FolderListing listing(native);
+  for (FolderEntry entry; listing.Next(entry);)
+    if (IsListed(entry)) names.push_back(NameIn(native, entry));
+  const DWORD end = ::GetLastError();
   // An empty root has not even the two entries of every other folder.
-  if (!find && ::GetLastError() != ERROR_FILE_NOT_FOUND) RaiseSystemError(::GetLastError());
-  for (bool more = static_cast<bool>(find); more; more = ::FindNextFileA(find.get(), &found) != 0)
-    if (IsListed(found)) names.emplace_back(UsableName(found));
+  if (end != ERROR_NO_MORE_FILES && end != ERROR_FILE_NOT_FOUND) RaiseSystemError(end);
+  std::erase(names, "");
   std::sort(names.begin(), names.end(),
             [](const std::string& one, const std::string& other) { return ::lstrcmpiA(one.c_str(), other.c_str()) < 0; });
   return names;

@@ -1,7 +1,7 @@
 // The shell's folders where a test wants them. Like late_calls.h for the one source of a test.
 #pragma once
 
-#include <cstring>
+#include <cwchar>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,9 +17,14 @@ class ShellFolders {
   ShellFolders& operator=(const ShellFolders&) = delete;
   ~ShellFolders() { Reset(); }
 
-  void Move(int identifier, const std::string& path) const { answers_[identifier] = {true, path}; }
-  void Forget(int identifier) const { answers_[identifier] = {false, ""}; }
-  void MakeNoFolderOfADisk(int identifier) const { answers_[identifier] = {true, ""}; }
+  void Move(int identifier, const std::wstring& path) const { answers_[identifier] = {true, path}; }
+  void Move(int identifier, const std::string& path) const {
+    wchar_t wide[512] = L"";
+    ::MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, 512);
+    Move(identifier, std::wstring(wide));
+  }
+  void Forget(int identifier) const { answers_[identifier] = {false, L""}; }
+  void MakeNoFolderOfADisk(int identifier) const { answers_[identifier] = {true, L""}; }
 
   // The identifiers that the shell was asked for, in that order.
   const std::vector<int>& Asked() const { return asked_; }
@@ -27,7 +32,7 @@ class ShellFolders {
  private:
   struct Answer {
     bool known;
-    std::string path;
+    std::wstring path;
   };
 
   static void Reset() {
@@ -51,7 +56,14 @@ class ShellFolders {
   static BOOL WINAPI FindPath(const ItemIdList* items, LPSTR path) {
     const Answer* const answer = AnswerTo(asked_.back());
     if (answer == nullptr) return True<decltype(&FindPath)>("SHGetPathFromIDListA")(items, path);
-    std::strcpy(path, answer->path.c_str());
+    ::WideCharToMultiByte(CP_ACP, 0, answer->path.c_str(), -1, path, 512, nullptr, nullptr);
+    return !answer->path.empty();
+  }
+
+  static BOOL WINAPI FindPathWide(const ItemIdList* items, LPWSTR path) {
+    const Answer* const answer = AnswerTo(asked_.back());
+    if (answer == nullptr) return True<decltype(&FindPathWide)>("SHGetPathFromIDListW")(items, path);
+    std::wcscpy(path, answer->path.c_str());
     return !answer->path.empty();
   }
 
@@ -62,6 +74,7 @@ class ShellFolders {
 
   static inline std::map<int, Answer> answers_;
   static inline std::vector<int> asked_;
-  static inline const bool replaced_ = (ReplaceFunction("SHGetSpecialFolderLocation", &FindLocation),
-                                        ReplaceFunction("SHGetPathFromIDListA", &FindPath), true);
+  static inline const bool replaced_ =
+      (ReplaceFunction("SHGetSpecialFolderLocation", &FindLocation), ReplaceFunction("SHGetPathFromIDListA", &FindPath),
+       ReplaceFunction("SHGetPathFromIDListW", &FindPathWide), true);
 };
