@@ -29,7 +29,6 @@ class frmMain final : public Dialog, public MainWindow {
   void SetStatusText(const std::string& text) override { stBar.SetPanel2(text); }
   void EraseOnly() override;
   void ShowErasePanel() override { Navigate(Panel::Erase); }
-  void SaveEraseSettings() override;
   void RunInvisibly() override;
   void HideByBossKey() override;
   void ShowBossKey(const std::string& name) override { panels_.main.Label1.SetText(name); }
@@ -50,6 +49,7 @@ class frmMain final : public Dialog, public MainWindow {
   void RunStartUp();
   void LoadEraseSettings();
   void LoadGeneralSettings();
+  void SaveEraseSettings();
   void SaveAllSettings();
 
   bool ForwardCommand(WPARAM wParam, LPARAM lParam);
@@ -61,6 +61,7 @@ class frmMain final : public Dialog, public MainWindow {
   void OnTimer(WPARAM timer);
   void TickScheduler();
   void PollKeys();
+  void Vanish();
   void RestoreByBossKey();
   void ComeBack();
   void CloseQuery(bool sessionEnds);

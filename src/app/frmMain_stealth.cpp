@@ -60,7 +60,13 @@ void frmMain::PollKeys() {
 
 void frmMain::HideByBossKey() {
   HideBrowserWindows();
+  Vanish();
+}
+
+// Also what has come up over the window while it was out of sight.
+void frmMain::Vanish() {
   ::ShowWindow(Handle(), SW_HIDE);
+  ::ShowOwnedPopups(Handle(), FALSE);
 }
 
 void frmMain::RestoreByBossKey() {
@@ -88,5 +94,5 @@ void frmMain::RunInvisibly() {
   }
   HideFromTaskList();
   resumeNext([this] { icon_.Remove(); });
-  ::ShowWindow(Handle(), SW_HIDE);
+  Vanish();
 }

@@ -4,9 +4,7 @@
 #include "platform/runtime_error.h"
 #include "settings/settings_store.h"
 
-void frmWarning::ShowModal(HWND owner) {
-  if (Handle() == nullptr) RunModal(IDD_frmWarning, owner);
-}
+void frmWarning::ShowModal(HWND owner) { RunModal(IDD_frmWarning, owner); }
 
 void frmWarning::OnInit() {
   lblWarning.SetText(kInvisibleWarning);

@@ -7,8 +7,8 @@
 
 class frmWarning : public Dialog {
  public:
-  // Shows the window and returns when it is closed. Window events run meanwhile; `owner` takes no input. A second call
-  // while it is open does nothing.
+  // Shows the window and returns when it is closed. Window events run meanwhile; `owner` takes no input, and the window is
+  // not to be shown a second time.
   void ShowModal(HWND owner);
 
  private:

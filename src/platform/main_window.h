@@ -18,8 +18,6 @@ class MainWindow {
   // What a press of the navigation button "Erase" does.
   virtual void ShowErasePanel() = 0;
 
-  virtual void SaveEraseSettings() = 0;
-
   // What a press of "Run invisibly now" does, and what the boss key does.
   virtual void RunInvisibly() = 0;
   virtual void HideByBossKey() = 0;

@@ -11,7 +11,6 @@ class MainWindowStub final : public MainWindow {
   void SetStatusText(const std::string&) override {}
   void EraseOnly() override {}
   void ShowErasePanel() override {}
-  void SaveEraseSettings() override {}
   void RunInvisibly() override {}
   void HideByBossKey() override {}
   void ShowBossKey(const std::string&) override {}
