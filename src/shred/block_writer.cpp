@@ -52,18 +52,26 @@ void BlockWriter::Flush() {
 
 void BlockWriter::FlushOneByOne() {
   const RuntimeError ofBlock = {Err.Number(), Err.Description()};
-  for (const Run& run : runs_)
-    for (std::size_t written = 0; written < run.times; ++written) WriteAlone(run.item, ofBlock);
+  for (const Run& run : runs_) WriteAlone(run, ofBlock);
 }
 
-void BlockWriter::WriteAlone(std::string_view item, const RuntimeError& ofBlock) {
-  Err.Set(ofBlock);
-  if (IsWorthASecondTry(ofBlock)) {
-    Err.Clear();
-    resumeNext([&] { put_(offset_, item); });
-  }
-  if (Err.Number() == 0)
-    offset_ += static_cast<std::uint32_t>(item.size());
-  else
+// Where one item of a run could not be written, the next one, its like, cannot be either: fourteen thousand tries for a file
+// on a full disk would hold the window up.
+void BlockWriter::WriteAlone(const Run& run, const RuntimeError& ofBlock) {
+  RuntimeError reason = ofBlock;
+  bool trying = IsWorthASecondTry(ofBlock);
+  for (std::size_t item = 0; item < run.times; ++item) {
+    if (trying) {
+      Err.Clear();
+      resumeNext([&] { put_(offset_, run.item); });
+      if (Err.Number() == 0) {
+        offset_ += static_cast<std::uint32_t>(run.item.size());
+        continue;
+      }
+      reason = {Err.Number(), Err.Description()};
+      trying = false;
+    }
+    Err.Set(reason);
     itemFailed_();
+  }
 }

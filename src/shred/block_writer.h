@@ -35,7 +35,7 @@ class BlockWriter {
   };
 
   void FlushOneByOne();
-  void WriteAlone(std::string_view item, const RuntimeError& ofBlock);
+  void WriteAlone(const Run& run, const RuntimeError& ofBlock);
 
   Put put_;
   ItemFailed itemFailed_;

@@ -17,9 +17,10 @@ constexpr char kStatusAtRest[] = "Status";
 
 bool IsThere(const std::string& path) { return NativeAttributes(ToNativePath(path)) != INVALID_FILE_ATTRIBUTES; }
 
-// "3 files shredded." or, when some are still there, "2 of 3 files shredded."
-std::string Outcome(int gone, int count, const char* what) {
-  return (gone == count ? "" : std::to_string(gone) + " of ") + std::to_string(count) + what;
+// "3 files shredded.", "1 file shredded." or, when that is not true of all, "2 of 3 files shredded."
+std::string Outcome(int done, int count, const std::string& what, const char* how) {
+  return (done == count ? "" : std::to_string(done) + " of ") + std::to_string(count) + " " + what +
+         (count == 1 ? "" : "s") + how;
 }
 
 }  // namespace
@@ -117,13 +118,14 @@ void fraShred::ShredManually() {
   const int count = manual_.Count();
   // The text names the level of the scheduled list, and the shredding goes by that of the manual one. Both are meant.
   if (count > 0) txtMessage.SetText("Shredding Files at level " + txtLevel.Text() + " may take more time.");
-  const int gone = RunShred(manual_, txtLev.Text(), nullptr);
+  const int shredded = RunShred(manual_, txtLev.Text(), nullptr);
   ClearFiles(manual_);
-  txtMessage.SetText(Outcome(gone, count, " files shredded."));
+  txtMessage.SetText(Outcome(shredded, count, "file", " shredded."));
 }
 
-// Gives the number of files that were there and are gone. Errors are told where they arise. `*cutShort`, when given, ends
-// the run behind the file in hand as soon as it is true; the others stay on the list.
+// Gives the number of files that were there, are gone and were overwritten without an error on the way. Errors are told
+// where they arise. `*cutShort`, when given, ends the run behind the file in hand as soon as it is true; the others stay on
+// the list.
 int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
   if (list.Count() == 0) {
     ShowBox("Error: Enter a file for shredding!", MB_ICONERROR);
@@ -134,20 +136,26 @@ int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cu
   const std::vector<std::string> paths = list.Collection();
   PbarShred.SetRange(0, list.Count());
   int step = 0;
-  int gone = 0;
+  int shredded = 0;
   const ReportBurst burst;
   for (const std::string& path : paths) {
     if (cutShort != nullptr && *cutShort) break;
     const bool wasThere = IsThere(path);
+    const int reports = burst.Reports();
     resumeNext([&] { ShredFile(path, level); });
-    ++step;
-    resumeNext([&] { PbarShred.SetValue(step); });
-    gone += wasThere && !IsThere(path) ? 1 : 0;
+    resumeNext([&] { ShowStep(++step, static_cast<int>(paths.size())); });
+    shredded += wasThere && !IsThere(path) && burst.Reports() == reports ? 1 : 0;
   }
   Err.Clear();
   list.RemoveFirst(step);
   ResetStatus();
-  return gone;
+  return shredded;
+}
+
+// The range each time: a run of the scheduled list in the middle of a manual one has set its own.
+void fraShred::ShowStep(int step, int count) {
+  if (PbarShred.Max() != count) PbarShred.SetRange(0, count);
+  PbarShred.SetValue(step);
 }
 
 void fraShred::AddFolder() {
@@ -169,7 +177,7 @@ void fraShred::ShredFolders() {
     gone += wasThere && !FolderCheck(folder) ? 1 : 0;
   }
   lstFolder.Clear();
-  txtMessage.SetText(Outcome(gone, count, " folders deleted."));
+  txtMessage.SetText(Outcome(gone, count, "folder", " deleted."));
 }
 
 void fraShred::RemoveSelected(HWND list) {
@@ -178,7 +186,7 @@ void fraShred::RemoveSelected(HWND list) {
     const std::vector<int> lines = lstFolder.Selected();
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) lstFolder.RemoveItem(*line);
   }
-  if (list == lstFiles.Handle()) {
+  if (list == lstFiles.Handle() && !lstFiles.Selected().empty()) {
     RemoveSelectedFiles(scheduled_);
     SaveSettingsToFile();
   }

@@ -19,7 +19,8 @@ class fraShred : public Dialog {
   void SaveSettingsToFile();
 
   // Shreds the files of the scheduled collection; the first step of an erase run. A stop request that comes meanwhile ends
-  // it behind the file in hand, and what was not shredded stays on the list.
+  // it behind the file in hand, and what was not shredded stays on the list. The list's file keeps no name of a file that is
+  // gone; those that the collection did not know stay in it, to be listed again at the next start.
   void ShredDelete();
 
   CheckBox chkOptions{*this, IDC_chkOptions};  // "Enable Schedule" of the scheduled list
@@ -49,6 +50,7 @@ class fraShred : public Dialog {
   void ClearScheduled();
   void ShredManually();
   int RunShred(ShredList& list, const std::string& level, const bool* cutShort);
+  void ShowStep(int step, int count);
   void AddFolder();
   void ShredFolders();
   void ShowFileCount(int count);

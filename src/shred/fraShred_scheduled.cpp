@@ -16,6 +16,13 @@ std::string ListFile() { return AppendBackslash(ProgramFolder()) + "QUELLIX_Shre
 
 void ClearAttributes(const std::string& path) { NativeSetAttributes(ToNativePath(path), FILE_ATTRIBUTE_NORMAL); }
 
+// A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
+void SaveList(const std::vector<std::string>& paths) {
+  resumeNext([] { ClearAttributes(ListFile()); });
+  resumeNext([&] { ReplaceWholeFile(ListFile(), ListFileText(paths)); });
+  Err.Clear();
+}
+
 }  // namespace
 
 void fraShred::LoadFiles() {
@@ -27,19 +34,14 @@ void fraShred::LoadFiles() {
   for (const std::string& line : lines) lstFiles.AddItem(line);
 }
 
-// A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
-  resumeNext([] { ClearAttributes(ListFile()); });
-  resumeNext([this] {
-    std::vector<std::string> paths;
-    for (int line = 0; line < lstFiles.ListCount(); ++line) {
-      paths.push_back(lstFiles.Item(line));
-      DoEventsNowAndThen();
-    }
-    ReplaceWholeFile(ListFile(), ListFileText(paths));
-  });
-  Err.Clear();
+  std::vector<std::string> paths;
+  for (int line = 0; line < lstFiles.ListCount(); ++line) {
+    paths.push_back(lstFiles.Item(line));
+    DoEventsNowAndThen();
+  }
+  SaveList(paths);
 }
 
 void fraShred::ClearScheduled() {
@@ -52,5 +54,9 @@ void fraShred::ClearScheduled() {
 // A stop request that stands before the run is an earlier run's.
 void fraShred::ShredDelete() {
   const bool* const cutShort = StopErase ? nullptr : &StopErase;
+  const std::vector<std::string> ofTheFileAlone = scheduled_.LinesOfTheFileAlone();
+  const bool changes = scheduled_.Count() > 0;
   reportAndLeave("frmMain,ShredDelete", [&] { RunShred(scheduled_, txtLevel.Text(), cutShort); });
+  if (!changes) return;
+  lstFiles.ListCount() > 0 ? SaveSettingsToFile() : SaveList(ofTheFileAlone);
 }

@@ -3,8 +3,9 @@
 #include <algorithm>
 
 void ShredList::Add(const std::string& path) {
+  const int before = list_.ListCount();
   list_.AddItem(path);
-  collection_.push_back(path);
+  if (list_.ListCount() > before) collection_.push_back(path);
 }
 
 void ShredList::RemoveSelected() {
@@ -20,6 +21,15 @@ void ShredList::RemoveSelected() {
 void ShredList::Clear() {
   collection_.clear();
   list_.Clear();
+}
+
+std::vector<std::string> ShredList::LinesOfTheFileAlone() const {
+  std::vector<std::string> known = collection_;
+  std::sort(known.begin(), known.end());
+  std::vector<std::string> lines;
+  for (int line = 0; line < list_.ListCount(); ++line)
+    if (!std::binary_search(known.begin(), known.end(), list_.Item(line))) lines.push_back(list_.Item(line));
+  return lines;
 }
 
 void ShredList::RemoveFirst(int count) {

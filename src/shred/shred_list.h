@@ -11,11 +11,16 @@ class ShredList {
  public:
   explicit ShredList(ListBox& list) : list_(list) {}
 
+  // A path that the list box does not take (Windows 9x has room for 32,767) is not in the collection either: nothing is
+  // shredded that the user does not see.
   void Add(const std::string& path);
 
   // The chosen lines go, and with each the first path of the collection that reads like it.
   void RemoveSelected();
   void Clear();
+
+  // The lines that the collection does not know.
+  std::vector<std::string> LinesOfTheFileAlone() const;
 
   // The first `count` paths of the collection and as many lines; everything when that is all there is.
   void RemoveFirst(int count);

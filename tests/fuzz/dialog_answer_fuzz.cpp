@@ -21,11 +21,18 @@ std::string Answer(const std::string& folder, const Paths& paths) {
   return answer + '\0';
 }
 
+std::wstring Wide(const std::string& text) { return std::wstring(text.begin(), text.end()); }
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string answer(reinterpret_cast<const char*>(data), size);
   const Paths paths = SplitDialogAnswer(answer);
+
+  std::vector<std::wstring> wide;
+  for (const std::string& path : paths) wide.push_back(Wide(path));
+  PROPERTY(SplitDialogAnswer(Wide(answer)) == wide, "the wide answer is another one");
+  PROPERTY(IsWholeAnswer(Wide(answer)) == IsWholeAnswer(answer), "the wide answer ends elsewhere");
 
   for (const std::string& path : paths) {
     PROPERTY(!path.empty() && path.find('\0') == std::string::npos, "not a path: [%s]", path.c_str());

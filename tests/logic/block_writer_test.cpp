@@ -121,6 +121,7 @@ TEST_F(BlockWriterTest, FillsAFullDiskToTheLastItemThatFits) {
   writer.Flush();
   EXPECT_EQ(file.size(), 70000u);
   EXPECT_THAT(failures, SizeIs(5000));
+  EXPECT_THAT(puts, SizeIs(2 + 2232 + 1)) << "two blocks, what fits of the second, and one that does not";
   EXPECT_THAT(failures, Each(61));
 }
 

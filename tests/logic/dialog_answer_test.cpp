@@ -45,8 +45,16 @@ TEST(SplitDialogAnswer, KeepsEveryByteOfAName) {
               ElementsAre("C:\\w\\\xE4\xF6\xFC.txt", "C:\\w\\\x81\x40"));
 }
 
+TEST(SplitDialogAnswer, SplitsWideCharactersLikewise) {
+  EXPECT_THAT(SplitDialogAnswer(L"C:\\Папка\0файл.txt\0two.txt\0\0old\0"sv),
+              ElementsAre(L"C:\\Папка\\файл.txt", L"C:\\Папка\\two.txt"));
+  EXPECT_THAT(SplitDialogAnswer(L"C:\\Папка\\файл.txt\0\0"sv), ElementsAre(L"C:\\Папка\\файл.txt"));
+  EXPECT_TRUE(IsWholeAnswer(L"C:\\Папка\0файл\0\0"sv));
+  EXPECT_FALSE(IsWholeAnswer(L"C:\\Папка\0файл\0"sv));
+}
+
 TEST(SplitDialogAnswer, FindsNothingInAnEmptyBuffer) {
-  EXPECT_THAT(SplitDialogAnswer({}), IsEmpty());
+  EXPECT_THAT(SplitDialogAnswer(std::string_view()), IsEmpty());
   EXPECT_THAT(SplitDialogAnswer(std::string(2048, '\0')), IsEmpty());
 }
 
@@ -79,5 +87,5 @@ TEST(IsWholeAnswer, IsFalseForOneThatIsCutOffInANameOrBehindOne) {
   EXPECT_FALSE(IsWholeAnswer("C:\\w\0one\0tw"sv));
   EXPECT_FALSE(IsWholeAnswer("C:\\w\0one\0two\0"sv));
   EXPECT_FALSE(IsWholeAnswer("C:\\w\\on"sv));
-  EXPECT_FALSE(IsWholeAnswer({}));
+  EXPECT_FALSE(IsWholeAnswer(std::string_view()));
 }

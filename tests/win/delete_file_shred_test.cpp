@@ -7,6 +7,7 @@
 
 #include "../logic/expected_overwrite.h"
 #include "connection.h"
+#include "file_calls.h"
 #include "import_hook.h"
 #include "message_box_user.h"
 #include "platform/ErroHandle.h"
@@ -289,6 +290,18 @@ TEST_F(DeleteFileShredTest, SaysSoForEveryFileUnlessItsCallerHoldsABurst) {
   for (int i = 0; i < 10; ++i) DeleteFileShred(file, "0");
   EXPECT_EQ(user.Boxes().size(), 6u);
   EXPECT_EQ(burst.Reports(), 10 * (1 + kItemsAtLevel0 + 1));
+}
+
+TEST_F(DeleteFileShredTest, WritesNothingThroughALink) {
+  const std::string file = folder.File("file.txt", "somebody else's");
+  const std::string second = SecondName(file);
+  {
+    const FileCalls calls;
+    calls.ShowAsLink(file);
+    EXPECT_EQ(Shred(file, "0"), 1 + kItemsAtLevel0);
+  }
+  EXPECT_FALSE(IsThere(file)) << "the link goes";
+  EXPECT_EQ(ReadWhole(second), "somebody else's");
 }
 
 TEST_F(DeleteFileShredTest, ShowsNothingOffLine) {

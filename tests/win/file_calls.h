@@ -21,6 +21,9 @@ class FileCalls {
   std::vector<std::string> LookedAt() const { return lookedAt_; }
   std::vector<std::string> Deleted() const { return deleted_; }  // also what could not be
 
+  // From now on this path, whatever it leads to, looks like a link.
+  void ShowAsLink(const std::string& path) const { link_ = path; }
+
   // `action` runs behind each deletion with the path.
   void AfterEachDeletion(std::function<void(const std::string& path)> action) const { action_ = std::move(action); }
 
@@ -29,6 +32,7 @@ class FileCalls {
     lookedAt_.clear();
     deleted_.clear();
     action_ = nullptr;
+    link_.clear();
   }
 
   // Without the "\\?\" of a wide one.
@@ -46,14 +50,13 @@ class FileCalls {
     return result;
   }
 
-  static DWORD WINAPI LookWide(LPCWSTR path) {
-    lookedAt_.push_back(Plain(path));
-    return ::GetFileAttributesW(path);
-  }
-  static DWORD WINAPI LookAnsi(LPCSTR path) {
+  static DWORD Looked(const std::string& path, DWORD attributes) {
     lookedAt_.push_back(path);
-    return systemLook_(path);
+    return path == link_ ? attributes | FILE_ATTRIBUTE_REPARSE_POINT : attributes;
   }
+
+  static DWORD WINAPI LookWide(LPCWSTR path) { return Looked(Plain(path), ::GetFileAttributesW(path)); }
+  static DWORD WINAPI LookAnsi(LPCSTR path) { return Looked(path, systemLook_(path)); }
   static BOOL WINAPI DeleteWide(LPCWSTR path) { return Noted(Plain(path), ::DeleteFileW(path)); }
   static BOOL WINAPI DeleteAnsi(LPCSTR path) { return Noted(path, systemDelete_(path)); }
 
@@ -61,6 +64,7 @@ class FileCalls {
   static inline const auto systemDelete_ = importedDeleteFileA;
   static inline std::vector<std::string> lookedAt_, deleted_;
   static inline std::function<void(const std::string&)> action_;
+  static inline std::string link_;
   static inline const bool replaced_ =
       (ReplaceFunction("GetFileAttributesW", &LookWide), ReplaceFunction("DeleteFileW", &DeleteWide), true);
 

@@ -9,10 +9,12 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <utility>
 
+#include "connection.h"
 #include "main_window_stub.h"
 #include "message_box_user.h"
 #include "platform/runtime_error.h"
@@ -79,11 +81,35 @@ class BarRecord {
   static inline std::function<void()> atFirst_;
 };
 
+// A list box that takes so many lines and no more.
+class FullList {
+ public:
+  FullList(HWND list, int room) : list_(list) {
+    room_ = room;
+    original_ = ::SetWindowLongA(list, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
+  }
+  FullList(const FullList&) = delete;
+  FullList& operator=(const FullList&) = delete;
+  ~FullList() { ::SetWindowLongA(list_, GWL_WNDPROC, original_); }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool adds = message == LB_ADDSTRING || message == LB_INSERTSTRING;
+    if (adds && ::SendMessageA(window, LB_GETCOUNT, 0, 0) >= room_) return LB_ERRSPACE;
+    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+  }
+
+  HWND list_;
+  static inline int room_;
+  static inline LONG original_;
+};
+
 class FraShred : public testing::Test {
  protected:
   void SetUp() override {
     ::DeleteFileA(kListFile);
     StopErase = false;
+    GoOffline();
     InitControls();
     ASSERT_NE(panel.Create(parent), nullptr);
     ::ShowWindow(parent, SW_SHOWNA);
@@ -118,18 +144,26 @@ class FraShred : public testing::Test {
   }
 
   void Drop(int list, const Names& paths) const {
+    std::string names;
+    for (const std::string& path : paths) names += path + '\0';
+    DropNames(list, names.c_str(), names.size() + 1, FALSE);
+  }
+  void DropWide(int list, const std::wstring& path) const {
+    const std::wstring names = path + L'\0';
+    DropNames(list, names.c_str(), (names.size() + 1) * sizeof(wchar_t), TRUE);
+  }
+
+  void DropNames(int list, const void* names, std::size_t bytes, BOOL wide) const {
     RECT place;
     ::GetWindowRect(Item(list), &place);
     POINT at{place.left + 5, place.top + 5};
     ::ScreenToClient(panel.Handle(), &at);
-    std::string names;
-    for (const std::string& path : paths) names += path + '\0';
-    names += '\0';
-    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + names.size());
+    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + bytes);
     auto* const drop = static_cast<DROPFILES*>(::GlobalLock(block));
     drop->pFiles = sizeof(DROPFILES);
     drop->pt = at;
-    std::memcpy(drop + 1, names.data(), names.size());
+    drop->fWide = wide;
+    std::memcpy(drop + 1, names, bytes);
     ::GlobalUnlock(block);
     ::SendMessageA(panel.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
   }
@@ -192,6 +226,53 @@ TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeftOrWereNeverThere) 
   EXPECT_EQ(Count(IDC_lstFileShred), 0);
   ::CloseHandle(holder);
   EXPECT_EQ(ReadWhole(paths[0]), "content");
+}
+
+TEST_F(ManualShredTest, CountsNoFileThatIsGoneWithoutBeingOverwritten) {
+  panel.txtLev.SetText("many");
+  Drop(IDC_lstFileShred, Files(1));
+  Press(IDC_cmdshredFiles);
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+  EXPECT_EQ(Text(IDC_txtMessage), "0 of 1 file shredded.");
+  panel.txtLev.SetText("1");
+  Drop(IDC_lstFileShred, Files(1));
+  Press(IDC_cmdshredFiles);
+  EXPECT_EQ(Text(IDC_txtMessage), "1 file shredded.");
+}
+
+TEST_F(ManualShredTest, GoesOnWithItsOwnBarBehindARunOfTheScheduledListInTheMiddle) {
+  Drop(IDC_lstFileShred, Files(5));
+  Drop(IDC_lstFiles, {folder.File("scheduled")});
+  bool once = true;
+  const BarRecord bar(Item(IDC_PbarShred), [&] {
+    if (std::exchange(once, false)) panel.ShredDelete();
+  });
+  Press(IDC_cmdshredFiles);
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
+  Names steps = bar.Steps();
+  const auto nested = std::find(steps.begin(), steps.end(), "0..100");
+  ASSERT_NE(nested, steps.end());
+  steps.erase(steps.begin(), nested);
+  ASSERT_GE(steps.size(), 8u);
+  steps.resize(8);
+  EXPECT_THAT(steps, ElementsAre("0..100", "0", "0..5", "0", "2", "3", "4", "5"));
+}
+
+// Three files, each of which fails at fourteen thousand writes.
+TEST_F(ManualShredTest, SaysOnceForAllOfItsFilesWhatFailedWhileTheMachineIsOnLine) {
+  const Names paths = Files(3);
+  std::vector<UniqueFile> holders;
+  for (const std::string& path : paths)
+    holders.emplace_back(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  Drop(IDC_lstFileShred, paths);
+  GoOnline();
+  Press(IDC_cmdshredFiles);
+  Names texts;
+  for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
+  EXPECT_THAT(texts, ElementsAre("modShred,DeleteFileShred70Permission denied",
+                                 "modShred,DeleteFileShred52Bad file name or number"));
+  EXPECT_EQ(Text(IDC_txtMessage), "0 of 3 files shredded.");
+  EXPECT_EQ(NamesIn(folder.Path()).size(), 3u);
 }
 
 // An erase run that the scheduler starts in the middle leaves its stop request set.
@@ -297,6 +378,27 @@ TEST_F(ScheduledShredTest, ShredsNoLineThatCameFromTheFileAlone) {
   panel.ShredDelete();
   EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("loaded"));
   EXPECT_EQ(Count(IDC_lstFiles), 0) << "the whole list is emptied";
+  EXPECT_EQ(ReadWhole(kListFile), loaded[0] + "\r\n") << "and the next start lists the line again";
+}
+
+TEST_F(ScheduledShredTest, LeavesNoNameOfAShreddedFileInTheListsFile) {
+  Drop(IDC_lstFiles, Files({"b", "a", "c"}));
+  EXPECT_EQ(ReadWhole(kListFile).size(), 3 * (folder.Path().size() + 4));
+  {
+    const BarRecord bar(Item(IDC_PbarShred), [] { StopErase = true; });
+    panel.ShredDelete();
+  }
+  EXPECT_EQ(ReadWhole(kListFile), (folder / "a") + "\r\n" + (folder / "c") + "\r\n") << "what a stop has left";
+  StopErase = false;
+  panel.ShredDelete();
+  EXPECT_EQ(ReadWhole(kListFile), "");
+}
+
+TEST_F(ScheduledShredTest, LeavesTheListsFileAloneWhenItShredsNothing) {
+  WriteWhole(kListFile, "C:\\one\nC:\\two");
+  panel.LoadFiles();
+  panel.ShredDelete();
+  EXPECT_EQ(ReadWhole(kListFile), "C:\\one\nC:\\two");
 }
 
 TEST_F(DropTest, CountsWhatIsLeftAfterTheDeleteKey) {
@@ -313,6 +415,40 @@ TEST_F(DropTest, CountsWhatIsLeftAfterTheDeleteKey) {
 TEST_F(DropTest, BesideTheListsIsNotTaken) {
   for (const int place : {IDC_cmdFileShred, IDC_txtLev, IDC_Frame11, IDC_txtMessage}) Drop(place, Files(1));
   for (const int list : {IDC_lstFileShred, IDC_lstFolder, IDC_lstFiles}) EXPECT_EQ(Count(list), 0);
+}
+
+// A list box has room for 32,767 lines on Windows 9x.
+TEST_F(DropTest, ShredsNothingThatTheListHasNoRoomFor) {
+  const Names paths = Files(3);
+  {
+    const FullList full(Item(IDC_lstFileShred), 2);
+    Drop(IDC_lstFileShred, paths);
+  }
+  EXPECT_EQ(Count(IDC_lstFileShred), 2);
+  EXPECT_EQ(Text(IDC_FileCount), "There are 2 files ready for deleting!");
+  Press(IDC_cmdshredFiles);
+  EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("file 2"));
+}
+
+TEST_F(DropTest, OfANameOutsideTheCodePageMeansThatFileAndNoneThatLooksLikeIt) {
+  const std::wstring wide = L"C:\\test\\scratch\\\uFF41.txt";  // a wide "a", which the code page makes a plain one
+  ASSERT_EQ(folder.Path(), "C:\\test\\scratch");
+  Names paths = {folder.File("a.txt")};
+  const HANDLE made = ::CreateFileW(wide.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+  ASSERT_NE(made, INVALID_HANDLE_VALUE);
+  ::CloseHandle(made);
+  DropWide(IDC_lstFileShred, wide);
+  Press(IDC_cmdshredFiles);
+  EXPECT_EQ(Text(IDC_txtMessage), "1 file shredded.");
+  EXPECT_EQ(::GetFileAttributesW(wide.c_str()), INVALID_FILE_ATTRIBUTES);
+  EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a.txt"));
+}
+
+TEST_F(SavingTest, WritesNothingAtADeleteKeyWithoutAChosenLine) {
+  panel.lstFiles.AddItem("C:\\work\\file");
+  ::SendMessageA(Item(IDC_lstFiles), WM_KEYDOWN, VK_DELETE, 0);
+  EXPECT_EQ(Count(IDC_lstFiles), 1);
+  EXPECT_FALSE(IsThere(kListFile));
 }
 
 // A click that comes while the list is saved would otherwise leave half of it in the file of an empty list.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "file_calls.h"
 #include "import_hook.h"
 #include "platform/ErroHandle.h"
 #include "platform/native_files.h"
@@ -104,6 +105,41 @@ int events;
 void CALLBACK CountEvent(HWND, UINT, UINT_PTR, DWORD) { ++events; }
 
 }  // namespace
+
+// Its own files, then those of the first subfolder by their endings, then the rest.
+TEST_P(ShredFolders, TakeTheFilesOfAFolderThenASubfolderAndThenTheTree) {
+  MakeFiles(
+      {"tree\\z.txt", "tree\\a.gif", "tree\\sub\\b.txt", "tree\\sub\\c.jpg", "tree\\sub\\d.gif", "tree\\sub\\e\\f.gif"});
+  const FileCalls calls;
+  ShredFolder(folder / "tree");
+  Names order;
+  for (const std::string& path : calls.Deleted()) order.push_back(path.substr(folder.Path().size() + 6));
+  ASSERT_EQ(order.size(), 6u);
+  EXPECT_THAT(Names(order.begin(), order.begin() + 2), UnorderedElementsAre("z.txt", "a.gif"));
+  EXPECT_THAT(Names(order.begin() + 2, order.end()), ElementsAre("sub\\d.gif", "sub\\c.jpg", "sub\\b.txt", "sub\\e\\f.gif"));
+  EXPECT_THAT(Left(), IsEmpty());
+}
+
+// The listing was taken before.
+TEST_P(ShredFolders, LeaveASubfolderThatALinkHasTakenThePlaceOf) {
+  MakeFiles({"tree\\sub\\kept.txt"});
+  {
+    const FileCalls calls;
+    calls.ShowAsLink(folder / "tree\\sub");
+    ClearSubFolders(folder / "tree");
+  }
+  EXPECT_THAT(Left(), UnorderedElementsAre("tree", "tree\\sub", "tree\\sub\\kept.txt"));
+}
+
+TEST_P(ShredFolders, LeaveTheRestOfAFolderThatALinkHasTakenThePlaceOfMeanwhile) {
+  MakeFiles({"tree\\first.txt", "tree\\sub\\kept.txt"});
+  {
+    const FileCalls calls;
+    calls.AfterEachDeletion([&](const std::string&) { calls.ShowAsLink(folder / "tree"); });
+    ShredFolder(folder / "tree");
+  }
+  EXPECT_THAT(Left(), UnorderedElementsAre("tree", "tree\\sub", "tree\\sub\\kept.txt"));
+}
 
 TEST_P(ShredFolders, RemoveATreeWithEverythingInIt) {
   MakeFiles({"tree\\one.txt", "tree\\a\\two.txt", "tree\\a\\b\\c\\three.txt", "tree\\z\\four.txt", "tree2\\kept.txt"});

@@ -9,6 +9,7 @@
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 #include "shred/fraShred.h"
+#include "window_event.h"
 
 namespace {
 
@@ -128,6 +129,14 @@ TEST_F(LoadFilesTest, FillsTheListAloneSoThatARunFindsNothingToShred) {
   EXPECT_EQ(user.Boxes()[0].text, "Error: Enter a file for shredding!");
   EXPECT_EQ(ReadWhole(file), "content");
   EXPECT_EQ(Lines(), Paths{file});
+}
+
+TEST_F(LoadFilesTest, LetsEventsRunBeforeItReads) {
+  WriteWhole(kListFile, "C:\\before\r\n");
+  const WindowEvents events;
+  events.AtTheNext([] { WriteWhole(kListFile, "C:\\meanwhile\r\n"); });
+  panel.LoadFiles();
+  EXPECT_EQ(Lines(), Paths{"C:\\meanwhile"});
 }
 
 TEST_F(SaveSettingsToFileTest, WritesEachLineFollowedByCrLf) {
