@@ -31,10 +31,14 @@ class ErasingOtherBrowsers(ProgramCase):
         self.press_erase_only()
         self.assertEqual(self.wait_run_over()[-2:], DONE)
 
-    def test_every_item_together_takes_all_traces_of_four_profiles_and_nothing_of_the_users_own(self):
+    def check_the_rest_stays(self):
+        self.assertEqual(other_browsers.untouched(self.d.home), other_browsers.KEPT)
+        self.assertEqual(other_browsers.left_alone(self.d.home), other_browsers.UNNAMED)
+
+    def test_every_item_together_takes_all_traces_that_it_names_in_four_profiles_and_nothing_else(self):
         self.erase(*FAMILIES)
         self.assertEqual(other_browsers.count(self.d.home), dict.fromkeys(self.before, 0))
-        self.assertEqual(other_browsers.untouched(self.d.home), other_browsers.KEPT)
+        self.check_the_rest_stays()
 
     def test_each_item_alone_takes_its_own_traces(self):
         for key, family in FAMILIES.items():
@@ -42,12 +46,12 @@ class ErasingOtherBrowsers(ProgramCase):
                 other_browsers.plant(self.d.home)
                 self.erase(key)
                 self.assertEqual(other_browsers.count(self.d.home), self.before | {family: 0})
-                self.assertEqual(other_browsers.untouched(self.d.home), other_browsers.KEPT)
+                self.check_the_rest_stays()
 
     def test_no_other_item_takes_any_of_them(self):
         self.erase("NCookies", "WinTempFileFolder", "TemporaryInternetFile", "Cookies")
         self.assertEqual(other_browsers.count(self.d.home), self.before)
-        self.assertEqual(other_browsers.untouched(self.d.home), other_browsers.KEPT)
+        self.check_the_rest_stays()
 
 
 if __name__ == "__main__":

@@ -6,6 +6,9 @@
 
 extern "C" {
 extern decltype(&::WriteFile) importedWriteFile __asm__("__imp__WriteFile@20");
+extern decltype(&::CreateFileA) importedCreateFileA __asm__("__imp__CreateFileA@28");
+extern decltype(&::GetTickCount) importedGetTickCount __asm__("__imp__GetTickCount@0");
+extern decltype(&::GetLocalTime) importedGetLocalTime __asm__("__imp__GetLocalTime@4");
 extern decltype(&::FlushFileBuffers) importedFlushFileBuffers __asm__("__imp__FlushFileBuffers@4");
 extern decltype(&::DeleteFileA) importedDeleteFileA __asm__("__imp__DeleteFileA@4");
 extern decltype(&::GetFileAttributesA) importedGetFileAttributesA __asm__("__imp__GetFileAttributesA@4");

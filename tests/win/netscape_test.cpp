@@ -17,8 +17,10 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 const std::string kUsers = "Netscape Navigator\\Users";
 const std::string kBiff = "Netscape Navigator\\biff";
@@ -141,6 +143,17 @@ TEST_P(Netscape, TakesCommunicatorThenNetscape6ThenMozilla) {
   }
 }
 
+// It occurs in the list's text, in "SchemaValue.tbl", and that is meant. Of a registered profile the names are exact.
+TEST_P(Netscape, TakesAFileOfMozillasProfilesThatIsNamedValueTbl) {
+  RegisterCommunicator("joe", communicator);
+  PutFile(communicator + "\\Value.tbl");
+  PutFile(mozilla / "joe\\abc.slt\\Value.tbl");
+  PutFile(mozilla / "joe\\abc.slt\\MyValue.tbl");
+  NSTypedUrl();
+  EXPECT_THAT(FilesBelow(mozilla.Path()), ElementsAre("joe\\abc.slt\\MyValue.tbl"));
+  EXPECT_THAT(FilesBelow(communicator), ElementsAre("Value.tbl"));
+}
+
 // The first table stands in the list a second time. That is meant.
 TEST_P(Netscape, TriesTheTablesInTheirOrderAndTheFirstTwice) {
   RegisterCommunicator("joe", communicator);
@@ -182,6 +195,24 @@ TEST_P(Netscape, TakesNothingAfterAStop) {
   StopErase = true;
   ExpectNothingTaken("a stop is asked for");
   EXPECT_EQ(NamesBelow(mozilla.Path()), before);
+}
+
+// Only the cache cleaner collects of Communicator whatever the stop request says.
+TEST_P(Netscape, AfterAStopDoesNotEvenCollectTheTypedAddressesAndTheMailOfCommunicator) {
+  RegisterCommunicator("joe", communicator);
+  LayOutRegistered(communicator);
+  StopErase = true;
+  for (const TestedCleaner& cleaner : kCleaners) {
+    const FileCalls calls;
+    cleaner.clean();
+    const Names lookedAt = calls.LookedAt();
+    if (cleaner.clean == &CleanNescapeCache) {
+      EXPECT_THAT(lookedAt, Contains(communicator)) << cleaner.name;
+    } else {
+      EXPECT_THAT(lookedAt, Not(Contains(communicator))) << cleaner.name;
+    }
+    EXPECT_THAT(calls.Deleted(), IsEmpty()) << cleaner.name;
+  }
 }
 
 TEST_P(Netscape, LetsEventsRunBeforeItBeginsAndTakesNothingAfterAStopThatComesThen) {
@@ -290,6 +321,18 @@ TEST_P(Netscape, IsNotLedOutOfTheUsersFolderByAUsersName) {
                                  "|"}) {
     RegisterNetscape6(user, folder / "Communicator");
     ExpectNothingTaken(user);
+  }
+}
+
+// It names a key below that of the users, and one without a name would be that key itself.
+TEST_P(Netscape, IsNotLedOutOfTheKeyOfTheUsersByACommunicatorUsersName) {
+  LayOutRegistered(communicator);
+  for (const std::string user : {"..\\other", "a\\b", "", "  "}) {
+    netscape.Remove();
+    netscape.PutText("CurrentUser", user, kUsers);
+    for (const std::string& key : {kUsers, kUsers + "\\" + user, std::string("Netscape Navigator\\other")})
+      netscape.PutText("DirRoot", communicator, key);
+    ExpectNothingTaken('"' + user + '"');
   }
 }
 

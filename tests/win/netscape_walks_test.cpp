@@ -5,6 +5,7 @@
 
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/wipe_state.h"
+#include "import_hook.h"
 #include "log_recorder.h"
 #include "nothing_pending.h"
 #include "platform/runtime_error.h"
@@ -53,11 +54,15 @@ class NetscapeWalks : public ByEitherNames {
     return Below(results);
   }
 
-  void RunAllOn(const std::string& profile) const {
-    shell.Move(kProfileFolder, profile);
+  static void RunAll() {
     NSTypedUrl();
     CleanNetscapeMail();
     CleanNescapeCache();
+  }
+  template <class Text>
+  void RunAllOn(const Text& profile) const {
+    shell.Move(kProfileFolder, profile);
+    RunAll();
   }
 
   const ShellFolders shell;
@@ -79,6 +84,34 @@ class NetscapeWalks : public ByEitherNames {
   }
 };
 
+// The two programs that the registry tells a profile of, each told to have it in PLACE\Users\joe.
+class RegisteredProfiles : public NetscapeWalks {
+ protected:
+  void RegisterAt(const std::string& program, const std::string& place, const std::string& end) const {
+    netscape.Remove();
+    if (program == "communicator") {
+      netscape.PutText("CurrentUser", "joe", "Netscape Navigator\\Users");
+      netscape.PutText("DirRoot", place + "\\Users\\joe" + end, "Netscape Navigator\\Users\\joe");
+    } else {
+      netscape.PutText("CurrentUser", "joe", "Netscape Navigator\\biff");
+      netscape.PutText("Install Directory", place + "\\Communicator" + end, "Netscape Navigator\\Main");
+    }
+  }
+
+  // All three cleaners on the profile PLANTED\Users\joe, for each way to write its folder.
+  void RunAllOnRegistered(const std::string& program, const std::string& planted) const {
+    for (const char* end : {"", "\\", "\\\\", "\\.", "\\mail\\.."}) {
+      RegisterAt(program, Planted(planted), end);
+      RunAll();
+    }
+  }
+
+  const ScratchKey netscape{"Software\\Netscape", HKEY_LOCAL_MACHINE};
+};
+
+constexpr const char* kPrograms[] = {"communicator", "netscape 6"};
+constexpr const char* kTargets[] = {"FieldSchema.tbl", "mail\\trash", "mail\\trash.nsm", "cache\\x"};
+
 const auto byName = [](const auto& way) { return std::string(way.param); };
 const auto ways = testing::Values("wide", "ansi");
 
@@ -87,6 +120,7 @@ using FindFolders = NetscapeWalks;
 using DeletingAFile = NetscapeWalks;
 using ClearingADirectory = NetscapeWalks;
 INSTANTIATE_TEST_SUITE_P(Names, NetscapeWalks, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, RegisteredProfiles, ways, byName);
 INSTANTIATE_TEST_SUITE_P(Names, FindFiles, ways, byName);
 INSTANTIATE_TEST_SUITE_P(Names, FindFolders, ways, byName);
 INSTANTIATE_TEST_SUITE_P(Names, DeletingAFile, ways, byName);
@@ -100,6 +134,14 @@ void CALLBACK StopWhenSomethingIsGone(HWND, UINT, UINT_PTR, DWORD) {
   if (StopErase) return;
   leftAtTheStop = NamesBelow(watched).size();
   StopErase = leftAtTheStop < 2020;  // with the twenty subfolders
+}
+
+const auto systemWriteFile = importedWriteFile;
+int writes;
+
+BOOL WINAPI CountTheWrite(HANDLE file, LPCVOID bytes, DWORD size, DWORD* done, OVERLAPPED* overlapped) {
+  ++writes;
+  return systemWriteFile(file, bytes, size, done, overlapped);
 }
 
 const Names kNoFolders = {"",
@@ -282,9 +324,14 @@ TEST_P(DeletingAFile, KeepsItAfterAStopThatComesDuringAPass) {
   const std::string file = folder.File("file", std::string(4096, 'x'));
   events.AtTheNext([] { StopErase = true; });
   LetTheNextLookBeDue();
-  DeleteFile(ToNativePath(file), 100);
+  writes = 0;
+  {
+    const ImportHook hook(importedWriteFile, &CountTheWrite);
+    DeleteFile(ToNativePath(file), 100);
+  }
   EXPECT_TRUE(events.HasRun()) << "events run behind each block";
-  EXPECT_TRUE(IsOverwritten(ReadWhole(file))) << "the pass comes to its end";
+  EXPECT_EQ(writes, 4) << "the pass comes to its end, and no other one follows";
+  EXPECT_TRUE(IsOverwritten(ReadWhole(file)));
   EXPECT_EQ(ReadWhole(file).size(), 4096u);
   DeleteFile(ToNativePath(file), 0);
   EXPECT_TRUE(IsThere(file)) << "asked to stop before it began";
@@ -357,6 +404,55 @@ TEST_P(NetscapeWalks, LeaveTheCacheFolderOfCommunicatorAloneWhenItIsALink) {
   ClearDirectory(Planted("communicator\\cache"));
   ClearDirectory(Planted("communicator\\cache\\"));
   EXPECT_TRUE(IsThere(Planted("communicator\\cache\\canary.txt")));
+}
+
+TEST_P(RegisteredProfiles, AreLeftAloneWhenTheyAreLinks) {
+  for (const std::string program : kPrograms) {
+    RunAllOnRegistered(program, "profile of " + program);
+    for (const std::string target : kTargets)
+      EXPECT_TRUE(IsThere(Planted("profile of " + program + "\\Users\\joe\\" + target))) << program << ": " << target;
+  }
+}
+
+TEST_P(RegisteredProfiles, LoseNothingOfAMailFolderThatIsALink) {
+  for (const std::string program : kPrograms) {
+    const std::string profile = Planted("mail of " + program) + "\\Users\\joe\\";
+    RunAllOnRegistered(program, "mail of " + program);
+    EXPECT_TRUE(IsThere(profile + "mail\\trash")) << program;
+    EXPECT_TRUE(IsThere(profile + "mail\\trash.nsm")) << program;
+    EXPECT_FALSE(IsThere(profile + "FieldSchema.tbl")) << program << ": what stands beside the link goes";
+  }
+}
+
+TEST_P(RegisteredProfiles, AreReachedByALinkAboveThem) {
+  for (const std::string program : kPrograms) {
+    const std::string profile = Planted("users of " + program) + "\\Users\\joe\\";
+    ASSERT_TRUE(IsThere(profile + "FieldSchema.tbl")) << program;
+    RunAllOnRegistered(program, "users of " + program);
+    for (const std::string target : kTargets) EXPECT_FALSE(IsThere(profile + target)) << program << ": " << target;
+    EXPECT_TRUE(IsThere(profile + "bookmark.htm")) << program;
+  }
+}
+
+TEST_P(NetscapeWalks, ReachAProfileFolderOutsideTheCodePageByWideNames) {
+  const std::wstring profile = std::wstring(ByAnsi() ? L"C:\\plant\\ansi" : L"C:\\plant\\wide") + L"\\\u0416\u0436";
+  const std::wstring table = profile + L"\\Application Data\\Mozilla\\Profiles\\default\\FieldSchema.tbl";
+  ASSERT_NE(::GetFileAttributesW(table.c_str()), INVALID_FILE_ATTRIBUTES);
+  RunAllOn(profile);
+  EXPECT_EQ(::GetFileAttributesW(table.c_str()) != INVALID_FILE_ATTRIBUTES, ByAnsi());
+}
+
+// By ANSI names a listing gives the short name alone where the long one would leave no room for it.
+TEST_P(NetscapeWalks, TakeATableInAFolderOfSoManyCharactersThatItIsReachedByItsShortName) {
+  const std::string root = "Application Data\\Mozilla\\Profiles\\";
+  for (const std::size_t length : {230u, 231u, 233u, 240u}) {
+    const std::string deep = root + std::string(length - (folder / root).size(), 'x');
+    const std::string table = folder.File(deep + "\\FieldSchema.tbl");
+    ASSERT_EQ(table.size(), length + 16);
+    ASSERT_TRUE(IsThere(table)) << length;
+    RunAllOn(folder.Path());
+    EXPECT_FALSE(IsThere(table)) << length;
+  }
 }
 
 TEST_P(NetscapeWalks, ReachNamesOutsideTheCodePageAndTakeNoneForWhatItLooksLike) {

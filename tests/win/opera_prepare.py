@@ -5,6 +5,10 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 from folder_contents_prepare import WAYS, expect, listing, put  # noqa: E402
 
+STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
+STRANGE_TAKEN = ["cache4/opr00001.htm", "cookies4.dat", "global.dat", "opera.dir"]
+STRANGE_KEPT = ["cache4/sub/x", "opera6.adr"]
+
 CANARIES = ["canary.txt", "cookies.dat", "Cache/canary", "profile/cache4/canary", "profile/cookies4.dat"]
 TAKEN = ["Привет", "日本語.dat", "😀", "opr00001.dat", " blank at the head", "blank at the end ", "dot.", "日" * 80, "x" * 250]
 
@@ -25,6 +29,8 @@ def prepare(home) -> dict[str, str]:
         (linked / "cache4").symlink_to(outside)
         (plant / "current/0").mkdir(parents=True)
         (plant / "current/0/Cache").symlink_to(outside)
+        for name in STRANGE_TAKEN + STRANGE_KEPT:
+            put(plant / STRANGE / "Opera/OPERA7/profile" / name)
     return {}
 
 
@@ -33,3 +39,6 @@ def check(home) -> None:
         outside = home.c / "outside" / way
         expect(f"{way}, outside", [name for name in listing(outside) if (outside / name).is_file()], sorted(CANARIES))
         expect(f"{way}, names", listing(home.c / "plant" / way / "names/Opera/OPERA7/profile/cache4"), ["link", "чужое"])
+        profile = home.c / "plant" / way / STRANGE / "Opera/OPERA7/profile"
+        left = STRANGE_KEPT if way == "wide" else STRANGE_TAKEN + STRANGE_KEPT
+        expect(f"{way}, {STRANGE}", [name for name in listing(profile) if (profile / name).is_file()], sorted(left))

@@ -49,6 +49,11 @@ class Opera : public ByEitherNames {
     EXPECT_EQ(log.Lines(), LogLines()) << "the run writes the lines, not the cleaner";
   }
 
+  // Folder names outside the code page, for the two ways.
+  static std::wstring StrangeData() {
+    return ByAnsi() ? L"C:\\plant\\ansi\\\u0416\u0436" : L"C:\\plant\\wide\\\u0416\u0436";
+  }
+
   std::string Planted(const std::string& name) const { return "C:\\plant\\" + std::string(GetParam()) + "\\" + name; }
 
   static void CleanEverything() {
@@ -262,6 +267,24 @@ TEST_P(Opera, KeepsReadOnlyHiddenAndSystemFilesAndFoldersOfTheNames) {
   }
 }
 
+TEST_P(Opera, KeepsItsCacheFoldersAsTheyAreWhileTheyAreHiddenOrOfTheSystem) {
+  for (const DWORD attribute : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM}) {
+    for (const std::string& hidden : {current / "0\\Cache", profile + "\\cache4"}) {
+      const std::string other = hidden.starts_with(profile) ? current / "0\\Cache" : profile + "\\cache4";
+      PutFile(hidden + "\\kept");
+      PutFile(other + "\\taken");
+      ::SetFileAttributesA(hidden.c_str(), attribute);
+      CleanEverything();
+      EXPECT_THAT(NamesBelow(hidden), ElementsAre("kept")) << hidden << ", attribute " << attribute;
+      EXPECT_EQ(::GetFileAttributesA(hidden.c_str()), attribute | FILE_ATTRIBUTE_DIRECTORY) << hidden;
+      EXPECT_THAT(NamesBelow(other), IsEmpty()) << other << " is not";
+      ::SetFileAttributesA(hidden.c_str(), FILE_ATTRIBUTE_NORMAL);
+      CleanEverything();
+      EXPECT_THAT(NamesBelow(hidden), IsEmpty()) << hidden << " is so no longer";
+    }
+  }
+}
+
 TEST_P(Opera, IsCleanedByItsItemsInTheOlderLayoutAndThenInTheSeventh) {
   const struct {
     Cleaner item;
@@ -336,6 +359,25 @@ TEST_P(Opera, LosesNamesOutsideTheCodePageAndKeepsLinks) {
   shell.Move(kApplicationDataFolder, Planted("names"));
   CleanEverything();
   EXPECT_EQ(NamesIn(Planted("names\\Opera\\OPERA7\\profile\\cache4")).size(), 2u);
+}
+
+TEST_P(Opera, IsReachedByWideNamesInAFolderOfApplicationDataOutsideTheCodePage) {
+  shell.Move(kApplicationDataFolder, StrangeData());
+  const std::wstring cookies = StrangeData() + L"\\Opera\\OPERA7\\profile\\cookies4.dat";
+  ASSERT_NE(::GetFileAttributesW(cookies.c_str()), INVALID_FILE_ATTRIBUTES);
+  CleanEverything();
+  EXPECT_EQ(::GetFileAttributesW(cookies.c_str()) != INVALID_FILE_ATTRIBUTES, ByAnsi());
+}
+
+TEST_P(Opera, HasTheShortFormOfAFolderOfApplicationDataOutsideTheCodePage) {
+  shell.Move(kApplicationDataFolder, StrangeData());
+  const std::string shortForm = GetSpecialFolder(kApplicationDataFolder);
+  if (ByAnsi()) {
+    EXPECT_EQ(shortForm, "C:\\plant\\ansi\\??\\") << "which leads nowhere";
+    return;
+  }
+  EXPECT_EQ(shortForm.find('?'), std::string::npos) << shortForm;
+  EXPECT_TRUE(IsThere(shortForm + "Opera\\OPERA7\\profile\\opera6.adr")) << shortForm;
 }
 
 TEST_P(Opera, KeepsWhatACacheFolderThatIsALinkLeadsTo) {

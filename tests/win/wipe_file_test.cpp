@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "import_hook.h"
+#include "late_calls.h"
 #include "log_recorder.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
@@ -37,6 +41,36 @@ using FileExistsFsTest = WipeFileTest;
 UniqueFile OpenForWriting(const std::string& path) {
   return UniqueFile(::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
 }
+
+// What the wipers write, how often they open a file, and the clock that they make their fill characters of.
+std::vector<std::string> writes;
+int opens;
+DWORD tick;
+
+const auto systemWriteFile = importedWriteFile;
+const auto systemCreateFile = importedCreateFileA;
+
+BOOL WINAPI NoteTheWrite(HANDLE file, LPCVOID bytes, DWORD size, DWORD* done, OVERLAPPED* overlapped) {
+  writes.emplace_back(static_cast<const char*>(bytes), size);
+  return systemWriteFile(file, bytes, size, done, overlapped);
+}
+
+HANDLE WINAPI CountTheAnsiOpen(LPCSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how, DWORD flags,
+                               HANDLE like) {
+  ++opens;
+  return systemCreateFile(path, access, share, security, how, flags, like);
+}
+
+HANDLE WINAPI CountTheWideOpen(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how,
+                               DWORD flags, HANDLE like) {
+  ++opens;
+  return ::CreateFileW(path, access, share, security, how, flags, like);
+}
+
+[[maybe_unused]] const bool replaced = (ReplaceFunction("CreateFileW", &CountTheWideOpen), true);
+
+DWORD WINAPI NextTick() { return tick += 7; }
+void WINAPI SameTime(SYSTEMTIME* now) { *now = {2004, 5, 3, 12, 13, 14, 15, 160}; }
 
 }  // namespace
 
@@ -97,6 +131,30 @@ TEST_F(WipeFileTest, OverwritesEveryByteBeforeItDeletes) {
   EXPECT_EQ(log.Lines(), LogLines());
 }
 
+TEST_F(WipeFileTest, MakesItsTwoFillCharactersAfreshForEachPass) {
+  writes.clear();
+  tick = 0;
+  {
+    const ImportHook writing(importedWriteFile, &NoteTheWrite);
+    const ImportHook ticking(importedGetTickCount, &NextTick);
+    const ImportHook telling(importedGetLocalTime, &SameTime);
+    WipeFile(folder.File("file.bin", std::string(2048, 'x')), 10);
+  }
+  ASSERT_EQ(writes.size(), 20u) << "two blocks a pass";
+  std::set<std::string> first, second;
+  int different = 0;
+  for (std::size_t pass = 0; pass < 10; ++pass) {
+    const std::string &a = writes[2 * pass], &b = writes[2 * pass + 1];
+    EXPECT_TRUE(IsOverwritten(a + b)) << "pass " << pass;
+    first.insert(a);
+    second.insert(b);
+    different += a != b;
+  }
+  EXPECT_GT(first.size(), 2u) << "of each pass";
+  EXPECT_GT(second.size(), 2u) << "of each pass";
+  EXPECT_GT(different, 5) << "the first and the second character of a pass";
+}
+
 TEST_F(WipeFileTest, DeletesAnEmptyFileAfterAPass) {
   const std::string file = folder.File("empty", "");
   WipeFile(file, 1);
@@ -142,6 +200,26 @@ TEST_F(WipeFileTest, LeavesAFileThatAnotherProgramHoldsOpen) {
   EXPECT_EQ(log.Lines(), (LogLines{{file, "Permission denied"}, {file, "Permission denied"}}));
 }
 
+TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
+  const std::string file = folder.File("kept.txt", "the content");
+  const UniqueFile holder(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(holder);
+  for (const bool ansi : {false, true}) {
+    AnsiNamesOnly = ansi;
+    const NativePath native = ToNativePath(file);
+    opens = 0;
+    {
+      const ImportHook hook(importedCreateFileA, &CountTheAnsiOpen);
+      EXPECT_FALSE(OverwriteAndDelete(native, 11, 3));
+    }
+    EXPECT_EQ(opens, 1) << (ansi ? "by ANSI names" : "by wide names");
+    EXPECT_NE(Err.Number(), 0);
+    Err.Clear();
+  }
+  AnsiNamesOnly = false;
+  EXPECT_EQ(ReadWhole(file), "the content");
+}
+
 TEST_F(WipeFileTest, HandsThePathToTheLogAsItWasGiven) {
   ReadOnlyFile();
   ::SetCurrentDirectoryA(folder.Path().c_str());
@@ -161,7 +239,12 @@ TEST_F(WipeFileTest, KeepsTheFileAfterAStopAndSaysNothing) {
 TEST_F(WipeFileTest, EndsItsFirstPassAfterAStop) {
   const std::string file = folder.File("file.txt", std::string(2048, 'x'));
   StopErase = true;
-  WipeFile(file, 2);
+  writes.clear();
+  {
+    const ImportHook hook(importedWriteFile, &NoteTheWrite);
+    WipeFile(file, 2);
+  }
+  EXPECT_EQ(writes.size(), 2u) << "the blocks of one pass";
   EXPECT_TRUE(IsOverwritten(ReadWhole(file)));
   EXPECT_EQ(ReadWhole(file).size(), 2048u);
   EXPECT_EQ(log.Lines(), LogLines());

@@ -3,7 +3,8 @@
     import_registry(REGISTRY)     where the two Netscapes have their profiles
     plant(home)                   the files: traces, and beside them what is its user's own
     count(home)                   {family: traces that are there}
-    untouched(home)               how many of KEPT files are there as they were
+    untouched(home)               how many of KEPT files of the user's own are there as they were
+    left_alone(home)              how many of UNNAMED traces, which no item takes, are there as they were
 """
 from pathlib import Path
 
@@ -19,10 +20,13 @@ REGISTRY = {
 TABLES = ["FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "URLFieldSchema.tbl"]
 CACHED = [f"{number % 8:02X}/M{number:07X}.{kind}" for number, kind in enumerate(["html", "gif", "jpg", "js"] * 25)]
 
+# "unnamed" are the traces that a browser leaves under names that no item takes. Mail/Trash.nsm, and Mail/Trash of Netscape 7,
+# are what no browser leaves: they lie there because an item names them.
 COMMUNICATOR = {
     "typed": TABLES,
     "mail": ["Mail/Trash", "Mail/Trash.nsm"],
     "cache": ["Cache/fat.db", *(f"Cache/{name}" for name in CACHED)],
+    "unnamed": ["Mail/Trash.snm", "netscape.hst", "cookies.txt"],
     "own": ["bookmark.htm", "prefs.js", "cert7.db", "key3.db", "secmod.db", "pab.na2", "Mail/Inbox", "Mail/Inbox.snm",
             "Mail/Sent", "Mail/Drafts", "News/hostinfo.dat", "archive/bookmark.htm", "archive/Mail/Inbox"],
 }
@@ -31,8 +35,10 @@ NETSCAPE7 = {
     "mail": ["Mail/Trash", "Mail/Trash.nsm"],
     "cache": ["Cache/_CACHE_MAP_", "Cache/_CACHE_001_", "Cache/_CACHE_002_", "Cache/_CACHE_003_",
               *(f"Cache/{name}" for name in CACHED)],
-    "own": ["bookmarks.html", "prefs.js", "abook.mab", "panels.rdf", "search.rdf", "cert7.db", "Mail/Inbox",
-            "Mail/Inbox.msf", "Mail/Sent", "Mail/popstate.dat", "chrome/userChrome-example.css"],
+    "unnamed": ["Mail/pop.private.example/Trash", "Mail/pop.private.example/Trash.msf", "history.dat", "cookies.txt"],
+    "own": ["bookmarks.html", "prefs.js", "abook.mab", "panels.rdf", "search.rdf", "cert7.db",
+            "Mail/pop.private.example/Inbox", "Mail/pop.private.example/Inbox.msf", "Mail/pop.private.example/Sent",
+            "Mail/pop.private.example/popstate.dat", "chrome/userChrome-example.css"],
 }
 MOZILLA = {
     "typed": TABLES,
@@ -40,6 +46,7 @@ MOZILLA = {
              "Mail/Local Folders/Trash.msf", "ImapMail/imap.private.example/Trash.msf"],
     "cache": ["Cache/_CACHE_MAP_", "Cache/_CACHE_001_", "Cache/_CACHE_002_", "Cache/_CACHE_003_",
               *(f"Cache/{number:08X}d01" for number in range(100)), "News/Cache/news.private.example.dat"],
+    "unnamed": ["history.dat", "cookies.txt"],
     "own": ["bookmarks.html", "prefs.js", "localstore.rdf", "mimeTypes.rdf", "abook.mab", "cert8.db", "secmod.db",
             "Mail/pop.private.example/Inbox", "Mail/pop.private.example/Inbox.msf", "Mail/pop.private.example/Sent",
             "Mail/Local Folders/Unsent Messages", "ImapMail/imap.private.example/INBOX.msf", "chrome/chrome.rdf"],
@@ -48,6 +55,7 @@ OPERA = {
     "opera cookies": ["cookies4.dat"],
     "opera cache": ["cache4/dcache4.url", *(f"cache4/opr{number:05X}.htm" for number in range(100))],
     "opera typed": ["global.dat", "opera.dir"],
+    "unnamed": ["vlink4.dat"],
     "own": ["opera6.ini", "opera6.adr", "contacts.adr", "wand.dat", "opcert6.dat", "cache4/saved/page.htm",
             "../Mail/accounts.ini", "../Mail/store/account1/inbox.mbs"],
 }
@@ -73,7 +81,7 @@ def _text(path: Path) -> bytes:
 
 
 def plant(home) -> None:
-    for kind in ("own", *FAMILIES.values()):
+    for kind in ("own", "unnamed", *FAMILIES.values()):
         for path in _files(home, kind):
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(_text(path))
@@ -83,8 +91,17 @@ def count(home) -> dict[str, int]:
     return {family: sum(path.exists() for path in _files(home, kind)) for family, kind in FAMILIES.items()}
 
 
-KEPT = sum(len(layout["own"]) for layout in (COMMUNICATOR, NETSCAPE7, MOZILLA, OPERA))
+def _as_planted(home, kind: str) -> int:
+    return sum(path.is_file() and path.read_bytes() == _text(path) for path in _files(home, kind))
+
+
+KEPT, UNNAMED = (sum(len(layout[kind]) for layout in (COMMUNICATOR, NETSCAPE7, MOZILLA, OPERA)) for kind in ("own", "unnamed"))
+UNNAMED_KINDS = "cookies and histories of Netscape and Mozilla, Netscape's mail trash under other names, Opera's visited links"
 
 
 def untouched(home) -> int:
-    return sum(path.is_file() and path.read_bytes() == _text(path) for path in _files(home, "own"))
+    return _as_planted(home, "own")
+
+
+def left_alone(home) -> int:
+    return _as_planted(home, "unnamed")
