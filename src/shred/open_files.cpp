@@ -10,6 +10,10 @@
 namespace {
 
 constexpr DWORD kAnswerSize = 2048;
+
+// Room behind the end that the dialog is told of, which not every system's dialog keeps to; as much as its box for the name
+// holds.
+constexpr std::size_t kSlack = 0x10000;
 constexpr DWORD kFlags = OFN_ALLOWMULTISELECT | OFN_EXPLORER;
 static_assert(kFlags == 0x80200);
 
@@ -40,17 +44,17 @@ class CurrentFolder {
 
 template <class Char, class Record>
 std::vector<std::basic_string<Char>> Ask(HWND owner, const Char* filter, const LateFunction<BOOL(WINAPI*)(Record*)>& show) {
-  Char answer[kAnswerSize] = {};
+  std::vector<Char> answer(kAnswerSize + kSlack);
   Record dialog{};
   dialog.lStructSize = kRecordSize;
   dialog.hwndOwner = owner;
   dialog.lpstrFilter = filter;
   dialog.nFilterIndex = 1;
-  dialog.lpstrFile = answer;
+  dialog.lpstrFile = answer.data();
   dialog.nMaxFile = kAnswerSize;
   dialog.Flags = kFlags;
   if (show(&dialog)) {
-    const std::basic_string_view<Char> buffer(answer, kAnswerSize);
+    const std::basic_string_view<Char> buffer(answer.data(), kAnswerSize);
     // Not every system's dialog says so when it cuts its answer off.
     if (!IsWholeAnswer(buffer)) RaiseDialogError(kBufferTooSmall);
     return SplitDialogAnswer(buffer);

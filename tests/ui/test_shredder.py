@@ -44,6 +44,16 @@ class TheLists(ShredderCase):
         self.assertEqual(self.shown()[3], r"C:\work\d.txt")
         self.assertEqual(self.d.text("FileCount"), ready(4))
 
+    def test_a_file_outside_the_code_page_is_added_from_the_dialog_under_its_short_name(self):
+        wide = "ａ.txt"  # the code page makes "a.txt" of it
+        self.files("a.txt", wide)
+        self.choose_files("cmdFileShred", wide)
+        self.wait_count("lstFileShred", 1)
+        self.assertNotIn(self.shown(), ([r"C:\work\a.txt"], [r"C:\work\?.txt"]))
+        self.d.click("cmdshredFiles")
+        self.wait_count("lstFileShred", 0)
+        self.assertEqual(self.left(), ["a.txt"])
+
     def test_the_dialog_takes_every_file_and_begins_with_no_name(self):
         self.d.click("cmdFileShred")
         dialog, box = self.d.file_dialog()
@@ -95,8 +105,12 @@ class TheLists(ShredderCase):
         d.click("cmdFolClear")
         self.wait_count("lstFolder", 0)
         self.assertEqual(self.left(), ["a.txt", "b.txt"])
-        d.click("cmdshredFiles")  # the collection behind the list is empty, too
+        d.click("cmdshredFiles")
         self.assertEqual(self.press_ok(), EMPTY_FILE_LIST)
+        self.fill("lstFileShred", [r"C:\work\b.txt"])  # the collection behind the list is empty, too
+        d.click("cmdshredFiles")
+        self.wait_count("lstFileShred", 0)
+        self.assertEqual(self.left(), ["a.txt"])
 
     def test_the_delete_key_takes_the_chosen_lines_off_the_list_and_its_collection(self):
         d = self.d
@@ -199,12 +213,13 @@ class ShreddingFiles(ShredderCase):
         self.assertEqual((d.boxes(), self.left(), (self.work / "held.txt").read_text()), ([], ["held.txt"], "content"))
         d.terminate(holder)
 
-    def test_does_not_count_a_file_whose_name_it_cannot_reach(self):
-        (self.work / "Пароли.txt").write_text("outside the code page")
-        self.fill("lstFileShred", [r"C:\work\Пароли.txt"])
+    def test_takes_a_file_of_a_name_outside_the_code_page_and_none_that_looks_like_it(self):
+        wide = "ａ.txt"  # the code page makes "a.txt" of it
+        self.files("a.txt", wide, "Пароли.txt")
+        self.fill("lstFileShred", [rf"C:\work\{wide}", r"C:\work\Пароли.txt"])
         self.shred()
-        self.d.wait_text("txtMessage", "0 of 1 files shredded.")
-        self.assertEqual((self.left(), self.d.boxes()), (["Пароли.txt"], []))
+        self.d.wait_text("txtMessage", "2 files shredded.")
+        self.assertEqual((self.left(), self.d.boxes()), (["a.txt"], []))
 
     def test_goes_on_at_the_fixed_length_when_the_level_is_no_number(self):
         paths = self.files("a.txt")
@@ -289,7 +304,7 @@ class ShreddingFolders(ShredderCase):
         self.fill("lstFolder", [r"C:\work\one"])
         (self.work / "one/a.txt").unlink()
         (self.work / "one").rmdir()
-        self.assertEqual(self.shred(), "0 of 1 folders deleted.")
+        self.assertEqual(self.shred(), "0 of 1 folder deleted.")
         self.assertEqual((self.left(), self.d.boxes()), (["file.txt"], []))
 
     def test_leaves_what_must_stay_with_everything_in_it(self):
@@ -311,11 +326,15 @@ class ShreddingFolders(ShredderCase):
 
     def test_together_with_files_takes_the_folders_first(self):
         d = self.d
-        self.fill("lstFileShred", self.files("folder/in it.txt", "file.txt"))
+        paths = self.files("folder/in it.txt", "file.txt")
+        second = self.second_name(paths[0])
+        self.fill("lstFileShred", paths)
         self.fill("lstFolder", [r"C:\work\folder"])
         d.click("cmdShredAll")
         self.wait_count("lstFileShred", 0)
+        d.wait_text("txtMessage", "1 of 2 files shredded.")
         self.assertEqual((self.left(), self.count("lstFolder"), d.boxes()), ([], 0, []))
+        self.assertEqual(second.read_text(), "content")  # it went with its folder, which overwrites nothing
 
     def test_together_with_files_says_of_both_lists_that_they_are_empty_the_folders_first(self):
         self.d.click("cmdShredAll")
