@@ -186,9 +186,7 @@ void FindFoldersByName(const std::string& root, const std::string& name, FileLis
 }
 
 void DeleteFile(const NativePath& path, const std::int16_t& passes) {
-  const DWORD attributes = NativeAttributes(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES || IsFolder(attributes)) return;
-  OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+  OverwriteAndDeleteIfThere(path, passes);
   Err.Clear();
 }
 

@@ -65,16 +65,17 @@ bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16
   return Err.Number() == 0;
 }
 
-bool FileExistsFs(const std::string& path) {
-  const DWORD attributes = NativeAttributes(ToNativePath(path));
+bool OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes) {
+  return !FileExistsFs(path) || OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+}
+
+bool FileExistsFs(const NativePath& path) {
+  const DWORD attributes = NativeAttributes(path);
   return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
 }
 
 void WipeFile(const std::string& path, std::int16_t passes) {
-  if (!FileExistsFs(path)) return;
-  const NativePath native = ToNativePath(path);
-  if (!OverwriteAndDelete(native, passes > 0 ? NativeFileLength(native) : 0, passes))
-    LogCleanResult(path, Err.Description());
+  if (!OverwriteAndDeleteIfThere(ToNativePath(path), passes)) LogCleanResult(path, Err.Description());
   Err.Clear();
 }
 

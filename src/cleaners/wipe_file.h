@@ -8,7 +8,7 @@
 
 // True for an existing file, false for a folder. The scripting file-system object gives the same answer; asking it costs
 // a COM object a file.
-bool FileExistsFs(const std::string& path);
+bool FileExistsFs(const NativePath& path);
 
 // Deletes the file, overwritten `passes` times; nothing for a missing file. A failure goes to the cleaners' log hook.
 void WipeFile(const std::string& path, std::int16_t passes);
@@ -17,7 +17,10 @@ void WipeFile(const std::string& path, std::int16_t passes);
 // meanwhile. False when that failed; the error is then pending in Err.
 bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes);
 
-// The same for a file that a listing has just named: `length` is its size in bytes.
+// The same for a path that may lead to no file: true then, and nothing is done. The file is asked for its length.
+bool OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes);
+
+// What WipeFile does, for a file that a listing has just named: `length` is its size in bytes.
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes);
 
 // WipeFile on every name that a listing of `mask` returns, hidden files included, until the stop request. The bare name is

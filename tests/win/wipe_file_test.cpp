@@ -78,21 +78,21 @@ TEST_F(FileExistsFsTest, IsTrueForFilesOnly) {
   const std::string file = folder.File("file.txt");
   const std::string hidden = folder.File("hidden.txt");
   ::SetFileAttributesA(hidden.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(FileExistsFs(file));
-  EXPECT_TRUE(FileExistsFs(hidden));
-  EXPECT_FALSE(FileExistsFs(folder.Path()));
-  EXPECT_FALSE(FileExistsFs(folder.Path() + "\\"));
+  EXPECT_TRUE(FileExistsFs(ToNativePath(file)));
+  EXPECT_TRUE(FileExistsFs(ToNativePath(hidden)));
+  EXPECT_FALSE(FileExistsFs(ToNativePath(folder.Path())));
+  EXPECT_FALSE(FileExistsFs(ToNativePath(folder.Path() + "\\")));
   for (const char* path :
        {"C:\\test\\missing.txt", "C:\\", "C:", "", " ", "C:\\test\\scratch\\*.txt", "Q:\\file.txt", "\\\\"})
-    EXPECT_FALSE(FileExistsFs(path)) << '"' << path << '"';
+    EXPECT_FALSE(FileExistsFs(ToNativePath(path))) << '"' << path << '"';
 }
 
 TEST_F(FileExistsFsTest, TakesAPathFromTheCurrentFolder) {
   folder.File("file.txt");
   ::SetCurrentDirectoryA(folder.Path().c_str());
-  EXPECT_TRUE(FileExistsFs("file.txt"));
+  EXPECT_TRUE(FileExistsFs(ToNativePath("file.txt")));
   ::SetCurrentDirectoryA("C:\\test");
-  EXPECT_FALSE(FileExistsFs("file.txt"));
+  EXPECT_FALSE(FileExistsFs(ToNativePath("file.txt")));
 }
 
 TEST_F(WipeFileTest, DeletesAFile) {
