@@ -4,14 +4,18 @@
 // usage: bench_shred FILES LEVEL PAIRS ROW
 //   ROW "engine" (DeleteFileShred, against open, one WriteFile, flush, close, delete), "run" (a shred run, which first opens
 //   the file for reading and looks for attributes to clear, against a loop that does so too), "run-bare" (a shred run
-//   against the loop of "engine") or "items" (as "run", the loop with one WriteFile for each item of the overwrite sequence)
+//   against the loop of "engine"), "items" (as "run", the loop with one WriteFile for each item of the overwrite sequence)
+//   or "locked" (a shred run over files held against writing, each of whose items fails and is reported, against one over
+//   others)
 // The files of 4 KB are made in C:\work. Prints a line "product<TAB>baseline" in milliseconds for each pair.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "connection.h"
 #include "pairs.h"
+#include "platform/handles.h"
 #include "shred/modShred.h"
 #include "shred/overwrite_sequence.h"
 
@@ -84,6 +88,20 @@ double Product(int count, const char* level, bool allSteps) {
   });
 }
 
+double Locked(int count, const char* level) {
+  GoOffline();
+  const std::vector<std::string> paths = MakeFiles(count);
+  std::vector<UniqueFile> holders;
+  for (const std::string& path : paths)
+    holders.emplace_back(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  const double milliseconds = Milliseconds([&] {
+    for (const std::string& path : paths) ShredFile(path, level);
+  });
+  holders.clear();
+  for (const std::string& path : paths) ::DeleteFileA(path.c_str());
+  return milliseconds;
+}
+
 double Baseline(int count, const std::vector<std::string>& writes, bool allSteps) {
   return OnFiles(count, [&](const std::vector<std::string>& paths) { BareLoop(paths, writes, allSteps); });
 }
@@ -95,6 +113,11 @@ int main(int count, char** arguments) {
   const int files = std::atoi(arguments[1]);
   const char* const level = arguments[2];
   const std::string which = arguments[4];
+  if (which == "locked") {
+    RunPairs(
+        std::atoi(arguments[3]), [&] { return Locked(files, level); }, [&] { return Product(files, level, true); });
+    return 0;
+  }
   const std::vector<std::string> writes = Writes(level, which != "items");
   RunPairs(
       std::atoi(arguments[3]), [&] { return Product(files, level, which != "engine"); },
