@@ -1,4 +1,4 @@
-// Processes of the prefix: listed, measured, started on the desktop of the program under test and watched to their end.
+// Processes of the prefix: listed, started on the desktop of the program under test and watched to their end.
 #pragma once
 
 #include "probe_basics.h"
@@ -25,18 +25,6 @@ inline std::string processes(const Words&) {
                 .done());
   ::CloseHandle(list);
   return all.done();
-}
-
-inline std::string cpuTime(const Words& words) {
-  const HANDLE process = ::OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, static_cast<DWORD>(toNumber(words.at(1))));
-  FILETIME made{}, ended{}, kernel{}, user{};
-  const bool known = process && ::GetProcessTimes(process, &made, &ended, &kernel, &user);
-  if (process) ::CloseHandle(process);
-  if (!known) return failure("no such process");
-  const auto ms = [](const FILETIME& t) {
-    return static_cast<long long>((static_cast<unsigned long long>(t.dwHighDateTime) << 32 | t.dwLowDateTime) / 10000);
-  };
-  return json::Object().number("ms", ms(kernel) + ms(user)).number("user", ms(user)).number("kernel", ms(kernel)).done();
 }
 
 inline std::string start(const Words& words) {

@@ -122,6 +122,18 @@ void chooseFile() {
   say(::GetOpenFileNameA(&open) ? path : "no file");
 }
 
+DWORD ownMilliseconds() {
+  FILETIME made{}, ended{}, kernel{}, user{};
+  ::GetProcessTimes(::GetCurrentProcess(), &made, &ended, &kernel, &user);
+  return (kernel.dwLowDateTime + user.dwLowDateTime) / 10000;
+}
+
+void burn(DWORD milliseconds) {
+  for (const DWORD begin = ownMilliseconds(); ownMilliseconds() - begin < milliseconds;) {
+  }
+  say("burnt");
+}
+
 void onCommand(int id, int code) {
   switch (id) {
     case IDC_cmdCount:
@@ -142,6 +154,9 @@ void onCommand(int id, int code) {
       break;
     case 2:
       say("accelerator");
+      break;
+    case 3:
+      burn(300);
       break;
     default:
       if (id == IDC_lstItems && code == LBN_DBLCLK) say("list opened");
@@ -287,8 +302,8 @@ int WINAPI WinMain(HINSTANCE self, HINSTANCE, LPSTR, int) {
   ::SetTimer(mainWindow, 1, 50, nullptr);
   ::ShowWindow(mainWindow, SW_SHOW);
 
-  ACCEL keys[] = {{FVIRTKEY | FCONTROL, '2', 2}};
-  const HACCEL accelerators = ::CreateAcceleratorTableA(keys, 1);
+  ACCEL keys[] = {{FVIRTKEY | FCONTROL, '2', 2}, {FVIRTKEY | FCONTROL, '3', 3}};
+  const HACCEL accelerators = ::CreateAcceleratorTableA(keys, 2);
   for (MSG message; ::GetMessageA(&message, nullptr, 0, 0) > 0;)
     if (!::TranslateAcceleratorA(mainWindow, accelerators, &message) && !::IsDialogMessageA(mainWindow, &message)) {
       ::TranslateMessage(&message);

@@ -138,6 +138,7 @@ class AWindowThatNeverCloses(ClosingCase):
         super().setUp()
         self.open((browsers.FRAME, "Unsaved"), refusal=-1)
         self.press()
+        self.d.move_mouse_away()
         # It has begun when it is busy with it: the button's own run would clear the log.
         self.d.settle("cmdClean")
 

@@ -1,6 +1,4 @@
 """The driver and its probe, tried on a small program that holds one of everything they have to handle."""
-import os
-import re
 import sys
 import time
 import unittest
@@ -288,8 +286,20 @@ class TheDriverUsesAProgramFromOutside(unittest.TestCase):
         d.settle("cmdCount")
         self.assertEqual(d.text("lblResult"), "no longer busy")
 
-    def test_processor_time_is_counted(self):
-        self.assertGreater(self.d.cpu(), 0)
+    def test_processor_time_is_that_of_the_program_that_is_asked_for(self):
+        d = self.d
+        self.restart()
+        d.click("cmdCount")
+        d.move_mouse_away()
+        used, others = d.cpu(), d.cpu("explorer.exe")
+        d.key("ctrl+3")
+        d.wait_text("lblResult", "burnt")
+        self.assertTrue(280 < d.cpu() - used < 450, d.cpu() - used)
+        self.assertLess(d.cpu("explorer.exe") - others, 100)
+
+    def test_processor_time_of_a_program_that_does_not_run_is_refused(self):
+        with self.assertRaisesRegex(LookupError, "0 processes of nobody.exe"):
+            self.d.cpu("nobody.exe")
 
     def test_a_picture_of_the_window_is_kept(self):
         picture = self.d.screenshot(BUILT / "harness.png", self.d.main)
@@ -325,9 +335,9 @@ class TheDriverUsesAProgramFromOutside(unittest.TestCase):
 class LeavingADesktopEndsWhatItStarted(unittest.TestCase):
     def test_no_process_of_the_desktop_is_left(self):
         with selfcheck("harness-leave") as d:
-            prefix, screen = str(d.home.prefix).encode(), d.display.process
-            self.assertTrue(self.processes_of(prefix))
-        wait_for("the end of every process of the prefix", lambda: not self.processes_of(prefix), 10)
+            screen = d.display.process
+            self.assertTrue(d.linux_processes())
+        wait_for("the end of every process of the prefix", lambda: not d.linux_processes(), 10)
         self.assertIsNotNone(screen.poll())
 
     def test_a_program_that_does_not_come_up_is_reported_and_cleared_away(self):
@@ -340,18 +350,6 @@ class LeavingADesktopEndsWhatItStarted(unittest.TestCase):
         source = BUILT / "no_window.cpp"
         source.write_text("int main() { return 1; }\n")
         return compile_windows_program(source)
-
-    @staticmethod
-    def processes_of(prefix: bytes) -> list[str]:
-        found = []
-        for entry in Path("/proc").iterdir():
-            if entry.name.isdigit() and int(entry.name) != os.getpid():
-                try:
-                    if b"WINEPREFIX=" + prefix + b"\0" in (entry / "environ").read_bytes() + b"\0":
-                        found.append(entry.name)
-                except OSError:
-                    continue
-        return found
 
 
 class ControlNamesComeFromHeaders(unittest.TestCase):

@@ -1,11 +1,12 @@
 """Running invisibly: the warning before it, Ctrl+H and Ctrl+U, and what is gone and comes back."""
+import shutil
 import sys
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 import browsers  # noqa: E402
-from driver import BUILT, WM_CLOSE, View, wait_for  # noqa: E402
+from driver import BUILT, HERE, WM_CLOSE, View, compile_windows_program, wait_for  # noqa: E402
 from program import CLOSE_BUTTON, STORE, ProgramCase, only  # noqa: E402
 
 TEXT = ('Clicking this button will make Quellix run invisibly. You can also press "Ctrl + H" to hide. '
@@ -53,6 +54,17 @@ class InvisibleCase(ProgramCase):
 
     def stored(self) -> str | None:
         return self.d.registry_value("Message_key", "Message")
+
+    def ask_to_exit(self) -> View:
+        self.d.right_click_icon()
+        self.d.pick("Exit")
+        return self.d.wait_box("Confirmation")
+
+    def wait_out_of_sight(self, box: int) -> None:
+        wait_for("the box out of sight", lambda: not any(w.visible for w in self.d.windows() if w.hwnd == box))
+
+    def wait_box_in_front(self, box: int) -> None:
+        wait_for("the box in front", lambda: browsers.in_front(self.d, box))
 
 
 class TheWarning(InvisibleCase):
@@ -143,6 +155,23 @@ class TheWarning(InvisibleCase):
         self.press_continue()
         self.wait_invisible()
 
+    def test_that_came_up_over_a_hidden_window_is_hidden_and_brought_back_by_the_boss_key_too(self):
+        d = self.d
+        self.start(only("OpenSavedDialoge") | {"Boss": {"bossKey": "120"}})
+        with d.held("F9"):
+            d.wait_no_window("frmMain")
+        warning = self.ctrl_h().hwnd
+        self.assertFalse(d.main.visible)
+        with d.held("F9"):
+            self.wait_out_of_sight(warning)
+        with d.held("shift", "F9"):
+            self.wait_box_in_front(warning)
+        self.wait_box_in_front(warning)
+        self.assertEqual(self.warnings(), 1)
+        self.press_continue()
+        self.wait_invisible()
+        self.come_back()
+
     def test_ends_with_the_program(self):
         self.press_button()
         self.warning()
@@ -232,10 +261,21 @@ class CtrlH(InvisibleCase):
         d.press_button_in_box("No")
         self.wait_in_front()
 
-    def ask_to_exit(self) -> View:
-        self.d.right_click_icon()
-        self.d.pick("Exit")
-        return self.d.wait_box("Confirmation")
+    def test_takes_a_question_along_that_stands_over_a_hidden_window(self):
+        d = self.d
+        self.start_with("Dont")
+        with d.held("F10"):
+            d.wait_no_window("frmMain")
+        question = self.ask_to_exit().hwnd
+        self.assertFalse(d.main.visible)
+        with d.held("ctrl", "h"):
+            self.wait_out_of_sight(question)
+        d.wait_no_icon()
+        with d.held("ctrl", "u"):
+            self.wait_box_in_front(question)
+        d.wait_icon()
+        d.press_button_in_box("No")
+        self.wait_in_front()
 
 
 class BeingInvisible(InvisibleCase):
@@ -293,8 +333,41 @@ class BeingInvisible(InvisibleCase):
         self.assertEqual(self.d.registry_value("Shredder", "txtLevel"), "50")
 
 
-class OnWindows98(InvisibleCase):
-    options = {"prepare": browsers.install, "windows": "win98"}
+def install_with_record(home) -> None:
+    browsers.install(home)
+    library = compile_windows_program(HERE / "task_list.cpp", "-shared", output=BUILT / "task_list.dll")
+    shutil.copy2(library, home.c / "task_list.dll")
+
+
+class TaskListCase(InvisibleCase):
+    def setUp(self):
+        self.calls_file = self.d.home.c / "task_list.txt"
+        self.calls_file.unlink(missing_ok=True)
+        self.start_with("Dont")
+        self.d.load_into_program(r"C:\task_list.dll")
+
+    def calls(self) -> str:
+        """The states that were asked for, one after the other: 1 is out of the task list, 0 in it."""
+        self.d.response_ms()  # a poll that is on its way is over
+        return self.calls_file.read_text() if self.calls_file.exists() else ""
+
+    def go_invisible(self) -> None:
+        with self.d.held("ctrl", "h"):
+            self.wait_invisible()
+
+    def pick_while_minimised(self, entry: str) -> None:
+        self.minimise()
+        self.d.right_click_icon()
+        self.d.pick(entry)
+        self.wait_in_front()
+
+
+class OnWindows98(TaskListCase):
+    options = {"prepare": install_with_record, "windows": "win98"}
+
+    def check_only(self, state: str) -> None:
+        # A key that is held makes the same call at each look at it.
+        self.assertEqual(set(self.calls()), {state})
 
     def test_it_goes_and_comes_back_in_the_same_way(self):
         self.start_with()
@@ -302,6 +375,54 @@ class OnWindows98(InvisibleCase):
         self.press_continue()
         self.wait_invisible()
         self.come_back()
+
+    def test_it_leaves_the_task_list_with_ctrl_h_and_is_back_with_ctrl_u(self):
+        self.go_invisible()
+        self.check_only("1")
+        self.calls_file.unlink()
+        self.come_back()
+        self.check_only("0")
+
+    def test_it_leaves_the_task_list_by_the_button_once(self):
+        self.press_button()
+        self.wait_invisible()
+        self.assertEqual(self.calls(), "1")
+
+    def test_it_leaves_the_task_list_only_after_the_warning(self):
+        self.start_with()
+        self.d.load_into_program(r"C:\task_list.dll")
+        self.press_button()
+        self.warning()
+        self.assertEqual(self.calls(), "")
+        self.press_continue()
+        self.wait_invisible()
+        self.assertEqual(self.calls(), "1")
+
+    def test_it_is_in_the_task_list_again_by_show_and_by_clean_in_the_menu(self):
+        for entry in ("Show", "Clean"):
+            with self.subTest(entry):
+                self.calls_file.unlink(missing_ok=True)
+                self.pick_while_minimised(entry)
+                self.assertEqual(self.calls(), "0")
+        self.wait_run_over()
+
+    def test_it_stays_in_the_task_list_with_the_boss_key(self):
+        with self.d.held("F10"):
+            self.d.wait_no_window("frmMain")
+        with self.d.held("shift", "F10"):
+            self.wait_in_front()
+        self.assertEqual(self.calls(), "")
+
+
+class OnWindowsXp(TaskListCase):
+    options = {"prepare": install_with_record, "windows": "winxp"}
+
+    def test_the_task_list_is_never_asked_for_anything(self):
+        self.go_invisible()
+        self.come_back()
+        for entry in ("Show", "Clean"):
+            self.pick_while_minimised(entry)
+        self.assertEqual(self.calls(), "")
 
 
 if __name__ == "__main__":

@@ -10,6 +10,8 @@ from driver import WM_CLOSE, wait_for  # noqa: E402
 from program import ITEMS, ProgramCase, only  # noqa: E402
 
 TIMES = 10
+KILLED = 1  # the exit code that the kill gives; an end of its own has 0
+OLD = only(*(item.key for item in ITEMS))["CleanSettings"]
 OTHERS = {"Scheduling": {"chkShEnable": "1", "chkRbt": "0", "CHKieclose": "False", "ScheduleMin": "45", "Shutdown": "1"},
           "Startup": {"LoadStartup": "1", "Startup": "0"}, "Shredder": {"txtLevel": "73"}, "Boss": {"bossKey": "115"},
           "Message_key": {"Message": "Dont"}}
@@ -49,22 +51,33 @@ class TheProgramIsEnded(ProgramCase):
 
     def test_while_it_stores_and_each_setting_is_the_old_or_the_new_one(self):
         chance = random.Random(2)
-        old = only(*(item.key for item in ITEMS))["CleanSettings"]
-        new = only()["CleanSettings"]
         for number in range(TIMES):
-            self.start(only(*(item.key for item in ITEMS)) | OTHERS)
+            with self.subTest(number):
+                self.kill_between_the_flags(chance)
+                self.check_next_start()
+
+    def kill_between_the_flags(self, chance: random.Random) -> None:
+        """Ends the program while it stores, again and again until some flags are the new ones already and others are not."""
+        for _ in range(20):
+            self.start({"CleanSettings": OLD} | OTHERS)
             self.d.click("cmdDeselectAll")
             wait_for("empty boxes", lambda: not any(self.d.checked(item.box) for item in ITEMS))
             self.d.post(None, WM_CLOSE)
-            time.sleep(chance.uniform(0, 0.01))  # the point in the saving; nothing is waited for
+            time.sleep(chance.uniform(0, 0.004))  # the point in the saving; nothing is waited for
             self.d.terminate()
-            with self.subTest(number):
-                stored = self.stored()
-                for key, text in stored["CleanSettings"].items():
-                    self.assertIn(text, (old[key], new[key]))
-                for section in OTHERS:
-                    self.assertLessEqual(OTHERS[section].items(), stored[section].items())
-                self.check_next_start()
+            flags = self.check_old_or_new()
+            if self.d.wait_ended() == KILLED and len(set(flags)) == 2:
+                return
+        self.fail("no kill came between the first flag and the last")
+
+    def check_old_or_new(self) -> list[str]:
+        """No setting is lost or anything else than it was or was to become. Returns the items' flags."""
+        stored = self.stored()
+        self.assertEqual(stored["CleanSettings"].keys(), OLD.keys())
+        self.assertLessEqual(set(stored["CleanSettings"].values()), {"0", "1"})
+        for section in OTHERS:
+            self.assertLessEqual(OTHERS[section].items(), stored[section].items())
+        return list(stored["CleanSettings"].values())
 
 
 if __name__ == "__main__":

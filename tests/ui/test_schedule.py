@@ -13,6 +13,7 @@ WM_TIMER, SCHEDULER, BM_CLICK = 0x0113, 2, 0x00F5
 CLIPBOARD = "Erasing Clipboard History..."
 RAN = [CLIPBOARD, *DONE]
 NOTHING_SELECTED = "No item(s) has been selected"
+LOCALE = r"Control Panel\International"
 MODES = [("optSchedule", 0), ("optSchedule", 1), ("optSchedule", 2)]
 
 
@@ -146,6 +147,27 @@ class ATick(ScheduleCase):
                 self.clear_log()
                 self.show_panel()
 
+    def test_of_every_tenth_minute_starts_a_run_when_the_stored_minutes_are_zero_or_no_number(self):
+        for text in ("", "abc", "0"):
+            with self.subTest(text):
+                self.start(schedule(ScheduleMinutes="1", ScheduleMin=text))
+                self.tick(9)
+                self.check_no_run()
+                self.tick()
+                self.check_run()
+
+    def test_starts_a_run_each_time_when_the_stored_minutes_are_below_zero(self):
+        self.start(schedule(ScheduleMinutes="1", ScheduleMin="-5"))
+        for _ in range(2):
+            self.tick()
+            self.check_run()
+            self.clear_log()
+
+    def test_starts_nothing_when_no_count_reaches_the_stored_minutes(self):
+        self.start(schedule(ScheduleMinutes="1", ScheduleMin="99999999999"))
+        self.tick(200)
+        self.check_no_run()
+
     def test_reads_the_minutes_anew(self):
         d = self.d
         self.start(schedule())
@@ -169,6 +191,30 @@ class ATick(ScheduleCase):
             self.start(schedule(ScheduleDay="1", ScheduleHour=str(other.hour), ScheduleMinutes=str(other.minute)))
             self.tick(3)
             self.check_no_run()
+
+    def start_half_a_day_off(self, am: str, pm: str) -> None:
+        """Starts with the picker twelve hours from now, under a locale that marks the halves of the day so."""
+        d = self.d
+        for name, text in (("s1159", am), ("s2359", pm)):
+            before = d.reg("HKCU", LOCALE, name)
+            self.addCleanup(d.reg_set, "HKCU", LOCALE, name, before.text if before else {"s1159": "AM", "s2359": "PM"}[name])
+            d.reg_set("HKCU", LOCALE, name, text)
+        now = self.a_minute_with_some_seconds_left()
+        self.start(schedule(ScheduleDay="1", ScheduleHour=str((now.hour + 12) % 24), ScheduleMinutes=str(now.minute)))
+
+    def test_of_the_other_half_of_the_day_starts_the_daily_run_too_where_both_halves_read_alike(self):
+        self.start_half_a_day_off("", "")
+        self.tick()
+        self.check_run()
+
+    def test_of_the_other_half_of_the_day_starts_no_daily_run_where_the_halves_have_marks_of_their_own(self):
+        self.start_half_a_day_off("vorm.", "nachm.")
+        self.tick(3)
+        self.check_no_run()
+        now = self.a_minute_with_some_seconds_left()
+        self.start(schedule(ScheduleDay="1", ScheduleHour=str(now.hour), ScheduleMinutes=str(now.minute)))
+        self.tick()
+        self.check_run()
 
     def a_minute_with_some_seconds_left(self) -> datetime.datetime:
         return wait_for("the first half of a minute", lambda: (lambda n: n if n.second < 40 else None)(datetime.datetime.now()))

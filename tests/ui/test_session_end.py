@@ -1,13 +1,15 @@
 """The end of the session: an erase before it when that is wished, and the settings stored in every case."""
 import sys
+import threading
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 from driver import wait_for  # noqa: E402
-from program import DONE, ProgramCase, only  # noqa: E402
+from program import CLOSE_BUTTON, DONE, ProgramCase, only  # noqa: E402
 
 TEMP = "Erasing Windows Temp File/Folder ..."
+WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016
 LOG_OFF = r"C:\windows\system32\wineboot.exe"
 
 
@@ -91,6 +93,48 @@ class TheEndOfTheSession(ProgramCase):
         self.log_off()
         self.assertFalse(self.trace.exists())
         self.check_stored("WinTempFileFolder")
+
+    def test_is_answered_after_the_run_during_which_the_window_answers_too(self):
+        d = self.d
+        self.start_with("1", "WinTempFileFolder")
+        main, answers = d.main.hwnd, []
+        with d.another_probe() as system:
+            def ask():
+                answer = system.ask("send", main, WM_QUERYENDSESSION, 0, 0, 20000)
+                answers.append((answer.result, self.trace.exists(), d.ended(d.pid), d.items("lstCln")[-1:]))
+            asking = threading.Thread(target=ask)
+            asking.start()
+            worst = d.longest_freeze(lambda: not asking.is_alive(), main)
+        self.assertEqual(answers, [(1, False, None, DONE[-1:])])
+        self.assertLess(worst, 500)
+        d.post(main, WM_ENDSESSION, 1)
+        self.assertEqual(d.wait_ended(), 0)
+        self.check_stored("WinTempFileFolder")
+
+
+class AnEndByItsUser(ProgramCase):
+    """It erases nothing, whatever is wished for the end of the session."""
+
+    def setUp(self):
+        self.trace = self.d.home.temp / "trace.tmp"
+        self.trace.write_text("x")
+        self.start(only("WinTempFileFolder") | {"Scheduling": {"Shutdown": "1"}})
+
+    def check_ended(self) -> None:
+        self.assertEqual(self.d.wait_ended(), 0)
+        self.assertTrue(self.trace.exists())
+        self.assertEqual(self.d.registry_value("Scheduling", "Shutdown"), "1")
+
+    def test_by_the_close_box_erases_nothing(self):
+        self.click_title_button(CLOSE_BUTTON)
+        self.check_ended()
+
+    def test_by_exit_in_the_menu_erases_nothing(self):
+        self.d.right_click_icon()
+        self.d.pick("Exit")
+        self.d.wait_box("Confirmation")
+        self.d.press_button_in_box("Yes")
+        self.check_ended()
 
 
 if __name__ == "__main__":

@@ -125,9 +125,23 @@ class StoredValues(StartCase):
                 self.assertEqual(self.picker(), (int(hour), int(minutes), 0))
                 self.assertEqual(self.d.control("dtpTime").own_enabled, mode in ([0], []))
 
-    def test_minutes_that_are_no_number_start_the_spin_button_at_ten(self):
-        self.start({"Scheduling": {"ScheduleMin": "an hour"}})
-        self.assertEqual((self.d.control("VSUpDown").pos, self.d.text("txtMinutes")), (10, "10"))
+    def start_with_minutes(self, text: str, flag: str) -> tuple[str, int]:
+        """Starts with stored minutes and returns what the box and the spin button beside it show."""
+        self.start({"Scheduling": {"chkShEnable": "1", "ScheduleMinutes": flag, "ScheduleMin": text}})
+        self.assertEqual((self.chosen_mode(), self.d.boxes()), ([2] if flag == "1" else [], []))
+        return self.d.text("txtMinutes"), self.d.control("VSUpDown").pos
+
+    def test_minutes_that_are_zero_or_no_number_become_ten(self):
+        for text in ("", "abc", "0", "an hour"):
+            for flag in ("0", "1"):
+                with self.subTest(text=text, flag=flag):
+                    self.assertEqual(self.start_with_minutes(text, flag), ("10", 10))
+
+    def test_minutes_that_the_spin_button_refuses_are_shown_as_stored(self):
+        for text in ("-5", "99999999999"):
+            for flag in ("0", "1"):
+                with self.subTest(text=text, flag=flag):
+                    self.assertEqual(self.start_with_minutes(text, flag), (text, 1))
 
     def test_the_hour_on_the_picker_takes_the_place_of_the_hourly_mode(self):
         self.start({"Scheduling": {"chkShEnable": "1", "ScheduleHour": "9"}})

@@ -324,7 +324,6 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"menu", menu},
     {L"stockicon", stockIcon},
     {L"processes", processes},
-    {L"cputime", cpuTime},
     {L"start", start},
     {L"ended", ended},
     {L"terminate", terminate},
