@@ -15,14 +15,7 @@ LOAD, SHUT_DOWN, ERASE = ("chkStartUp", 0), ("chkStartUp", 1), ("chkStartUp", 2)
 
 def command_lines(d: Desktop) -> list[str]:
     """What runs in the desktop's Windows, seen from outside it: its own eyes end with the session."""
-    found = []
-    for process in Path("/proc").glob("[0-9]*"):
-        try:
-            if f"WINEPREFIX={d.home.prefix}".encode() in (process / "environ").read_bytes().split(b"\0"):
-                found.append(b" ".join((process / "cmdline").read_bytes().split(b"\0")).decode(errors="replace").strip())
-        except OSError:  # it has ended, or is another user's
-            continue
-    return found
+    return [" ".join(words).strip() for _, words in d.linux_processes()]
 
 
 class StartingWithWindows(ProgramCase):

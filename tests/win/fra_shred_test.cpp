@@ -271,6 +271,8 @@ TEST_F(ManualShredTest, SaysOnceForAllOfItsFilesWhatFailedWhileTheMachineIsOnLin
   for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
   EXPECT_THAT(texts, ElementsAre("modShred,DeleteFileShred70Permission denied",
                                  "modShred,DeleteFileShred52Bad file name or number"));
+  const std::string requests = ReadWhole("C:\\test\\requests.txt");
+  EXPECT_EQ(std::count(requests.begin(), requests.end(), '\n'), 1) << "one question whether it is";
   EXPECT_EQ(Text(IDC_txtMessage), "0 of 3 files shredded.");
   EXPECT_EQ(NamesIn(folder.Path()).size(), 3u);
 }
