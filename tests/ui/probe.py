@@ -110,7 +110,9 @@ class Probe:
             self.process.stdin.close()
 
     def close(self) -> None:
-        """Lets go of the pipe, when every process of the prefix has ended."""
+        """Lets go of the pipes, when every process of the prefix has ended."""
+        with contextlib.suppress(OSError):
+            self.process.stdin.close()
         self._reader.join(10)
         if not self._reader.is_alive():
             self.process.stdout.close()
