@@ -20,6 +20,7 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
+#include "watched_window.h"
 #include "window_event.h"
 
 namespace {
@@ -30,78 +31,52 @@ using testing::UnorderedElementsAre;
 using Names = std::vector<std::string>;
 
 // The texts that a window is given, from the moment on that it is watched.
-class TextRecord {
+class TextRecord final : WatchedWindow {
  public:
-  explicit TextRecord(HWND window) : window_(window) {
-    texts_.clear();
-    original_ = ::SetWindowLongA(window, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
-  }
-  TextRecord(const TextRecord&) = delete;
-  TextRecord& operator=(const TextRecord&) = delete;
-  ~TextRecord() { ::SetWindowLongA(window_, GWL_WNDPROC, original_); }
-
+  explicit TextRecord(HWND window) : WatchedWindow(window) {}
   const Names& Texts() const { return texts_; }
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  std::optional<LRESULT> At(UINT message, WPARAM, LPARAM lParam) override {
     if (message == WM_SETTEXT) texts_.emplace_back(reinterpret_cast<const char*>(lParam));
-    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+    return {};
   }
 
-  HWND window_;
-  static inline LONG original_;
-  static inline Names texts_;
+  Names texts_;
 };
 
 // The range and the places that a progress bar is given: "0..3", "1", "2", "3". `atFirst` runs when it comes to place 1.
-class BarRecord {
+class BarRecord final : WatchedWindow {
  public:
-  explicit BarRecord(HWND window, std::function<void()> atFirst = nullptr) : window_(window) {
-    steps_.clear();
-    atFirst_ = std::move(atFirst);
-    original_ = ::SetWindowLongA(window, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
-  }
-  BarRecord(const BarRecord&) = delete;
-  BarRecord& operator=(const BarRecord&) = delete;
-  ~BarRecord() { ::SetWindowLongA(window_, GWL_WNDPROC, original_); }
-
+  explicit BarRecord(HWND window, std::function<void()> atFirst = nullptr)
+      : WatchedWindow(window), atFirst_(std::move(atFirst)) {}
   const Names& Steps() const { return steps_; }
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  std::optional<LRESULT> At(UINT message, WPARAM wParam, LPARAM lParam) override {
     if (message == PBM_SETRANGE32) steps_.push_back(std::to_string(wParam) + ".." + std::to_string(lParam));
     if (message == PBM_SETPOS) steps_.push_back(std::to_string(wParam));
     if (message == PBM_SETPOS && wParam == 1 && atFirst_) atFirst_();
-    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+    return {};
   }
 
-  HWND window_;
-  static inline LONG original_;
-  static inline Names steps_;
-  static inline std::function<void()> atFirst_;
+  Names steps_;
+  std::function<void()> atFirst_;
 };
 
 // A list box that takes so many lines and no more.
-class FullList {
+class FullList final : WatchedWindow {
  public:
-  FullList(HWND list, int room) : list_(list) {
-    room_ = room;
-    original_ = ::SetWindowLongA(list, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(&Procedure)));
-  }
-  FullList(const FullList&) = delete;
-  FullList& operator=(const FullList&) = delete;
-  ~FullList() { ::SetWindowLongA(list_, GWL_WNDPROC, original_); }
+  FullList(HWND list, int room) : WatchedWindow(list), room_(room) {}
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  std::optional<LRESULT> At(UINT message, WPARAM, LPARAM) override {
     const bool adds = message == LB_ADDSTRING || message == LB_INSERTSTRING;
-    if (adds && ::SendMessageA(window, LB_GETCOUNT, 0, 0) >= room_) return LB_ERRSPACE;
-    return ::CallWindowProcA(reinterpret_cast<WNDPROC>(static_cast<LONG_PTR>(original_)), window, message, wParam, lParam);
+    if (adds && ::SendMessageA(Window(), LB_GETCOUNT, 0, 0) >= room_) return LB_ERRSPACE;
+    return {};
   }
 
-  HWND list_;
-  static inline int room_;
-  static inline LONG original_;
+  int room_;
 };
 
 class FraShred : public testing::Test {
