@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "late_calls.h"
+#include "nothing_pending.h"
 #include "other_program.h"
 #include "platform/Reg32.h"
 #include "platform/os_name.h"
@@ -36,19 +37,18 @@ bool IsWindows9xSetting() {
   return version != nullptr && std::string(version).starts_with("win9");
 }
 
-class ModHide : public testing::Test {
+class ModHide : public NothingPending {
  protected:
   static void SetUpTestSuite() {
     ReplaceFunction("RegisterServiceProcess", &RecordServiceProcess);
     OsName = FindOS();
   }
   void SetUp() override {
+    NothingPending::SetUp();
     ASSERT_NE(std::getenv("QUELLIX_WINDOWS_VERSION"), nullptr)
         << "the test is started by its runner, which sets the version";
     taskListCalls.clear();
-    Err.Clear();
   }
-  void TearDown() override { EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description(); }
 };
 using TaskListTest = ModHide;
 using ShowAndActivateTest = ModHide;

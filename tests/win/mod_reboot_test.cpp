@@ -8,6 +8,7 @@
 #include "connection.h"
 #include "exit_windows.h"
 #include "late_calls.h"
+#include "nothing_pending.h"
 #include "platform/handles.h"
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
@@ -92,7 +93,7 @@ bool ShutdownIsEnabled() {
   return false;
 }
 
-class ModReboot : public testing::Test {
+class ModReboot : public NothingPending {
  protected:
   static void SetUpTestSuite() {
     ReplaceFunction("OpenProcessToken", &RecordOpen);
@@ -101,6 +102,7 @@ class ModReboot : public testing::Test {
     GoOffline();
   }
   void SetUp() override {
+    NothingPending::SetUp();
     ASSERT_NE(std::getenv("QUELLIX_WINDOWS_VERSION"), nullptr)
         << "the test is started by its runner, which sets the version";
     privilegeCalls.clear();
@@ -108,9 +110,7 @@ class ModReboot : public testing::Test {
     openedToken = nullptr;
     ExitWindowsCalls.clear();
     ExitWindowsAnswer = TRUE;
-    Err.Clear();
   }
-  void TearDown() override { EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description(); }
 };
 using IsWinNTTest = ModReboot;
 using EnableShutdownPrivilegeTest = ModReboot;
