@@ -10,6 +10,9 @@
 #include "cleaners/cache_walks.h"
 #include "pairs.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kFileBytes = 200;

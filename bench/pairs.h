@@ -7,6 +7,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 constexpr int kBranchDepth = 11;  // folders, each in the one before
 
 inline void MakeFile(const std::string& path) {

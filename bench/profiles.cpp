@@ -14,6 +14,9 @@
 #include "pairs.h"
 #include "platform/special_folder.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 constexpr int kCacheLevel = 2;

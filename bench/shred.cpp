@@ -19,6 +19,9 @@
 #include "shred/modShred.h"
 #include "shred/overwrite_sequence.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 constexpr std::size_t kFileBytes = 4096;

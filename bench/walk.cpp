@@ -13,6 +13,9 @@
 #include "cleaners/folder_contents.h"
 #include "pairs.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 struct Tree {

@@ -6,6 +6,9 @@
 #include "platform/handles.h"
 #include "platform/system_functions.h"
 
+namespace iea {
+using namespace platform;
+
 namespace {
 
 constexpr char kFormValues[] = "Software\\Microsoft\\Internet Explorer\\IntelliForms\\Storage1";
@@ -42,3 +45,5 @@ bool ClearFormValues() {
   std::wstring left;
   return NameAt(key.get(), 0, left) == ERROR_NO_MORE_ITEMS;
 }
+
+}  // namespace iea

@@ -16,18 +16,28 @@
 #include "platform/win32.h"
 #include "protected_store.h"
 
+namespace iea {
+using namespace platform;
+
 namespace {
 
 enum ExitStatus : int { kCleared = 0, kNotAllCleared = 1, kNotAsked = 2 };
 
-}  // namespace
-
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-  if (!AsksToClear(::GetCommandLineA())) return kNotAsked;
+// True when nothing is left of either store.
+bool ClearBothStores() {
   bool storeCleared = false;
   bool valuesCleared = false;
   resumeNext([&] { storeCleared = ClearProtectedStore(); });
   resumeNext([&] { valuesCleared = ClearFormValues(); });
-  return storeCleared && valuesCleared ? kCleared : kNotAllCleared;
+  return storeCleared && valuesCleared;
+}
+
+}  // namespace
+
+}  // namespace iea
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+  if (!iea::AsksToClear(::GetCommandLineA())) return iea::kNotAsked;
+  return iea::ClearBothStores() ? iea::kCleared : iea::kNotAllCleared;
 }

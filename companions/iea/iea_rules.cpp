@@ -2,6 +2,9 @@
 
 #include "platform/plain_text.h"
 
+namespace iea {
+using namespace platform;
+
 namespace {
 
 // What follows the program's name; a blank inside quotes belongs to the name.
@@ -19,3 +22,5 @@ std::string_view ArgumentsOf(std::string_view commandLine) {
 bool AsksToClear(std::string_view commandLine) { return Trim(ArgumentsOf(commandLine)) == "1"; }
 
 bool IsFormEntry(std::wstring_view itemName) { return itemName.find(L"://") == std::wstring_view::npos; }
+
+}  // namespace iea

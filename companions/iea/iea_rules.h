@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+namespace iea {
+
 // True when the only argument of the command line, which begins with the program's name, is 1. The name may be quoted;
 // blanks before and behind the argument do not count. Anything else ("", "11", "01", "1 2", "\"1\"") is no request: what
 // is deleted cannot be had back.
@@ -12,3 +14,5 @@ bool AsksToClear(std::string_view commandLine);
 // ("https://shop.example/login:StringData"): those are the saved passwords of a site, which stand under the same type and
 // belong to an erase item of their own.
 bool IsFormEntry(std::wstring_view itemName);
+
+}  // namespace iea

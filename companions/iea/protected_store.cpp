@@ -10,6 +10,9 @@
 
 #include <pstore.h>
 
+namespace iea {
+using namespace platform;
+
 namespace {
 
 constexpr GUID kAutoComplete = {0xe161255a, 0x37c3, 0x11d2, {0xbc, 0xaa, 0x00, 0xc0, 0x4f, 0xd9, 0x29, 0xdb}};
@@ -106,3 +109,5 @@ bool ClearProtectedStore() {
     if (!ClearSubtype(*store.get(), subtype)) cleared = false;
   return cleared;
 }
+
+}  // namespace iea

@@ -5,11 +5,11 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is a failing statement, not a window
-  ShowPrevInstance();
-  InitControls();
-  static frmMain window;
-  SetMessageTranslator([](MSG& message) { return window.TranslateKey(message); });
-  if (!window.Load(CreateInstanceWindow())) return 1;
-  RunMessageLoop();
+  app::ShowPrevInstance();
+  platform::InitControls();
+  static app::frmMain window;
+  platform::SetMessageTranslator([](MSG& message) { return window.TranslateKey(message); });
+  if (!window.Load(app::CreateInstanceWindow())) return 1;
+  platform::RunMessageLoop();
   return 0;
 }

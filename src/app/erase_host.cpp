@@ -8,6 +8,9 @@
 #include "platform/stop_request.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+using namespace platform;
+
 void EraseHost::ClearLog() { panels_.clean.lstCln.Clear(); }
 
 void EraseHost::AddLogLine(const std::string& line) {
@@ -26,32 +29,34 @@ void EraseHost::EnableStopButton(bool enabled) { panels_.clean.cmdStop.SetEnable
 
 bool EraseHost::ScheduleEnabled() { return panels_.scheduleManager.chkShEnable.Value() == 1; }
 bool EraseHost::CloseBrowsersChecked() { return panels_.scheduleManager.CHKieclose.Value() == 1; }
-bool EraseHost::CloseBrowsersFlag() { return Settings.CloseBrowsers; }
+bool EraseHost::CloseBrowsersFlag() { return settings::Settings.CloseBrowsers; }
 bool EraseHost::ScheduledShredEnabled() { return panels_.shred.chkOptions.Value() == 1; }
 bool EraseHost::RebootAfterErase() { return panels_.scheduleManager.chkRbt.Value() == 1; }
 
 int EraseHost::SelectedItemCount() { return panels_.main.SelectedItemCount(); }
-std::string EraseHost::ItemFlag(const EraseItem& item) { return Settings[item.flag]; }
+std::string EraseHost::ItemFlag(const erase::EraseItem& item) { return settings::Settings[item.flag]; }
 bool EraseHost::StopRequested() { return StopErase; }
 void EraseHost::SetStopRequest(bool stop) { StopErase = stop; }
-void EraseHost::RunCleaner(Cleaner cleaner) { ::RunCleaner(cleaner); }
+void EraseHost::RunCleaner(erase::Cleaner cleaner) { erase::RunCleaner(cleaner); }
 
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.
 void EraseHost::PauseAfterItem() { Pause(1, &StopErase); }
 
 void EraseHost::CloseBrowserFrames() {
   closingBrowsers_ = true;
-  ::CloseBrowserFrames();
+  cleaners::CloseBrowserFrames();
   closingBrowsers_ = false;
 }
 
 bool EraseHost::ClosingBrowsers() { return closingBrowsers_; }
-void EraseHost::CloseWindowByTitle(const char* title) { ::CloseWindowByTitle(title); }
-void EraseHost::MinimiseAllWindows() { ::MinimiseAllWindows(); }
+void EraseHost::CloseWindowByTitle(const char* title) { cleaners::CloseWindowByTitle(title); }
+void EraseHost::MinimiseAllWindows() { cleaners::MinimiseAllWindows(); }
 void EraseHost::ShredScheduledFiles() { panels_.shred.ShredDelete(); }
-void EraseHost::Reboot() { RebootSystem(true); }
+void EraseHost::Reboot() { automation::RebootSystem(true); }
 
 void EraseHost::ShowInformation(const char* text) {
   // While another box is open, say the question whether to exit, a run of the scheduler adds none to it.
   if (::IsWindowEnabled(window_.Window())) ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), MB_ICONINFORMATION);
 }
+
+}  // namespace app

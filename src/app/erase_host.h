@@ -3,7 +3,10 @@
 
 #include "app/panels.h"
 
-class EraseHost final : public EraseRunHost {
+namespace app {
+using namespace platform;
+
+class EraseHost final : public erase::EraseRunHost {
  public:
   EraseHost(Panels& panels, MainWindow& window) : panels_(panels), window_(window) {}
 
@@ -23,10 +26,10 @@ class EraseHost final : public EraseRunHost {
   bool ScheduledShredEnabled() override;
   bool RebootAfterErase() override;
   int SelectedItemCount() override;
-  std::string ItemFlag(const EraseItem& item) override;
+  std::string ItemFlag(const erase::EraseItem& item) override;
   bool StopRequested() override;
   void SetStopRequest(bool stop) override;
-  void RunCleaner(Cleaner cleaner) override;
+  void RunCleaner(erase::Cleaner cleaner) override;
   void PauseAfterItem() override;
   void CloseBrowserFrames() override;
   bool ClosingBrowsers() override;
@@ -41,3 +44,5 @@ class EraseHost final : public EraseRunHost {
   MainWindow& window_;
   bool closingBrowsers_ = false;
 };
+
+}  // namespace app

@@ -5,6 +5,9 @@
 #include "platform/product.h"
 #include "platform/system_functions.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
 constexpr char kAbout[] = QUELLIX_CAPTION
@@ -49,3 +52,5 @@ bool fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& res
 }
 
 void fraHelp::OpenPage(const char* address) { late::ShellOpen(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }
+
+}  // namespace app

@@ -6,6 +6,9 @@
 #include "platform/dialog.h"
 #include "platform/handles.h"
 
+namespace app {
+using namespace platform;
+
 class fraHelp : public Dialog {
  public:
   HWND Create(HWND parent);
@@ -20,3 +23,5 @@ class fraHelp : public Dialog {
   LinkLabel Label22{*this, IDC_Label22};
   UniqueGdiObject picAbout_;
 };
+
+}  // namespace app

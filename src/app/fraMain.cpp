@@ -5,24 +5,27 @@
 #include "platform/text_value.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
-constexpr std::array<int, kBoxCounts.size()> kFirstIds = {IDC_chkIEsettings_0, IDC_chkWinsettings_0, IDC_chkNetsettings_0,
-                                                          IDC_chkOsettings_0};
+constexpr std::array<int, erase::kBoxCounts.size()> kFirstIds = {IDC_chkIEsettings_0, IDC_chkWinsettings_0,
+                                                                 IDC_chkNetsettings_0, IDC_chkOsettings_0};
 
 // Runs `visit(array, index)` over every box in the order of the arrays.
 template <class Visit>
 void ForEachBox(Visit visit) {
-  for (std::size_t array = 0; array < kBoxCounts.size(); ++array)
-    for (int index = 0; index < kBoxCounts[array]; ++index) visit(static_cast<BoxArray>(array), index);
+  for (std::size_t array = 0; array < erase::kBoxCounts.size(); ++array)
+    for (int index = 0; index < erase::kBoxCounts[array]; ++index) visit(static_cast<erase::BoxArray>(array), index);
 }
 
 }  // namespace
 
 fraMain::fraMain(MainWindow& window) : window_(window), cookies_(window) {
-  ForEachBox([this](BoxArray array, int index) {
+  ForEachBox([this](erase::BoxArray array, int index) {
     const auto number = static_cast<std::size_t>(array);
-    boxes_[number].emplace_back(*this, kFirstIds[number] + index).SetText(FindItem(array, index)->caption);
+    boxes_[number].emplace_back(*this, kFirstIds[number] + index).SetText(erase::FindItem(array, index)->caption);
   });
 }
 
@@ -47,7 +50,7 @@ void fraMain::ShowPicture(int id, int bitmap, UniqueGdiObject& owner) {
 
 void fraMain::OnCommand(int id, int notification) {
   if (notification != BN_CLICKED) return;
-  ForEachBox([this, id](BoxArray array, int index) {
+  ForEachBox([this, id](erase::BoxArray array, int index) {
     if (id == kFirstIds[static_cast<std::size_t>(array)] + index) ClickBox(array, index);
   });
   if (id == IDC_cmdSelectAll) SetEveryBox(1);
@@ -63,22 +66,24 @@ void fraMain::OnCommand(int id, int notification) {
   }
 }
 
-void fraMain::ClickBox(BoxArray array, int index) {
-  Settings[FindItem(array, index)->flag] = Trim(std::to_string(Box(array, index).Value()));
+void fraMain::ClickBox(erase::BoxArray array, int index) {
+  settings::Settings[erase::FindItem(array, index)->flag] = Trim(std::to_string(Box(array, index).Value()));
 }
 
 void fraMain::SetEveryBox(int value) {
-  ForEachBox([this, value](BoxArray array, int index) { Box(array, index).SetValue(value); });
+  ForEachBox([this, value](erase::BoxArray array, int index) { Box(array, index).SetValue(value); });
 }
 
 void fraMain::LoadItemBoxes() {
-  ForEachBox([this](BoxArray array, int index) {
-    resumeNext([&] { Box(array, index).SetValue(NumberOf(Settings[FindItem(array, index)->flag])); });
+  ForEachBox([this](erase::BoxArray array, int index) {
+    resumeNext([&] { Box(array, index).SetValue(NumberOf(settings::Settings[erase::FindItem(array, index)->flag])); });
   });
 }
 
 int fraMain::SelectedItemCount() {
   int count = 0;
-  ForEachBox([&](BoxArray array, int index) { count += Box(array, index).Value() == 1 ? 1 : 0; });
+  ForEachBox([&](erase::BoxArray array, int index) { count += Box(array, index).Value() == 1 ? 1 : 0; });
   return count;
 }
+
+}  // namespace app

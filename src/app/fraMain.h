@@ -12,6 +12,9 @@
 #include "platform/handles.h"
 #include "platform/main_window.h"
 
+namespace app {
+using namespace platform;
+
 class fraMain : public Dialog {
  public:
   explicit fraMain(MainWindow& window);
@@ -28,17 +31,19 @@ class fraMain : public Dialog {
   void OnInit() override;
   void OnCommand(int id, int notification) override;
 
-  CheckBox& Box(BoxArray array, int index) {
+  CheckBox& Box(erase::BoxArray array, int index) {
     return boxes_[static_cast<std::size_t>(array)][static_cast<std::size_t>(index)];
   }
-  void ClickBox(BoxArray array, int index);
+  void ClickBox(erase::BoxArray array, int index);
   void SetEveryBox(int value);
   void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);
 
   MainWindow& window_;
-  frmCookie cookies_;
-  std::array<std::deque<CheckBox>, kBoxCounts.size()> boxes_;
+  cookies::frmCookie cookies_;
+  std::array<std::deque<CheckBox>, erase::kBoxCounts.size()> boxes_;
   UniqueGdiObject picNet_;
   UniqueGdiObject picOpe_;
   UniqueGdiObject bossKeyFont_;
 };
+
+}  // namespace app

@@ -9,6 +9,9 @@
 #include "platform/product.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
 constexpr COLORREF kBannerGround = RGB(16, 28, 64);  // the banner's own ground, continued over the navigation bar
@@ -36,7 +39,7 @@ bool IsBossKey(const MSG& message) {
   constexpr LPARAM kWithAlt = 1 << 29;
   const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_SYSKEYDOWN ||
                      message.message == WM_SYSKEYUP;
-  return isKey && message.wParam == static_cast<WPARAM>(Settings.BossKeyCode) && (message.lParam & kWithAlt) == 0;
+  return isKey && message.wParam == static_cast<WPARAM>(settings::Settings.BossKeyCode) && (message.lParam & kWithAlt) == 0;
 }
 
 // Enter presses a button that has the keyboard. The system does that for its own buttons and not for drawn ones.
@@ -154,7 +157,8 @@ void frmMain::Navigate(Panel panel) {
   }
   BringToFront(panel);
   if (panel == Panel::AdvanceSettings) {
-    panels_.scheduleManager.lblRestore.SetText(RestoreLabelFromNavigation(panels_.scheduleManager.cmbBoss.Text()));
+    panels_.scheduleManager.lblRestore.SetText(
+        automation::RestoreLabelFromNavigation(panels_.scheduleManager.cmbBoss.Text()));
     panels_.scheduleManager.ClickScheduleEnabled();
   }
   SetStatusText(status);
@@ -187,3 +191,5 @@ void frmMain::OnCommand(int id, int notification) {
       if (id >= IDA_panel_0 && id <= IDA_panel_4) Navigate(static_cast<Panel>(id - IDA_panel_0));
   }
 }
+
+}  // namespace app

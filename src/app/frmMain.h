@@ -13,6 +13,9 @@
 #include "platform/internet_transfer.h"
 #include "platform/main_window.h"
 
+namespace app {
+using namespace platform;
+
 class frmMain final : public Dialog, public MainWindow {
  public:
   frmMain();
@@ -79,9 +82,11 @@ class frmMain final : public Dialog, public MainWindow {
   InternetTransfer Inet1;
   InternetTransfer Inet2;
   NotificationIcon icon_;
-  frmWarning warning_;
+  automation::frmWarning warning_;
   UniqueGdiObject banner_;
   UniqueGdiObject bannerColour_;
   UINT taskbarCreated_ = 0;
   HACCEL keys_ = nullptr;
 };
+
+}  // namespace app

@@ -8,6 +8,9 @@
 #include "platform/stop_request.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+using namespace platform;
+
 bool frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
     if (icon_.OnShow()) icon_.Add();
@@ -88,8 +91,8 @@ void frmMain::ShowPopupMenu() {
 }
 
 void frmMain::ShowAndActivateFromMenu() {
-  ShowAndActivate(Handle());
-  UnhideFromTaskList();
+  automation::ShowAndActivate(Handle());
+  automation::UnhideFromTaskList();
 }
 
 void frmMain::AskToExit() {
@@ -101,11 +104,11 @@ void frmMain::AskToExit() {
   Unload();
 }
 
-void frmMain::EraseOnly() { RunEraseOnly(host_); }
+void frmMain::EraseOnly() { erase::RunEraseOnly(host_); }
 
 void frmMain::CloseQuery(bool sessionEnds) {
   // The stop request is not cleared here: after an earlier run it is still set, and the run skips every item. Meant.
-  if (sessionEnds && Settings[Setting::Shutdown] == "1") doClean(host_);
+  if (sessionEnds && settings::Settings[settings::Setting::Shutdown] == "1") erase::doClean(host_);
   StopErase = true;
 }
 
@@ -115,3 +118,5 @@ void frmMain::Unload() {
   resumeNext([this] { icon_.Remove(); });
   ::ExitProcess(0);
 }
+
+}  // namespace app

@@ -12,9 +12,12 @@
 #include "settings/settings_store.h"
 #include "settings/stored_settings.h"
 
+namespace app {
+using namespace platform;
+
 void frmMain::RunStartUp() {
-  resumeNext([] { SaveSetting(Setting::Titile, QUELLIX_CAPTION); });
-  ReadStoredSettings();
+  resumeNext([] { settings::SaveSetting(settings::Setting::Titile, QUELLIX_CAPTION); });
+  settings::ReadStoredSettings();
   LoadEraseSettings();
   LoadGeneralSettings();
   resumeNext([this] { panels_.scheduleManager.getBossKeySetting(); });
@@ -27,7 +30,7 @@ void frmMain::RunStartUp() {
   CreateOtherPanels();
   resumeNext([] { late::CoInitialize(nullptr); });  // for the shell
   // Before the icon exists and the status text is set; both then show that the run is over.
-  if (Trim(Settings[Setting::Startup]) == "1") EraseOnly();
+  if (Trim(settings::Settings[settings::Setting::Startup]) == "1") EraseOnly();
   icon_.Fill(Handle(), reinterpret_cast<HICON>(::SendMessageA(Handle(), WM_GETICON, ICON_SMALL, 0)), QUELLIX_CAPTION);
   resumeNext([this] { icon_.Add(); });
   SetStatusText(PanelStatusText(Panel::MainSettings, cmdDefault.Text()));
@@ -35,11 +38,14 @@ void frmMain::RunStartUp() {
 
 void frmMain::LoadEraseSettings() {
   panels_.main.LoadItemBoxes();
-  resumeNext([this] { panels_.shred.chkOptions.SetValue(NumberOf(GetSetting(Setting::chkOptions))); });
-  resumeNext([this] { panels_.shred.txtLevel.SetText(TextOf(NumberOf(GetSetting(Setting::txtLevel)))); });
-  resumeNext([this] { panels_.scheduleManager.chkShEnable.SetValue(NumberOf(Settings[Setting::chkShEnable])); });
-  resumeNext([this] { panels_.scheduleManager.chkRbt.SetValue(NumberOf(Settings[Setting::chkRbt])); });
-  resumeNext([this] { panels_.scheduleManager.CHKieclose.SetValue(Settings.CloseBrowsers ? 1 : 0); });
+  resumeNext([this] { panels_.shred.chkOptions.SetValue(NumberOf(settings::GetSetting(settings::Setting::chkOptions))); });
+  resumeNext(
+      [this] { panels_.shred.txtLevel.SetText(TextOf(NumberOf(settings::GetSetting(settings::Setting::txtLevel)))); });
+  resumeNext([this] {
+    panels_.scheduleManager.chkShEnable.SetValue(NumberOf(settings::Settings[settings::Setting::chkShEnable]));
+  });
+  resumeNext([this] { panels_.scheduleManager.chkRbt.SetValue(NumberOf(settings::Settings[settings::Setting::chkRbt])); });
+  resumeNext([this] { panels_.scheduleManager.CHKieclose.SetValue(settings::Settings.CloseBrowsers ? 1 : 0); });
 }
 
 void frmMain::LoadGeneralSettings() {
@@ -49,11 +55,11 @@ void frmMain::LoadGeneralSettings() {
 
 void frmMain::SaveEraseSettings() {
   reportAndLeave("frmMain,SaveEraseSettings", [this] {
-    RegisterStartup();
-    const fraScheduleManager& schedule = panels_.scheduleManager;
-    WriteStoredSettings({schedule.txtMinutes.Text(), std::to_string(schedule.dtpTime.Minute()),
-                         std::to_string(schedule.dtpTime.Hour()), std::to_string(schedule.dtpTime.Second()),
-                         std::to_string(panels_.shred.chkOptions.Value()), panels_.shred.txtLevel.Text()});
+    automation::RegisterStartup();
+    const automation::fraScheduleManager& schedule = panels_.scheduleManager;
+    settings::WriteStoredSettings({schedule.txtMinutes.Text(), std::to_string(schedule.dtpTime.Minute()),
+                                   std::to_string(schedule.dtpTime.Hour()), std::to_string(schedule.dtpTime.Second()),
+                                   std::to_string(panels_.shred.chkOptions.Value()), panels_.shred.txtLevel.Text()});
     if (panels_.shred.lstFiles.ListCount() > 0) panels_.shred.SaveSettingsToFile();
   });
 }
@@ -61,3 +67,5 @@ void frmMain::SaveEraseSettings() {
 void frmMain::SaveAllSettings() {
   resumeNext([this] { SaveEraseSettings(); });
 }
+
+}  // namespace app

@@ -15,12 +15,15 @@
 #include "settings/settings_store.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
 std::uint16_t KeyState(int key) { return static_cast<std::uint16_t>(::GetAsyncKeyState(key)); }
 
-PolledKeys LookAtKeys() {
-  return {KeyState(Settings.BossKeyCode), KeyState(VK_SHIFT), KeyState(VK_CONTROL), KeyState('U'), KeyState('H')};
+automation::PolledKeys LookAtKeys() {
+  return {KeyState(settings::Settings.BossKeyCode), KeyState(VK_SHIFT), KeyState(VK_CONTROL), KeyState('U'), KeyState('H')};
 }
 
 // The boss key of the last look.
@@ -43,15 +46,15 @@ void frmMain::OnTimer(WPARAM timer) {
 void frmMain::TickScheduler() {
   DoEvents();
   bool due = false;
-  resumeNext([&] { due = IsEraseDue(Settings.ScheduleTickCount, panels_.scheduleManager.Facts()); });
+  resumeNext([&] { due = automation::IsEraseDue(settings::Settings.ScheduleTickCount, panels_.scheduleManager.Facts()); });
   if (due) EraseOnly();
 }
 
 void frmMain::PollKeys() {
-  const PollActions actions = ActionsOf(LookAtKeys());
+  const automation::PollActions actions = automation::ActionsOf(LookAtKeys());
   // The first look at a key also tells of presses long before it, which would hide the program as it starts or as the key
   // is chosen.
-  if (std::exchange(polledBossKey, Settings.BossKeyCode) != Settings.BossKeyCode) return;
+  if (std::exchange(polledBossKey, settings::Settings.BossKeyCode) != settings::Settings.BossKeyCode) return;
   if (actions.hide) resumeNext([this] { HideByBossKey(); });
   if (actions.restore) resumeNext([this] { RestoreByBossKey(); });
   if (actions.comeBack) resumeNext([this] { ComeBack(); });
@@ -59,7 +62,7 @@ void frmMain::PollKeys() {
 }
 
 void frmMain::HideByBossKey() {
-  HideBrowserWindows();
+  automation::HideBrowserWindows();
   Vanish();
 }
 
@@ -70,7 +73,7 @@ void frmMain::Vanish() {
 }
 
 void frmMain::RestoreByBossKey() {
-  RestoreBrowserWindows();
+  automation::RestoreBrowserWindows();
   ::ShowWindow(Handle(), SW_SHOWNORMAL);
   ::SetForegroundWindow(Handle());
   ::ShowWindow(Handle(), SW_SHOW);
@@ -78,21 +81,23 @@ void frmMain::RestoreByBossKey() {
 }
 
 void frmMain::ComeBack() {
-  ShowAndActivate(Handle());
+  automation::ShowAndActivate(Handle());
   BringOpenBoxForward(Handle());
   resumeNext([this] { icon_.Add(); });
-  UnhideFromTaskList();
+  automation::UnhideFromTaskList();
 }
 
 // Only Ctrl+U brings the icon back as well.
 void frmMain::RunInvisibly() {
   bool warn = false;
-  resumeNext([&warn] { warn = Trim(GetSetting(Setting::Message)) == "Do"; });
+  resumeNext([&warn] { warn = Trim(settings::GetSetting(settings::Setting::Message)) == "Do"; });
   if (warn) {
     if (!::IsWindowEnabled(Handle())) return;  // over a question, or the warning itself, there comes no other one
     resumeNext([this] { warning_.ShowModal(Handle()); });
   }
-  HideFromTaskList();
+  automation::HideFromTaskList();
   resumeNext([this] { icon_.Remove(); });
   Vanish();
 }
+
+}  // namespace app

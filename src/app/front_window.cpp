@@ -1,5 +1,7 @@
 #include "app/front_window.h"
 
+namespace app {
+
 namespace {
 
 struct OwnedWindow {
@@ -22,3 +24,5 @@ HWND WindowToBringForward(HWND mainWindow) {
   ::EnumWindows(&LookForOpenBox, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
+
+}  // namespace app

@@ -2,6 +2,9 @@
 
 #include "platform/handles.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
 UniqueGdiObject UnderlinedFont(HWND window) {
@@ -32,3 +35,5 @@ void LinkLabel::Draw(const DRAWITEMSTRUCT& item) const {
   focus.right = drawn.right + 2;
   ::DrawFocusRect(item.hDC, &focus);
 }
+
+}  // namespace app

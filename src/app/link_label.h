@@ -3,6 +3,9 @@
 
 #include "platform/controls.h"
 
+namespace app {
+using namespace platform;
+
 class LinkLabel : public Control {
  public:
   using Control::Control;
@@ -10,3 +13,5 @@ class LinkLabel : public Control {
   // Answers the dialog's WM_DRAWITEM for this control.
   void Draw(const DRAWITEMSTRUCT& item) const;
 };
+
+}  // namespace app

@@ -6,6 +6,9 @@
 #include "app/tray_callback.h"
 #include "platform/system_functions.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 constexpr DWORD kRecordSize = 88;  // of the first version, the one that every taskbar knows
 constexpr std::size_t kTipSize = 64;
@@ -32,3 +35,5 @@ void NotificationIcon::Remove() {
   onShow_ = false;
   late::ShellNotifyIcon(NIM_DELETE, &record_);
 }
+
+}  // namespace app

@@ -7,6 +7,8 @@
 
 #include <shellapi.h>
 
+namespace app {
+
 constexpr UINT kTrayCallback = 512;  // WM_MOUSEMOVE; see tray_callback.h
 
 class NotificationIcon {
@@ -21,3 +23,5 @@ class NotificationIcon {
   NOTIFYICONDATAA record_{};
   bool onShow_ = false;
 };
+
+}  // namespace app

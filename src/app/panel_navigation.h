@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace app {
+
 enum class Panel { MainSettings, Erase, SecureDeletion, AdvanceSettings, Help };
 
 constexpr int kPanelCount = 5;
@@ -12,3 +14,5 @@ std::string PanelStatusText(Panel panel, const std::string& buttonCaption);
 
 // The panel `steps` further on, round the end.
 Panel NeighbourPanel(Panel panel, int steps);
+
+}  // namespace app

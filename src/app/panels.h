@@ -8,12 +8,18 @@
 #include "erase/fraClean.h"
 #include "shred/fraShred.h"
 
+namespace app {
+using namespace platform;
+
 struct Panels {
-  Panels(MainWindow& window, EraseRunHost& host) : main(window), clean(host), shred(window), scheduleManager(window) {}
+  Panels(MainWindow& window, erase::EraseRunHost& host)
+      : main(window), clean(host), shred(window), scheduleManager(window) {}
 
   fraMain main;
-  fraClean clean;
-  fraShred shred;
-  fraScheduleManager scheduleManager;
+  erase::fraClean clean;
+  shred::fraShred shred;
+  automation::fraScheduleManager scheduleManager;
   fraHelp help;
 };
+
+}  // namespace app

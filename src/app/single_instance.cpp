@@ -5,6 +5,9 @@
 #include "app/front_window.h"
 #include "platform/app_title.h"
 
+namespace app {
+using namespace platform;
+
 namespace {
 
 constexpr char kInstanceClass[] = "QuellixMain";
@@ -50,3 +53,5 @@ HWND CreateInstanceWindow() {
   return ::CreateWindowExA(WS_EX_TOOLWINDOW, kInstanceClass, QUELLIX_PRODUCT_NAME, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                            instance.hInstance, nullptr);
 }
+
+}  // namespace app

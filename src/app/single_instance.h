@@ -3,6 +3,8 @@
 
 #include "platform/win32.h"
 
+namespace app {
+
 // Ends the process when another instance is running. Leaves AppTitle changed, which is meant (app_title.h).
 void ShowPrevInstance();
 
@@ -12,3 +14,5 @@ void ShowPrevInstance();
 HWND CreateInstanceWindow();
 
 constexpr char kMainWindowClass[] = "frmMain";
+
+}  // namespace app

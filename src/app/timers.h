@@ -4,6 +4,8 @@
 #include "platform/win32.h"
 #include "settings/settings_variables.h"
 
+namespace app {
+
 enum Timer : UINT_PTR { timeHide = 1, timerScheduler, downtimer };
 
 // The two that run from the window's design: the poll of the boss key and its like, and one whose tick does nothing, which
@@ -16,5 +18,7 @@ inline void StartTimers(HWND window) {
 // Once a session. Nothing disarms the scheduler; whether a tick does anything is decided in the tick.
 inline void ArmScheduler(HWND window) {
   ::SetTimer(window, timerScheduler, 60000, nullptr);
-  Settings.ScheduleTickCount = 0;
+  settings::Settings.ScheduleTickCount = 0;
 }
+
+}  // namespace app

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace app {
+
 enum class TrayAction { None, RestoreWindow, PopupMenu };
 
 constexpr unsigned kTrayIconId = 1;
@@ -19,3 +21,5 @@ inline TrayAction TrayActionOf(std::uintptr_t wParam, std::uintptr_t lParam, boo
   if (lParam == kRightUp) return TrayAction::PopupMenu;
   return TrayAction::None;
 }
+
+}  // namespace app

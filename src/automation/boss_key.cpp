@@ -2,6 +2,9 @@
 
 #include "platform/text_value.h"
 
+namespace automation {
+using namespace platform;
+
 namespace {
 constexpr std::int32_t kFirstCode = 112;
 constexpr std::int32_t kF10Code = 121;
@@ -19,3 +22,5 @@ std::int32_t BossKeyCodeOf(std::string_view name) {
     if (trimmed == BossKeyName(code)) return code;
   return kF10Code;
 }
+
+}  // namespace automation

@@ -5,8 +5,12 @@
 #include <string>
 #include <string_view>
 
+namespace automation {
+
 // "F1" to "F12"; "F10" for any other code, although such a code is the one that is polled.
 std::string BossKeyName(std::int32_t code);
 
 // The code of "F1" to "F12", blanks around it aside; that of F10 for any other text, which is meant.
 std::int32_t BossKeyCodeOf(std::string_view name);
+
+}  // namespace automation

@@ -10,6 +10,9 @@
 
 #include <commctrl.h>
 
+namespace automation {
+using namespace platform;
+
 namespace {
 
 constexpr int kMostMinutes = 32767;  // the tick counter ends there
@@ -41,8 +44,8 @@ void fraScheduleManager::OnCommand(int id, int notification) {
   }
   if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickSchedule(id - IDC_optSchedule_0);
   if (id == IDC_chkShEnable) ClickScheduleEnabled();
-  if (id == IDC_chkRbt) Settings[Setting::chkRbt] = ValueText(chkRbt);
-  if (id == IDC_CHKieclose) Settings.CloseBrowsers = CHKieclose.Value() == 1;
+  if (id == IDC_chkRbt) settings::Settings[settings::Setting::chkRbt] = ValueText(chkRbt);
+  if (id == IDC_CHKieclose) settings::Settings.CloseBrowsers = CHKieclose.Value() == 1;
   if (id == IDC_cmbBossSet) ClickSetBossKey();
   if (id == IDC_cmdRunInv) window_.RunInvisibly();
   if (id == IDC_cmdUpgrade) StartUpdater(window_.Window());
@@ -52,31 +55,31 @@ void fraScheduleManager::ClickStartUp(int index) {
   const std::string text = ValueText(chkStartUp[static_cast<std::size_t>(index)]);
   switch (index) {
     case 0:
-      Settings[Setting::LoadStartup] = text;
+      settings::Settings[settings::Setting::LoadStartup] = text;
       if (text == "0") {
         chkStartUp[2].SetValue(0);
-        Settings[Setting::Startup] = "0";
+        settings::Settings[settings::Setting::Startup] = "0";
       }
       chkStartUp[2].SetEnabled(text != "0");
       break;
     case 1:
-      Settings[Setting::Shutdown] = text;
+      settings::Settings[settings::Setting::Shutdown] = text;
       break;
     case 2:
-      Settings[Setting::Startup] = text;
+      settings::Settings[settings::Setting::Startup] = text;
       break;
   }
 }
 
 void fraScheduleManager::ClickSchedule(int index) {
-  Settings[Setting::ScheduleDay] = index == 0 ? "1" : "0";
-  Settings[Setting::ScheduleHour] = index == 1 ? "1" : "0";
-  Settings[Setting::ScheduleMinutes] = index == 2 ? "1" : "0";
+  settings::Settings[settings::Setting::ScheduleDay] = index == 0 ? "1" : "0";
+  settings::Settings[settings::Setting::ScheduleHour] = index == 1 ? "1" : "0";
+  settings::Settings[settings::Setting::ScheduleMinutes] = index == 2 ? "1" : "0";
   dtpTime.SetEnabled(index == 0);
   if (index == 2) {
     // The box itself stays as it is; its number changes through the spin button.
     VSUpDown.SetEnabled(true);
-    Settings[Setting::ScheduleMin] = txtMinutes.Text();
+    settings::Settings[settings::Setting::ScheduleMin] = txtMinutes.Text();
   } else {
     txtMinutes.SetEnabled(false);
     VSUpDown.SetEnabled(false);
@@ -88,14 +91,14 @@ void fraScheduleManager::ClickScheduleEnabled() {
   for (OptionButton& option : optSchedule) option.SetEnabled(enabled);
   CHKieclose.SetEnabled(true);  // never disabled by the schedule's box; meant
   chkRbt.SetEnabled(true);
-  Settings[Setting::chkShEnable] = ValueText(chkShEnable);
+  settings::Settings[settings::Setting::chkShEnable] = ValueText(chkShEnable);
 }
 
 void fraScheduleManager::ClickSetBossKey() {
   const std::string name = cmbBoss.Text();
-  Settings.BossKeyCode = BossKeyCodeOf(name);
+  settings::Settings.BossKeyCode = BossKeyCodeOf(name);
   lblRestore.SetText(RestoreLabel(name));
-  resumeNext([] { SaveSetting(Setting::bossKey, std::to_string(Settings.BossKeyCode)); });
+  resumeNext([] { settings::SaveSetting(settings::Setting::bossKey, std::to_string(settings::Settings.BossKeyCode)); });
   window_.ShowBossKey(name);
 }
 
@@ -104,15 +107,15 @@ ScheduleFacts fraScheduleManager::Facts() const {
   ::GetLocalTime(&now);
   const DayHalves halves{LocaleText(LOCALE_S1159), LocaleText(LOCALE_S2359)};
   return {chkShEnable.Value() == 1,
-          Settings[Setting::ScheduleHour],
+          settings::Settings[settings::Setting::ScheduleHour],
           optSchedule[0].Value(),
-          Settings[Setting::ScheduleMinutes],
+          settings::Settings[settings::Setting::ScheduleMinutes],
           txtMinutes.Text(),
           TimeText(now.wHour, now.wMinute, halves),
           TimeText(dtpTime.Hour(), dtpTime.Minute(), halves)};
 }
 
-void fraScheduleManager::getBossKeySetting() { cmbBoss.SetText(BossKeyName(Settings.BossKeyCode)); }
+void fraScheduleManager::getBossKeySetting() { cmbBoss.SetText(BossKeyName(settings::Settings.BossKeyCode)); }
 
 void fraScheduleManager::ShowStartUpStatus() {
   lblRestore.SetText(RestoreLabel(cmbBoss.Text()));
@@ -120,27 +123,30 @@ void fraScheduleManager::ShowStartUpStatus() {
 }
 
 void fraScheduleManager::LoadGeneralSettings() {
-  txtMinutes.SetText(Settings[Setting::ScheduleMin]);
+  txtMinutes.SetText(settings::Settings[settings::Setting::ScheduleMin]);
   // The picker takes the texts that also are the option flags; the daily time of an earlier session does not come back.
-  dtpTime.SetMinute(NumberOf(Settings[Setting::ScheduleMinutes]));
-  dtpTime.SetHour(NumberOf(Settings[Setting::ScheduleHour]));
-  dtpTime.SetSecond(NumberOf(Settings[Setting::ScheduleSecond]));
-  const std::string startup = Settings[Setting::Startup];  // the first box's Click may clear the variable
-  chkStartUp[0].SetValue(NumberOf(Settings[Setting::LoadStartup]));
-  chkStartUp[1].SetValue(NumberOf(Settings[Setting::Shutdown]));
+  dtpTime.SetMinute(NumberOf(settings::Settings[settings::Setting::ScheduleMinutes]));
+  dtpTime.SetHour(NumberOf(settings::Settings[settings::Setting::ScheduleHour]));
+  dtpTime.SetSecond(NumberOf(settings::Settings[settings::Setting::ScheduleSecond]));
+  const std::string startup =
+      settings::Settings[settings::Setting::Startup];  // the first box's Click may clear the variable
+  chkStartUp[0].SetValue(NumberOf(settings::Settings[settings::Setting::LoadStartup]));
+  chkStartUp[1].SetValue(NumberOf(settings::Settings[settings::Setting::Shutdown]));
   if (chkStartUp[0].Value() == 1) chkStartUp[2].SetValue(NumberOf(startup));
   LoadSchedule();
 }
 
 void fraScheduleManager::LoadSchedule() {
-  if (Settings[Setting::ScheduleDay] == "1") {
+  if (settings::Settings[settings::Setting::ScheduleDay] == "1") {
     optSchedule[0].Choose();
-  } else if (Settings[Setting::ScheduleHour] == "1") {
+  } else if (settings::Settings[settings::Setting::ScheduleHour] == "1") {
     optSchedule[1].Choose();
-  } else if (Settings[Setting::ScheduleMinutes] == "1") {
+  } else if (settings::Settings[settings::Setting::ScheduleMinutes] == "1") {
     optSchedule[2].Choose();
-    txtMinutes.SetText(TextOf(NumberOf(Settings[Setting::ScheduleMin])));
+    txtMinutes.SetText(TextOf(NumberOf(settings::Settings[settings::Setting::ScheduleMin])));
   }
   const double minutes = NumberOf(txtMinutes.Text());
   VSUpDown.SetValue(minutes == 0.0 ? 10.0 : minutes);
 }
+
+}  // namespace automation

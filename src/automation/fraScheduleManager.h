@@ -10,6 +10,9 @@
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 
+namespace automation {
+using namespace platform;
+
 class fraScheduleManager : public Dialog {
  public:
   explicit fraScheduleManager(MainWindow& window);
@@ -53,3 +56,5 @@ class fraScheduleManager : public Dialog {
       {{*this, IDC_optSchedule_0, schedule_}, {*this, IDC_optSchedule_1, schedule_}, {*this, IDC_optSchedule_2, schedule_}}};
   SpinButton VSUpDown{*this, IDC_VSUpDown, txtMinutes};
 };
+
+}  // namespace automation

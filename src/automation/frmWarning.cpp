@@ -4,6 +4,9 @@
 #include "platform/runtime_error.h"
 #include "settings/settings_store.h"
 
+namespace automation {
+using namespace platform;
+
 void frmWarning::ShowModal(HWND owner) { RunModal(IDD_frmWarning, owner); }
 
 void frmWarning::OnInit() {
@@ -15,7 +18,7 @@ void frmWarning::OnInit() {
 
 void frmWarning::OnCommand(int id, int notification) {
   if (id == IDC_cmdContinue && notification == BN_CLICKED) {
-    if (chkWarning.Value() == 1) resumeNext([] { SaveSetting(Setting::Message, "Dont"); });
+    if (chkWarning.Value() == 1) resumeNext([] { settings::SaveSetting(settings::Setting::Message, "Dont"); });
     Close();
   }
   if (id == IDCANCEL) Close();
@@ -26,3 +29,5 @@ bool frmWarning::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
   Close();
   return true;
 }
+
+}  // namespace automation

@@ -5,6 +5,9 @@
 #include "platform/controls.h"
 #include "platform/dialog.h"
 
+namespace automation {
+using namespace platform;
+
 class frmWarning : public Dialog {
  public:
   // Shows the window and returns when it is closed. Window events run meanwhile; `owner` takes no input, and the window is
@@ -19,3 +22,5 @@ class frmWarning : public Dialog {
   Label lblWarning{*this, IDC_lblWarning};
   CheckBox chkWarning{*this, IDC_chkWarning};
 };
+
+}  // namespace automation

@@ -1,5 +1,7 @@
 #include "automation/key_poll.h"
 
+namespace automation {
+
 namespace {
 
 // A pair of keys counts where their answers have a bit in common.
@@ -11,3 +13,5 @@ PollActions ActionsOf(const PolledKeys& keys) {
   const bool comeBack = Pair(keys.ctrl, keys.u);
   return {keys.boss != 0, Pair(keys.shift, keys.boss), comeBack, !comeBack && Pair(keys.ctrl, keys.h)};
 }
+
+}  // namespace automation

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace automation {
+
 // The answers of GetAsyncKeyState, one look at each key a poll: the high bit says that the key is down, the low one that it
 // was pressed since the look before.
 struct PolledKeys {
@@ -22,3 +24,5 @@ struct PollActions {
 };
 
 PollActions ActionsOf(const PolledKeys& keys);
+
+}  // namespace automation

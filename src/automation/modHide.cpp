@@ -7,6 +7,9 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
+namespace automation {
+using namespace platform;
+
 namespace {
 
 constexpr DWORD kVisibleProcess = 0;
@@ -57,3 +60,5 @@ void RestoreBrowserWindows() {
   for (auto saved = SavedBrowserPlacements.rbegin(); saved != SavedBrowserPlacements.rend(); ++saved)
     if (saved->window != nullptr) ::SetWindowPlacement(saved->window, &saved->placement);
 }
+
+}  // namespace automation

@@ -5,6 +5,8 @@
 
 #include "platform/win32.h"
 
+namespace automation {
+
 // Makes the process invisible in the task list of Windows 9x, and visible again; nothing on the NT family, whose systems
 // lack the call.
 void HideFromTaskList();
@@ -28,3 +30,5 @@ void HideBrowserWindows();
 
 // The saved windows, the last one first; those that are gone are passed over.
 void RestoreBrowserWindows();
+
+}  // namespace automation

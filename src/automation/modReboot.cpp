@@ -7,6 +7,9 @@
 #include "platform/system_functions.h"
 #include "settings/settings_variables.h"
 
+namespace automation {
+using namespace platform;
+
 namespace {
 
 constexpr char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\";
@@ -49,10 +52,12 @@ void RebootSystem(bool force) {
 }
 
 void RegisterStartup() {
-  if (Settings[Setting::LoadStartup] == "1") {
+  if (settings::Settings[settings::Setting::LoadStartup] == "1") {
     const std::string file = ProgramFile();
     SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), RunValueData(file, ShortForm(file)), REG_SZ);
   } else {
     DeleteValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName());
   }
 }
+
+}  // namespace automation

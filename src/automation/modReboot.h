@@ -1,6 +1,8 @@
 // Restarting Windows, and starting with it. A failing statement is passed over.
 #pragma once
 
+namespace automation {
+
 bool IsWinNT();
 
 // "SeShutdownPrivilege" for this process: the NT family reboots for no one else.
@@ -11,3 +13,5 @@ void RebootSystem(bool force);
 
 // Writes or deletes the Run value, as the setting "LoadStartup" says. The helpers of Reg32.h report what fails.
 void RegisterStartup();
+
+}  // namespace automation

@@ -4,5 +4,9 @@
 
 #include <string>
 
+namespace automation {
+
 inline std::string RestoreLabelFromNavigation(const std::string& bossKey) { return "Restore : Shift + " + bossKey; }
 inline std::string RestoreLabel(const std::string& bossKey) { return "Restore :  Shift + " + bossKey; }
+
+}  // namespace automation

@@ -5,6 +5,9 @@
 #include "platform/path_text.h"
 #include "platform/product.h"
 
+namespace automation {
+using namespace platform;
+
 namespace {
 
 std::string_view FolderPart(std::string_view file) {
@@ -32,3 +35,5 @@ std::string RunValueData(const std::string& file, const std::string& shortFile) 
   return AppendBackslash(WithoutBlank(file, shortFile, &FolderPart)) +
          std::string(WithoutBlank(file, shortFile, &BaseName)) + ".exe m";
 }
+
+}  // namespace automation

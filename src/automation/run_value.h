@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace automation {
+
 // The product's name, a blank, a hyphen, a blank and the version: stable between saves, so that the deletion finds it.
 std::string RunValueName();
 
@@ -10,3 +12,5 @@ std::string RunValueName();
 // Windows cuts such a value at a blank: where folder or name holds one, that part is taken from `shortFile`, the same path
 // in its short form, if there is one.
 std::string RunValueData(const std::string& file, const std::string& shortFile);
+
+}  // namespace automation

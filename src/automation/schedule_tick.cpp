@@ -4,6 +4,9 @@
 
 #include "platform/text_value.h"
 
+namespace automation {
+using namespace platform;
+
 namespace {
 
 constexpr int kTicksAnHour = 60;
@@ -33,3 +36,5 @@ bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts) {
   if (due) tickCount = 0;
   return due;
 }
+
+}  // namespace automation

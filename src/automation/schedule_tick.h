@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+namespace automation {
+
 // A time of day as the daily test compares it: "hh:mm" with the hours 01 to 12, a blank, and the locale's designator of
 // the half of the day. In a locale without designators a time and the one twelve hours later read alike.
 struct DayHalves {
@@ -26,3 +28,5 @@ struct ScheduleFacts {
 // Advances the count of ticks since the last scheduled run (up to 32767, where it stays) and sets it back to 0 when an
 // erase is due. While the schedule is off, nothing counts.
 bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts);
+
+}  // namespace automation

@@ -5,9 +5,14 @@
 
 #include "platform/text_value.h"
 
+namespace automation {
+using namespace platform;
+
 // False when the OS name holds "2000", "NT" or "XP" in any case: those systems lack the call.
 inline bool HasTaskListCall(const std::string& osName) {
   const std::string name = UpperCase(osName);
   return name.find("2000") == std::string::npos && name.find("NT") == std::string::npos &&
          name.find("XP") == std::string::npos;
 }
+
+}  // namespace automation

@@ -3,6 +3,9 @@
 #include "platform/app_title.h"
 #include "platform/special_folder.h"
 
+namespace automation {
+using namespace platform;
+
 void StartUpdater(HWND owner) {
   const std::string updater = ProgramFolder() + "\\Update.exe";
   const DWORD attributes = ::GetFileAttributesA(updater.c_str());
@@ -23,3 +26,5 @@ void StartUpdater(HWND owner) {
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);
 }
+
+}  // namespace automation

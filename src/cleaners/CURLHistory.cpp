@@ -4,6 +4,9 @@
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 // The identifiers that the browser publishes: CLSID_CUrlHistory of shlguid.h, the interfaces' of urlhist.h.
@@ -71,3 +74,5 @@ void CURLHistory::DeleteURL(const std::wstring& url, std::uint32_t flags) {
   resumeNext([&] { Refresh(L"", 0); });
   Err.Clear();
 }
+
+}  // namespace cleaners

@@ -13,6 +13,9 @@
 #include "cleaners/URLHistoryItem.h"
 #include "platform/com_interface.h"
 
+namespace cleaners {
+using namespace platform;
+
 class CURLHistory {
  public:
   // Opens the store and fills the collection with all of it. Raises 429 when there is none to be had, whatever COM
@@ -50,3 +53,5 @@ class CURLHistory {
   UniqueInterface<IUrlHistoryStg> store_;
   std::vector<URLHistoryItem> items_;
 };
+
+}  // namespace cleaners

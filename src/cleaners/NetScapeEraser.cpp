@@ -12,6 +12,9 @@
 #include "platform/stop_request.h"
 #include "platform/text_value.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr char kNavigator[] = "Software\\Netscape\\Netscape Navigator";
@@ -194,3 +197,5 @@ void ClearDirectory(const std::string& folder) {
   const NativePath native = WalkableFolder(folder);
   if (!native.empty()) ClearNativeDirectory(native);
 }
+
+}  // namespace cleaners

@@ -11,6 +11,9 @@
 
 #include "platform/native_files.h"
 
+namespace cleaners {
+using namespace platform;
+
 void NSTypedUrl();
 void CleanNetscapeMail();
 void CleanNescapeCache();
@@ -30,3 +33,5 @@ void DeleteFile(const NativePath& path, const std::int16_t& passes);
 // Deletes what is in the folder, to any depth; the folder itself stays. A link in it goes as a link. Does nothing for an
 // empty text, a root and a folder that is a link itself.
 void ClearDirectory(const std::string& folder);
+
+}  // namespace cleaners

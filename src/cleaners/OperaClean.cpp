@@ -8,6 +8,9 @@
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr char kOperaKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Opera.exe";
@@ -69,3 +72,5 @@ void CleanOperaTypedUrls() {
   CleanFile(InProfile7("global.dat"));
   CleanFile(InProfile7("opera.dir"));
 }
+
+}  // namespace cleaners

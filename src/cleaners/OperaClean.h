@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace cleaners {
+
 void CleanOperaCookies();
 void CleanOpera7Cookies();
 void CleanOperaCache();
@@ -16,3 +18,5 @@ std::string OperaPath();
 
 // The path of a shell folder (a CSIDL_ value of shlobj.h) with "\" behind it; empty when the system does not know it.
 std::string GetSpecialFolder(int identifier);
+
+}  // namespace cleaners

@@ -3,6 +3,9 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 // The record as every store fills it.
 static_assert(sizeof(STATURL) == 40);
 static_assert(offsetof(STATURL, pwcsTitle) == 8);
@@ -45,3 +48,5 @@ double URLHistoryItem::ReadDate(FILETIME& stored) {
   if (!late::SystemTimeToVariantTime(&local, &date)) Raise(kInvalidCall);
   return date;
 }
+
+}  // namespace cleaners

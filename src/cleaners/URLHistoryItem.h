@@ -10,6 +10,8 @@
 // After win32.h, which sets the version macros.
 #include <urlhist.h>
 
+namespace cleaners {
+
 class URLHistoryItem {
  public:
   // Takes over the texts of `record`, which the store has allocated for its caller.
@@ -39,3 +41,5 @@ class URLHistoryItem {
 
   STATURL record_;
 };
+
+}  // namespace cleaners

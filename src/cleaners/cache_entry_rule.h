@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace cleaners {
+
 // Every entry but the history's "Visited:" ones. The entry's first 8 characters are compared, case aside, with "VISITED:"
 // and with the 7 of "COOKIE:", which those of a cookie's URL never equal: cookies go as well. That is meant.
 bool IsRemovedByCacheWalk(std::string_view url);
@@ -13,3 +15,5 @@ bool IsCookieUrl(std::string_view url);
 
 // What stands behind the last "\" of the cookie's file; empty for a cookie without a file.
 std::string CookieName(std::string_view localFileName);
+
+}  // namespace cleaners

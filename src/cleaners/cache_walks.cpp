@@ -7,6 +7,9 @@
 #include "platform/stop_request.h"
 #include "platform/whole_file.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 // Visits every entry; the stop request is looked at before each of them, window events run after each.
@@ -52,3 +55,5 @@ std::int64_t ClearCookies() {
   });
   return total;
 }
+
+}  // namespace cleaners

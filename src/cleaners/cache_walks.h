@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace cleaners {
+
 // Temporary internet files: everything but the history's entries, cookies included (cache_entry_rule.h).
 std::int64_t ClearUrlCache();
 
@@ -24,3 +26,5 @@ class KeepList {
 // reference, so the look-up fails and no cookie counts as kept. This is meant: the keep list rules what the window
 // "Cookies Manager" shows, and an erase takes every cookie.
 inline const KeepList* lstSafeList = nullptr;
+
+}  // namespace cleaners

@@ -2,6 +2,8 @@
 
 #include "platform/win32.h"
 
+namespace cleaners {
+
 std::string ResultStamp() {
   char date[128] = "";
   char time[128] = "";
@@ -9,3 +11,5 @@ std::string ResultStamp() {
   ::GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, time, sizeof time);
   return std::string(date) + " @ " + time;
 }
+
+}  // namespace cleaners

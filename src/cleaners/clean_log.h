@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace cleaners {
+
 using CleanLog = void (*)(const std::string& text1, const std::string& text2);
 
 inline void RecordNothing(const std::string&, const std::string&) {}
@@ -11,3 +13,5 @@ inline CleanLog LogCleanResult = &RecordNothing;
 
 // Now, as the long date, " @ " and the long time of the user's locale.
 std::string ResultStamp();
+
+}  // namespace cleaners

@@ -8,6 +8,9 @@
 #include "platform/path_text.h"
 #include "platform/stop_request.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 void RemoveAndLog(const NativePath& folder) {
@@ -39,3 +42,5 @@ void ClearFolderContents(const std::string& folder, bool removeFolder, bool remo
   WalkFolder(root, clearing);
   if (removeFolder && !StopErase) RemoveAndLog(root);
 }
+
+}  // namespace cleaners

@@ -3,9 +3,13 @@
 
 #include <string>
 
+namespace cleaners {
+
 // Deletes every file in `folder`; with `removeSubFolders` also its subfolders, else only what they hold; with
 // `removeFolder` the folder itself at the end. Goes on past whatever cannot be deleted and stops at the stop request.
 //
 // The walk stays inside: a link to a folder is removed as a link and never entered, and nothing happens when `folder` is
 // empty, relative, a root or itself a link. Window events run now and then.
 void ClearFolderContents(const std::string& folder, bool removeFolder, bool removeSubFolders);
+
+}  // namespace cleaners

@@ -6,6 +6,9 @@
 #include "platform/path_text.h"
 #include "platform/special_folder.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 // Full and in short names, so that two spellings of one folder compare equal. Empty for an empty path.
@@ -96,3 +99,5 @@ FolderFacts FindFolderFacts(const std::string& folder, const std::vector<std::st
   facts.leadsToKept = LeadsToOneOf(keep, withBackslash);
   return facts;
 }
+
+}  // namespace cleaners

@@ -3,6 +3,8 @@
 
 #include "cleaners/folder_guard.h"
 
+namespace cleaners {
+
 // The facts about `folder`, a full path with or without "\" behind it. `keep` holds full paths, empty ones among them.
 FolderFacts FindFolderFacts(const std::string& folder, const std::vector<std::string>& keep);
 
@@ -12,3 +14,5 @@ std::vector<std::string> SystemFolders();
 
 // The text of an environment variable; empty when it is not set or no path.
 std::string EnvironmentText(const char* name);
+
+}  // namespace cleaners

@@ -5,6 +5,9 @@
 
 #include "platform/path_text.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 // Letters beyond ASCII change their case by the system's own tables: any two of them count as equal here, which at worst
@@ -24,3 +27,5 @@ bool MayEmptyFolder(const FolderFacts& facts) {
     return !folder.empty() && IsSameOrBelow(Folded(folder), Folded(facts.canonical));
   });
 }
+
+}  // namespace cleaners

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace cleaners {
+
 struct FolderFacts {
   std::string canonical;          // in full and, as far as it exists, in short names; to be compared with `keep`
   bool isLink = false;            // the folder itself is a junction or symbolic link
@@ -13,3 +15,5 @@ struct FolderFacts {
 
 // False for a relative path, a root, a link, and a folder that is or holds one of `keep`.
 bool MayEmptyFolder(const FolderFacts& facts);
+
+}  // namespace cleaners

@@ -9,6 +9,9 @@
 #include "platform/message_pump.h"
 #include "platform/path_text.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 class FolderWalk {
@@ -89,3 +92,5 @@ NativePath WalkableFolder(const std::string& folder) {
 }
 
 void WalkFolder(const NativePath& walkableFolder, FolderVisitor& visitor) { FolderWalk(walkableFolder, visitor).Run(); }
+
+}  // namespace cleaners

@@ -5,6 +5,9 @@
 
 #include "platform/native_files.h"
 
+namespace cleaners {
+using namespace platform;
+
 // What a walk does with what it meets.
 class FolderVisitor {
  public:
@@ -28,3 +31,5 @@ NativePath WalkableFolder(const std::string& folder);
 // Visits everything below a folder from the inside out, links to folders as links. The listing of a folder is closed when
 // its turn comes, that of the folder itself at the end. Window events run now and then.
 void WalkFolder(const NativePath& walkableFolder, FolderVisitor& visitor);
+
+}  // namespace cleaners

@@ -13,6 +13,9 @@
 #include "platform/system_error.h"
 #include "platform/whole_file.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kBlock = 0x10000;  // bytes
@@ -52,3 +55,5 @@ void ClearLockedIndexFiles() {
   ClearIndexFile(kHistoryFolder, "index.dat");
   ClearIndexFile(kHistoryFolder, "history.ie5\\index.dat");
 }
+
+}  // namespace cleaners

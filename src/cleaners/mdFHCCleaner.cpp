@@ -10,6 +10,9 @@
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr char kTypedUrlsKey[] = "Software\\Microsoft\\Internet Explorer\\TypedURLs";
@@ -72,3 +75,5 @@ void ClearIEHistory() {
     history.Refresh(L"", 0);
   });
 }
+
+}  // namespace cleaners

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace cleaners {
+
 // How many registry keys the three registry cleaners below have gone about since the program started. Nothing reads it.
 inline std::int32_t ErasedKeyCount = 0;
 
@@ -19,3 +21,5 @@ void ClearIEHistory();
 
 // The history of the Run dialog.
 void ClearRunMRU();
+
+}  // namespace cleaners

@@ -7,6 +7,9 @@
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr char kBrowserFrame[] = "IEFrame";
@@ -57,3 +60,5 @@ void MinimiseAllWindows() {
   const HWND taskbar = ::FindWindowA("Shell_TrayWnd", nullptr);
   if (taskbar != nullptr) ::PostMessageA(taskbar, WM_COMMAND, kMinimiseAll, 0);
 }
+
+}  // namespace cleaners

@@ -2,6 +2,8 @@
 // browser's process to end, and nothing is reported.
 #pragma once
 
+namespace cleaners {
+
 // Asks the windows of class "IEFrame" to close, one after another, until none is left. A window that refuses is asked again
 // and again for as long as it stands; window events run meanwhile, and the waiting costs no time of the processor.
 void CloseBrowserFrames();
@@ -11,3 +13,5 @@ void CloseWindowByTitle(const char* title);
 
 // Posts the taskbar its command 419, which minimises every window; harmless without a taskbar.
 void MinimiseAllWindows();
+
+}  // namespace cleaners

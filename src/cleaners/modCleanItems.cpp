@@ -6,6 +6,9 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 void ClearRecentDocs() {
   resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
   resumeNext([] { LogCleanResult("Recent Docs List Cleared", ResultStamp()); });
@@ -29,3 +32,5 @@ void ClearClipboard() {
   });
   ::CloseClipboard();
 }
+
+}  // namespace cleaners

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace cleaners {
+
 // The recent-documents list of the Start menu.
 void ClearRecentDocs();
 
@@ -10,3 +12,5 @@ void ClearRecentDocs();
 void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noProgress, bool noSound);
 
 void ClearClipboard();
+
+}  // namespace cleaners

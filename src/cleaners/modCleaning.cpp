@@ -11,6 +11,9 @@
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr char kFindFilesKey[] = "Software\\Microsoft\\Windows\\Currentversion\\Explorer\\Doc Find Spec MRU";
@@ -80,3 +83,5 @@ void ClearRegistryStreams() {
   });
   resumeNext([] { LogCleanResult("Registry Streams Cleared", ResultStamp()); });
 }
+
+}  // namespace cleaners

@@ -2,6 +2,8 @@
 // nothing; a failing statement is skipped, and ClearFind alone reports its failures.
 #pragma once
 
+namespace cleaners {
+
 // What the temporary folder holds; the folder itself stays. Touches nothing when it is not one (temp_guard.h).
 void ClearWindowsTemp();
 
@@ -13,3 +15,5 @@ void ClearFind();
 
 // The window-position streams of Explorer, and the page-file value under the current user.
 void ClearRegistryStreams();
+
+}  // namespace cleaners

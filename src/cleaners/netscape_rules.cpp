@@ -3,6 +3,9 @@
 #include "platform/path_text.h"
 #include "platform/text_value.h"
 
+namespace cleaners {
+using namespace platform;
+
 bool IsInNameList(std::string_view fileName, std::string_view nameList) {
   return UpperCase(nameList).find(UpperCase(fileName)) != std::string::npos;
 }
@@ -20,3 +23,5 @@ bool IsUserName(std::string_view text) {
   constexpr auto kNone = std::string_view::npos;
   return text.find_first_not_of(" .") != kNone && text.find_first_of("\\/:") == kNone;
 }
+
+}  // namespace cleaners

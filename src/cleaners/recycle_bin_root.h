@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace cleaners {
+
 // "D" and "D:" become "D:\"; an empty text, which means every drive, and a text with ":\" behind its first character stay.
 inline std::string RecycleBinRoot(const std::string& driveRoot) {
   if (driveRoot.empty() || driveRoot.compare(1, 2, ":\\") == 0) return driveRoot;
@@ -13,3 +15,5 @@ inline std::string RecycleBinRoot(const std::string& driveRoot) {
 inline unsigned long RecycleBinFlags(bool noConfirmation, bool noProgress, bool noSound) {
   return (noConfirmation ? 1u : 0u) + (noProgress ? 2u : 0u) + (noSound ? 4u : 0u);
 }
+
+}  // namespace cleaners

@@ -5,6 +5,9 @@
 #include "platform/special_folder.h"
 #include "platform/win32.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 std::vector<std::string> FoldersToKeep() {
@@ -30,3 +33,5 @@ TempFolderFacts FindTempFolderFacts() {
   static_cast<FolderFacts&>(facts) = FindFolderFacts(facts.reported, FoldersToKeep());
   return facts;
 }
+
+}  // namespace cleaners

@@ -3,6 +3,9 @@
 #include "platform/path_text.h"
 #include "platform/text_value.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 // Windows 9x reports the current folder when the folder that a variable names is missing.
@@ -19,3 +22,5 @@ bool MayCleanTempFolder(const TempFolderFacts& facts) {
   if (facts.reported.find_first_of("*?") != std::string::npos) return false;  // what became of the characters not held
   return MayEmptyFolder(facts);
 }
+
+}  // namespace cleaners

@@ -4,6 +4,8 @@
 
 #include "cleaners/folder_guard.h"
 
+namespace cleaners {
+
 struct TempFolderFacts : FolderFacts {
   std::string configured;  // what the variables say (TMP before TEMP), empty when neither is set
   std::string reported;    // what the system made of it, as AppendBackslash leaves it; the base tells of this folder
@@ -13,3 +15,5 @@ struct TempFolderFacts : FolderFacts {
 // where its folder is missing, the system falls back to the profile or the current folder), one with characters outside
 // the code page, and one that MayEmptyFolder refuses.
 bool MayCleanTempFolder(const TempFolderFacts& facts);
+
+}  // namespace cleaners

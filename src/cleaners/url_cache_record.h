@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace cleaners {
+
 struct UrlCacheRecord {
   std::uint32_t structSize;
   std::uint32_t sourceUrlName;  // address of the URL's text
@@ -28,3 +30,5 @@ struct UrlCacheRecord {
 static_assert(sizeof(UrlCacheRecord) == 84);
 static_assert(offsetof(UrlCacheRecord, lastModified) == 32);
 static_assert(offsetof(UrlCacheRecord, headerInfo) == 64);
+
+}  // namespace cleaners

@@ -3,6 +3,9 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kLongestText = 0x10000;
@@ -67,3 +70,5 @@ void UrlCacheWalk::DeleteEntry() {
   else
     late::DeleteUrlCacheEntry(url.c_str());
 }
+
+}  // namespace cleaners

@@ -8,6 +8,9 @@
 #include "platform/clsMemoryManagement.h"
 #include "platform/handles.h"
 
+namespace cleaners {
+using namespace platform;
+
 struct UrlCacheFindPolicy {
   using Value = HANDLE;
   static Value Invalid() { return nullptr; }
@@ -43,3 +46,5 @@ class UrlCacheWalk {
   std::string url_;
   std::string localFile_;
 };
+
+}  // namespace cleaners

@@ -11,6 +11,9 @@
 #include "platform/stop_request.h"
 #include "platform/system_error.h"
 
+namespace cleaners {
+using namespace platform;
+
 namespace {
 
 char RandomFillCharacter() {
@@ -93,3 +96,5 @@ void WipeMatchingFiles(const std::string& mask) {
     DoEventsNowAndThen();
   }
 }
+
+}  // namespace cleaners

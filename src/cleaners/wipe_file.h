@@ -6,6 +6,9 @@
 
 #include "platform/native_files.h"
 
+namespace cleaners {
+using namespace platform;
+
 // True for an existing file, false for a folder. The scripting file-system object gives the same answer; asking it costs
 // a COM object a file.
 bool FileExistsFs(const NativePath& path);
@@ -26,3 +29,5 @@ void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t p
 // WipeFile on every name that a listing of `mask` returns, hidden files included, until the stop request. The bare name is
 // used as the listing returns it, so a file is found only relative to the current folder. That is meant.
 void WipeMatchingFiles(const std::string& mask);
+
+}  // namespace cleaners

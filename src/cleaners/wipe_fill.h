@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace cleaners {
+
 // The last character of the decimal text of (whole days of the clock) + (seconds since midnight) - (a random number of
 // [0,1)). `clockDays` is the date and time as days with a fraction.
 char FillCharacter(double clockDays, double secondsSinceMidnight, double random);
@@ -13,3 +15,5 @@ struct FillBlocks {
 };
 
 FillBlocks MakeFillBlocks(char a, char b);
+
+}  // namespace cleaners

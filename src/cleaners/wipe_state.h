@@ -3,9 +3,13 @@
 
 #include <cstdint>
 
+namespace cleaners {
+
 // Passes that the file wipers overwrite before they delete. Nothing assigns it, so they delete without overwriting; that
 // is meant, and the pass loop stays in place.
 inline std::int16_t WipePasses = 0;
 
 // Keys that ClearFind opened or tried to open since the program started.
 inline std::int32_t CleanedKeyCount = 0;
+
+}  // namespace cleaners

@@ -9,6 +9,9 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 
+namespace cookies {
+using namespace platform;
+
 namespace {
 constexpr char kFileName[] = "SafeCookie.dat";
 }
@@ -90,10 +93,11 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
   for (int line = 0; line < SafeList.ListCount(); ++line) kept.push_back(SafeList.Item(line));
   CookieNames current;
   lstKeeplist.Clear();
-  UrlCacheWalk walk("Cookie:");
+  cleaners::UrlCacheWalk walk("Cookie:");
   while (walk.Next()) {
     // A cookie without a file has no name.
-    if (IsCookieUrl(walk.Url()) && !walk.LocalFile().empty()) current.push_back(CookieName(walk.LocalFile()));
+    if (cleaners::IsCookieUrl(walk.Url()) && !walk.LocalFile().empty())
+      current.push_back(cleaners::CookieName(walk.LocalFile()));
     DoEvents();
     if (work.Over()) return;
   }
@@ -140,3 +144,5 @@ void frmCookie::Unload() {
   SafeList.Clear();
   window_.SetStatusText("Displaying " + window_.PanelCaption());
 }
+
+}  // namespace cookies

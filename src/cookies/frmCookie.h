@@ -11,6 +11,9 @@
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 
+namespace cookies {
+using namespace platform;
+
 class frmCookie : public Dialog {
  public:
   explicit frmCookie(MainWindow& window) : window_(window) {}
@@ -39,3 +42,5 @@ class frmCookie : public Dialog {
   Work* work_ = nullptr;       // what is being done while window events run
   bool keepListRead_ = true;   // false: there is a file that could not be read
 };
+
+}  // namespace cookies

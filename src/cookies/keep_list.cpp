@@ -5,6 +5,9 @@
 
 #include "platform/text_value.h"
 
+namespace cookies {
+using namespace platform;
+
 namespace {
 
 constexpr std::string_view kFieldEnds = ",\r\n";
@@ -74,3 +77,5 @@ CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept) {
   }
   return left;
 }
+
+}  // namespace cookies

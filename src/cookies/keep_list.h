@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace cookies {
+
 using CookieNames = std::vector<std::string>;
 
 // The fields of the file's text. A comma or a line end (CR LF, CR or LF) ends a field; double quotes around a field, with
@@ -22,3 +24,5 @@ bool IsSameCookie(std::string_view one, std::string_view other);
 // The current cookies without those on the keep list: each kept line takes the first line away that it is the same cookie
 // as. The order stays.
 CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept);
+
+}  // namespace cookies

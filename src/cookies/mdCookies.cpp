@@ -5,6 +5,9 @@
 #include "platform/runtime_error.h"
 #include "platform/whole_file.h"
 
+namespace cookies {
+using namespace platform;
+
 bool IsKept(const ListBox& list, const std::string& name) {
   for (int line = 0; line < list.ListCount(); ++line) {
     if (IsSameCookie(list.Item(line), name)) return true;
@@ -38,3 +41,5 @@ bool LoadList(ListBox& list, const std::string& path, const bool* cutShort) {
   }
   return read;
 }
+
+}  // namespace cookies

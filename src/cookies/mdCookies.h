@@ -5,6 +5,9 @@
 
 #include "platform/controls.h"
 
+namespace cookies {
+using namespace platform;
+
 // True when some line of the list is the same cookie as `name`, case and blanks around either aside. Window events run
 // after each line that is not.
 bool IsKept(const ListBox& list, const std::string& name);
@@ -15,3 +18,5 @@ void SaveList(const ListBox& list, const std::string& path);
 // Empties the list and fills it from the file, if there is one, while window events run. False when there is a file that
 // cannot be read; the list is then empty. `cutShort`, when given, is looked at after each line: the loading ends there.
 bool LoadList(ListBox& list, const std::string& path, const bool* cutShort = nullptr);
+
+}  // namespace cookies

@@ -7,6 +7,8 @@
 
 #include "settings/schema.h"
 
+namespace erase {
+
 // The four check-box arrays of the main settings panel, in the order in which boxes are counted and selected.
 enum class BoxArray { chkIEsettings, chkWinsettings, chkNetsettings, chkOsettings };
 
@@ -40,7 +42,7 @@ enum class Cleaner {
 struct EraseItem {
   BoxArray array;
   int index;
-  Setting flag;  // the item flag of the box
+  settings::Setting flag;  // the item flag of the box
   const char* caption;
   bool runs;            // false: shown, saved and counted, but never run
   const char* logLine;  // null: the item writes none
@@ -55,3 +57,5 @@ extern const std::array<EraseItem, kItemCount> kCatalogue;
 
 // The item of one box; null outside the array.
 const EraseItem* FindItem(BoxArray array, int index);
+
+}  // namespace erase

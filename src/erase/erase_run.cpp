@@ -3,6 +3,9 @@
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 
+namespace erase {
+using namespace platform;
+
 namespace {
 
 constexpr int kProgressPerItem = 10;
@@ -93,3 +96,5 @@ void RunEraseAndReboot(EraseRunHost& host) {
     if (RunFromButton(host, "No Item Has Been Selected")) host.Reboot();
   });
 }
+
+}  // namespace erase

@@ -5,6 +5,8 @@
 
 #include "erase/catalogue.h"
 
+namespace erase {
+
 // What a run needs of the window and of other rooms. Every call may raise a RuntimeError; the run goes on with its next
 // statement.
 class EraseRunHost {
@@ -56,3 +58,5 @@ void RunEraseOnly(EraseRunHost& host);
 
 // "Erase && Reboot".
 void RunEraseAndReboot(EraseRunHost& host);
+
+}  // namespace erase

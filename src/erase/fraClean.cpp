@@ -2,6 +2,9 @@
 
 #include "platform/stop_request.h"
 
+namespace erase {
+using namespace platform;
+
 HWND fraClean::Create(HWND parent) { return Dialog::Create(IDD_fraClean, parent); }
 
 void fraClean::OnCommand(int id, int notification) {
@@ -10,3 +13,5 @@ void fraClean::OnCommand(int id, int notification) {
   if (id == IDC_CmdCleanReboot) RunEraseAndReboot(host_);
   if (id == IDC_cmdStop) StopErase = true;
 }
+
+}  // namespace erase

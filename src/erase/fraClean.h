@@ -6,6 +6,9 @@
 #include "platform/controls.h"
 #include "platform/dialog.h"
 
+namespace erase {
+using namespace platform;
+
 class fraClean : public Dialog {
  public:
   explicit fraClean(EraseRunHost& host) : host_(host) {}
@@ -22,3 +25,5 @@ class fraClean : public Dialog {
 
   EraseRunHost& host_;
 };
+
+}  // namespace erase

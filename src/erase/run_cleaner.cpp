@@ -8,56 +8,60 @@
 #include "cleaners/modCleanItems.h"
 #include "cleaners/modCleaning.h"
 
+namespace erase {
+
 void RunCleaner(Cleaner cleaner) {
   switch (cleaner) {
     case Cleaner::WindowsTemp:
-      return ClearWindowsTemp();
+      return cleaners::ClearWindowsTemp();
     case Cleaner::RecentDocs:
-      return ClearRecentDocs();
+      return cleaners::ClearRecentDocs();
     case Cleaner::RecycleBin:
-      return EmptyRecycleBin("", true, true, true);
+      return cleaners::EmptyRecycleBin("", true, true, true);
     case Cleaner::ScanDiskFiles:
-      return ClearScanDiskFiles();
+      return cleaners::ClearScanDiskFiles();
     case Cleaner::Find:
-      return ClearFind();
+      return cleaners::ClearFind();
     case Cleaner::Clipboard:
-      return ClearClipboard();
+      return cleaners::ClearClipboard();
     case Cleaner::RegistryStreams:
-      return ClearRegistryStreams();
+      return cleaners::ClearRegistryStreams();
     case Cleaner::TypedUrls:
-      return Command7();
+      return cleaners::Command7();
     case Cleaner::AutoCompleteForms:
-      return cmdAutoComplte();
+      return cleaners::cmdAutoComplte();
     case Cleaner::AutoCompletePasswords:
-      return ClearAutoCompletePasswords();
+      return cleaners::ClearAutoCompletePasswords();
     case Cleaner::Cache:
-      ClearUrlCache();
+      cleaners::ClearUrlCache();
       return;
     case Cleaner::IEHistory:
-      return ClearIEHistory();
+      return cleaners::ClearIEHistory();
     case Cleaner::LockedIndex:
-      return ClearLockedIndexFiles();
+      return cleaners::ClearLockedIndexFiles();
     case Cleaner::CookiesThenCache:
-      ClearCookies();
-      ClearUrlCache();
+      cleaners::ClearCookies();
+      cleaners::ClearUrlCache();
       return;
     case Cleaner::RunHistory:
-      return ClearRunMRU();
+      return cleaners::ClearRunMRU();
     case Cleaner::NetscapeTypedUrls:
-      return NSTypedUrl();
+      return cleaners::NSTypedUrl();
     case Cleaner::NetscapeMail:
-      return CleanNetscapeMail();
+      return cleaners::CleanNetscapeMail();
     case Cleaner::NetscapeCache:
-      return CleanNescapeCache();
+      return cleaners::CleanNescapeCache();
     case Cleaner::OperaCookies:
-      CleanOperaCookies();
-      return CleanOpera7Cookies();
+      cleaners::CleanOperaCookies();
+      return cleaners::CleanOpera7Cookies();
     case Cleaner::OperaCache:
-      CleanOperaCache();
-      return CleanOpera7Cache();
+      cleaners::CleanOperaCache();
+      return cleaners::CleanOpera7Cache();
     case Cleaner::OperaTypedUrls:
-      return CleanOperaTypedUrls();
+      return cleaners::CleanOperaTypedUrls();
     case Cleaner::None:
       return;
   }
 }
+
+}  // namespace erase

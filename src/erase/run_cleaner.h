@@ -3,4 +3,8 @@
 
 #include "erase/catalogue.h"
 
+namespace erase {
+
 void RunCleaner(Cleaner cleaner);
+
+}  // namespace erase

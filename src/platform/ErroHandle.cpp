@@ -10,6 +10,8 @@
 #include "platform/message_pump.h"
 #include "platform/system_functions.h"
 
+namespace platform {
+
 namespace {
 
 // INTERNET_FLAG_RELOAD, NO_CACHE_WRITE, NO_COOKIES, NO_UI: the probe of a privacy cleaner leaves no page in the cache, and a
@@ -90,3 +92,5 @@ bool IsOnline() {
   });
   return online;
 }
+
+}  // namespace platform

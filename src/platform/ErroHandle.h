@@ -3,6 +3,8 @@
 
 #include "platform/runtime_error.h"
 
+namespace platform {
+
 class InternetTransfer;
 
 // The source tag is the module's name, a comma and the procedure's name. Shows a message box of the tag, the pending
@@ -47,3 +49,5 @@ void reportAndLeave(const char* sourceTag, Body&& body) {
   resumeNext(std::forward<Body>(body));
   if (Err.Number() != 0) ReportError(sourceTag);
 }
+
+}  // namespace platform

@@ -5,6 +5,8 @@
 #include "platform/os_name.h"
 #include "platform/text_value.h"
 
+namespace platform {
+
 namespace {
 
 UniqueKey OpenOrCreate(HKEY root, const std::string& subKey) {
@@ -84,3 +86,5 @@ std::string FindOS() {
   });
   return name;
 }
+
+}  // namespace platform

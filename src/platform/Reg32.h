@@ -8,6 +8,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 // Opens the key, creating it when it is missing, and writes the value. Only the types 0 and 1 are written, as the text's
 // bytes without a terminating zero; any other type writes nothing. That pair is meant.
 void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type);
@@ -30,3 +32,5 @@ std::string FindOS();
 // Read, write, subkeys, notification and links (KEY_READ | KEY_WRITE | KEY_CREATE_LINK): every registry procedure asks
 // for the same.
 constexpr DWORD kRegistryAccess = 0x2003F;
+
+}  // namespace platform

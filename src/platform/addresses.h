@@ -5,6 +5,10 @@
 #error "The build sets the addresses."
 #endif
 
+namespace platform {
+
 constexpr char kProbeAddress[] = QUELLIX_PROBE_ADDRESS;      // opened to find out whether the machine is on line
 constexpr char kHelpAddress[] = QUELLIX_HELP_ADDRESS;        // shown on the Help panel and opened from it
 constexpr char kContactAddress[] = QUELLIX_CONTACT_ADDRESS;  // opened by "Click here to contact us"
+
+}  // namespace platform

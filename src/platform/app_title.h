@@ -8,4 +8,8 @@
 
 #include "platform/product.h"
 
+namespace platform {
+
 inline std::string AppTitle = QUELLIX_PRODUCT_NAME;
+
+}  // namespace platform

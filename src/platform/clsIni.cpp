@@ -3,6 +3,8 @@
 #include "platform/main_window.h"
 #include "platform/native_files.h"
 
+namespace platform {
+
 namespace {
 
 void ShowError(const char* text) { ::MessageBoxA(MainWindowHandle, text, "Error", MB_OK | MB_ICONEXCLAMATION); }
@@ -29,3 +31,5 @@ void clsIni::DeleteIni() const {
     ShowError("The file in the IniPath property was not found!");
   }
 }
+
+}  // namespace platform

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace platform {
+
 class clsIni {
  public:
   // The path of the file, kept as given; empty at first. For a name without a folder the profile calls take the file in
@@ -27,3 +29,5 @@ class clsIni {
  private:
   std::string iniPath_;
 };
+
+}  // namespace platform

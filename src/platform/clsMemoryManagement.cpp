@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+namespace platform {
+
 namespace {
 
 // A length of 0 passes the system's tests with every address, also with null, which the move itself does not allow.
@@ -42,3 +44,5 @@ void clsMemoryManagement::ReleaseMemory() {
   address_ = nullptr;
   size_ = 0;
 }
+
+}  // namespace platform

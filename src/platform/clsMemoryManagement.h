@@ -7,6 +7,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 class clsMemoryManagement {
  public:
   clsMemoryManagement() = default;
@@ -40,3 +42,5 @@ class clsMemoryManagement {
   void* address_ = nullptr;
   std::size_t size_ = 0;  // bytes
 };
+
+}  // namespace platform

@@ -3,6 +3,8 @@
 
 #include "platform/handles.h"
 
+namespace platform {
+
 template <class Interface>
 struct InterfacePolicy {
   using Value = Interface*;
@@ -12,3 +14,5 @@ struct InterfacePolicy {
 
 template <class Interface>
 using UniqueInterface = UniqueHandle<InterfacePolicy<Interface>>;
+
+}  // namespace platform

@@ -8,6 +8,8 @@
 // The common controls' header needs the lean windows.h before it.
 #include <commctrl.h>
 
+namespace platform {
+
 namespace {
 
 // Windows 9x measures no more than 8,192 characters, and a list there scrolls no further than 32,767 pixels.
@@ -250,3 +252,5 @@ void InitControls() {
   static_assert(sizeof controls == 8, "the record of the first version");
   ::InitCommonControlsEx(&controls);
 }
+
+}  // namespace platform

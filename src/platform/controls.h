@@ -12,6 +12,8 @@
 
 #include "platform/dialog.h"
 
+namespace platform {
+
 class Control : public DialogPart {
  public:
   Control(Dialog& dialog, int id);
@@ -209,3 +211,5 @@ class StatusBar : public Control {
 
 // Loads what the controls above are made of; before the first window.
 void InitControls();
+
+}  // namespace platform

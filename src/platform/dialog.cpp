@@ -6,6 +6,8 @@
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 
+namespace platform {
+
 namespace {
 
 // The dialogs that are windows of their own, in the order in which they were opened.
@@ -97,3 +99,5 @@ INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
   OnCommand(LOWORD(wParam), HIWORD(wParam));
   return TRUE;
 }
+
+}  // namespace platform

@@ -8,6 +8,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 // What a dialog attaches when its window stands, and detaches when the window goes.
 class DialogPart {
  public:
@@ -70,3 +72,5 @@ class Dialog {
   HWND disabledOwner_ = nullptr;
   std::vector<DialogPart*> parts_;
 };
+
+}  // namespace platform

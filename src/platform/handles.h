@@ -5,6 +5,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 template <class Policy>
 class UniqueHandle {
  public:
@@ -68,3 +70,5 @@ struct MenuPolicy {
   static void Close(Value value) { ::DestroyMenu(value); }
 };
 using UniqueMenu = UniqueHandle<MenuPolicy>;
+
+}  // namespace platform

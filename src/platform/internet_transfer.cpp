@@ -4,7 +4,11 @@
 
 #include "platform/system_functions.h"
 
+namespace platform {
+
 void InternetTransfer::Cancel() {
   void* const request = std::exchange(request_, nullptr);
   if (request != nullptr) resumeNext([&] { late::InternetCloseHandle(request); });
 }
+
+}  // namespace platform

@@ -2,6 +2,8 @@
 // reporter stops a pending one before it shows a message.
 #pragma once
 
+namespace platform {
+
 class InternetTransfer {
  public:
   InternetTransfer() = default;
@@ -19,3 +21,5 @@ class InternetTransfer {
  private:
   void* request_ = nullptr;
 };
+
+}  // namespace platform

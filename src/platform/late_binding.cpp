@@ -4,6 +4,8 @@
 
 #include "platform/path_text.h"
 
+namespace platform {
+
 namespace {
 
 HMODULE LoadSystemDll(const char* dll) {
@@ -22,3 +24,5 @@ FARPROC FindSystemFunction(const char* dll, const char* name) {
 }
 
 bool IsSystemDllPresent(const char* dll) { return LoadSystemDll(dll) != nullptr; }
+
+}  // namespace platform

@@ -7,6 +7,8 @@
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
 
+namespace platform {
+
 // The address, or null. A DLL that was loaded once stays loaded.
 FARPROC FindSystemFunction(const char* dll, const char* name);
 bool IsSystemDllPresent(const char* dll);
@@ -38,3 +40,5 @@ class LateFunction<Result(WINAPI*)(Arguments...)> {
   mutable Function function_ = nullptr;
   mutable bool looked_ = false;
 };
+
+}  // namespace platform

@@ -5,6 +5,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 class MainWindow {
  public:
   virtual HWND Window() const = 0;
@@ -34,3 +36,5 @@ class MainWindow {
 
 // The main window's handle for system calls that want an owner; null while it does not stand.
 inline HWND MainWindowHandle = nullptr;
+
+}  // namespace platform

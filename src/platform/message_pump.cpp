@@ -2,6 +2,8 @@
 
 #include "platform/tick_count.h"
 
+namespace platform {
+
 namespace {
 
 MessageTranslator messageTranslator = nullptr;
@@ -49,3 +51,5 @@ void RunMessageLoop() {
   MSG message;
   while (::GetMessageA(&message, nullptr, 0, 0) > 0) Process(message);
 }
+
+}  // namespace platform

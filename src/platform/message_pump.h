@@ -5,6 +5,8 @@
 
 #include "platform/win32.h"
 
+namespace platform {
+
 // A window's keyboard handling, asked before a message is dispatched; true when it took the message.
 using MessageTranslator = bool (*)(MSG& message);
 void SetMessageTranslator(MessageTranslator translator);
@@ -24,3 +26,5 @@ void Pause(int seconds, const bool* cutShort = nullptr);
 
 // Runs until the process ends.
 void RunMessageLoop();
+
+}  // namespace platform

@@ -6,6 +6,8 @@
 
 #include "platform/system_functions.h"
 
+namespace platform {
+
 namespace {
 
 std::wstring Widen(const std::string& text) {
@@ -239,3 +241,5 @@ bool FolderListing::Next(FolderEntry& entry) {
   entry.linkTag = IsLink(entry.attributes) ? data_.dwReserved0 : 0;
   return true;
 }
+
+}  // namespace platform

@@ -12,6 +12,8 @@
 #include "platform/handles.h"
 #include "platform/win32.h"
 
+namespace platform {
+
 // Set: the ANSI functions also where the wide ones work. A NativePath of the one way is of no use to the other.
 inline bool AnsiNamesOnly = false;
 
@@ -96,3 +98,5 @@ class FolderListing {
   WIN32_FIND_DATAW data_ = {};
   bool started_ = false;
 };
+
+}  // namespace platform

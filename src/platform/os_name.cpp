@@ -1,5 +1,7 @@
 #include "platform/os_name.h"
 
+namespace platform {
+
 std::string OsNameOf(const WindowsVersion& version) {
   switch (version.platform) {
     case 0:
@@ -16,3 +18,5 @@ std::string OsNameOf(const WindowsVersion& version) {
       return {};
   }
 }
+
+}  // namespace platform

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace platform {
+
 // What GetVersionEx answers: the platform identifier is 0 (Win32s), 1 (the 9x family) or 2 (the NT family).
 struct WindowsVersion {
   unsigned long platform;
@@ -16,3 +18,5 @@ std::string OsNameOf(const WindowsVersion& version);
 
 // The name found at start-up, shared by every room.
 inline std::string OsName;
+
+}  // namespace platform

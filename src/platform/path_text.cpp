@@ -4,6 +4,8 @@
 
 #include "platform/plain_text.h"
 
+namespace platform {
+
 namespace {
 
 bool IsDriveLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
@@ -39,3 +41,5 @@ bool IsSameOrBelow(std::string_view inner, std::string_view outer) {
   const std::string out = UpperCase(AppendBackslash(outer));
   return in.compare(0, out.size(), out) == 0;
 }
+
+}  // namespace platform

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace platform {
+
 // The path with exactly one "\" after it: unchanged when it ends in one. An empty path becomes "\".
 std::string AppendBackslash(std::string_view path);
 
@@ -15,3 +17,5 @@ bool IsRootPath(std::string_view path);
 
 // True when `inner` is `outer` or lies below it. Both absolute, of one spelling (case aside); either may end in "\".
 bool IsSameOrBelow(std::string_view inner, std::string_view outer);
+
+}  // namespace platform

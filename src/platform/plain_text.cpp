@@ -1,5 +1,7 @@
 #include "platform/plain_text.h"
 
+namespace platform {
+
 std::string Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
@@ -16,3 +18,5 @@ std::string UpperCase(std::string_view text) {
 bool EqualIgnoringCase(std::string_view one, std::string_view other) {
   return one.size() == other.size() && UpperCase(one) == UpperCase(other);
 }
+
+}  // namespace platform

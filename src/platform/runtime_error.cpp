@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace platform {
+
 namespace {
 
 struct Wording {
@@ -56,3 +58,5 @@ void PendingError::Clear() {
   number_ = 0;
   description_.clear();
 }
+
+}  // namespace platform

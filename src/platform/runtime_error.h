@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+namespace platform {
+
 struct RuntimeError {
   int number;
   std::string description;
@@ -72,3 +74,5 @@ void resumeNext(Statement&& statement) {
     Err.Set({kOutOfMemory, RuntimeErrorDescription(kOutOfMemory)});
   }
 }
+
+}  // namespace platform

@@ -3,6 +3,8 @@
 #include "platform/native_files.h"
 #include "platform/system_functions.h"
 
+namespace platform {
+
 namespace {
 // A fixed number: the look-up shows nothing that would need an owner.
 const HWND kNoRealWindow = reinterpret_cast<HWND>(100);
@@ -41,3 +43,5 @@ std::string ProgramFolder() {
   if (slash == std::string::npos) return {};
   return file.substr(0, slash == 2 ? 3 : slash);
 }
+
+}  // namespace platform

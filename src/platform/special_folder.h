@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace platform {
+
 // Shell folder identifiers (the CSIDL_ values of shlobj.h).
 enum SpecialFolder : int {
   kDocumentsFolder = 5,
@@ -24,3 +26,5 @@ std::string ProgramFile();
 
 // The folder of ProgramFile, without "\" behind it unless it is a root.
 std::string ProgramFolder();
+
+}  // namespace platform

@@ -8,6 +8,7 @@
 #include "platform/win32.h"
 
 namespace std {
+using namespace platform;
 
 void __throw_length_error(const char*) { Raise(kOutOfMemory); }
 void __throw_logic_error(const char*) { Raise(kInvalidCall); }

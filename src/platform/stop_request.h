@@ -2,4 +2,8 @@
 // before a run from the Erase panel, and nowhere else. Read by the run before each item and by the long cleaners.
 #pragma once
 
+namespace platform {
+
 inline bool StopErase = false;
+
+}  // namespace platform

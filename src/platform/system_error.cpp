@@ -5,6 +5,8 @@
 
 #include "platform/runtime_error.h"
 
+namespace platform {
+
 namespace {
 
 struct Mapping {
@@ -54,3 +56,5 @@ void RaiseSystemError(unsigned long systemError) { Raise(RuntimeErrorNumberOf(sy
 void CheckResult(std::int32_t result) {
   if (result < 0) throw RuntimeError{result, "Automation error"};
 }
+
+}  // namespace platform

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace platform {
+
 // The classic number for `systemError`; kInvalidCall for a code without one of its own.
 int RuntimeErrorNumberOf(unsigned long systemError);
 
@@ -11,3 +13,5 @@ int RuntimeErrorNumberOf(unsigned long systemError);
 
 // Throws when `result`, the HRESULT of a COM call, tells a failure: its own number and "Automation error".
 void CheckResult(std::int32_t result);
+
+}  // namespace platform

@@ -11,6 +11,8 @@ struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
 struct IPStore;     // of pstore.h
 struct IUnknown;
 
+namespace platform {
+
 namespace late {
 
 // Internet Explorer 4 or the first system that came with it.
@@ -101,3 +103,5 @@ inline const LateFunction<BOOL(WINAPI*)(LPCSTR, GET_FILEEX_INFO_LEVELS, void*)> 
 inline const LateFunction<DWORD(WINAPI*)(DWORD, DWORD)> RegisterServiceProcess{"kernel32.dll", "RegisterServiceProcess"};
 
 }  // namespace late
+
+}  // namespace platform

@@ -7,6 +7,8 @@
 
 #include "platform/runtime_error.h"
 
+namespace platform {
+
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -97,3 +99,5 @@ bool ToBoolean(std::string_view text) {
   if (EqualIgnoringCase(trimmed, "False")) return false;
   return ToDouble(trimmed) != 0.0;
 }
+
+}  // namespace platform

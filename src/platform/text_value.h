@@ -10,6 +10,8 @@
 
 #include "platform/plain_text.h"
 
+namespace platform {
+
 // The number that the whole text is, blanks around it allowed; 0 for a text that is not a number.
 double NumberOf(std::string_view text);
 
@@ -33,3 +35,5 @@ std::int32_t ToLong(std::string_view text);
 bool ToBoolean(std::string_view text);
 
 inline const char* BooleanText(bool value) { return value ? "True" : "False"; }
+
+}  // namespace platform

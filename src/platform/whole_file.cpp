@@ -5,6 +5,8 @@
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
 
+namespace platform {
+
 namespace {
 
 [[noreturn]] void RaiseLastError() { RaiseSystemError(::GetLastError()); }
@@ -93,3 +95,5 @@ void ReplaceWholeFile(const std::string& path, const std::string& bytes) {
     throw;
   }
 }
+
+}  // namespace platform

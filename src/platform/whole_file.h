@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace platform {
+
 // Set: the way of Windows 9x, in two steps, also where the system puts a file in another's place in one.
 inline bool ReplaceInTwoSteps = false;
 
@@ -17,3 +19,5 @@ std::string ReadWholeFile(const std::string& path);
 // Creates or replaces the file. The bytes first go to a file "<path>.tmp" beside it and to the disk, so that the old file
 // stays whole when the writing fails; that leaves nothing behind.
 void ReplaceWholeFile(const std::string& path, const std::string& bytes);
+
+}  // namespace platform

@@ -1,5 +1,7 @@
 #include "settings/schema.h"
 
+namespace settings {
+
 namespace {
 
 constexpr char kClean[] = "CleanSettings";
@@ -71,3 +73,5 @@ std::array<Setting, kSavedCount> SaveOrder() {
     if (row.saveOrder != kNotSaved) order[static_cast<std::size_t>(row.saveOrder) - 1] = row.setting;
   return order;
 }
+
+}  // namespace settings

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstddef>
 
+namespace settings {
+
 // In the order in which the values are read. The names are the keys, misspellings included.
 enum class Setting {
   LocationbarHistory,
@@ -79,3 +81,5 @@ const SettingRow& SchemaRow(Setting setting);
 // The settings that SaveEraseSettings writes, in its order.
 constexpr std::size_t kSavedCount = 39;
 std::array<Setting, kSavedCount> SaveOrder();
+
+}  // namespace settings

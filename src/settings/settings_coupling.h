@@ -5,6 +5,8 @@
 
 #include "settings/settings_variables.h"
 
+namespace settings {
+
 struct PickerTexts {
   std::string minute;
   std::string hour;
@@ -25,3 +27,5 @@ inline void CopyScheduleTexts(SettingsVariables& settings, const std::string& tx
 inline void CoupleStartupFlags(SettingsVariables& settings) {
   if (settings[Setting::LoadStartup] == "0") settings[Setting::Startup] = "0";
 }
+
+}  // namespace settings

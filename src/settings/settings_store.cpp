@@ -5,6 +5,9 @@
 #include "platform/handles.h"
 #include "platform/system_error.h"
 
+namespace settings {
+using namespace platform;
+
 namespace {
 
 std::string KeyPath(const SettingRow& row) { return "Software\\" QUELLIX_PRODUCT_NAME "\\" + AppTitle + "\\" + row.section; }
@@ -28,3 +31,5 @@ void SaveSetting(Setting setting, const std::string& value) {
                             static_cast<DWORD>(value.size()) + 1);
   if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
 }
+
+}  // namespace settings

@@ -8,8 +8,12 @@
 
 #include "settings/schema.h"
 
+namespace settings {
+
 // The stored text up to its first NUL; the default when key or value is missing, not a text, or cannot be read.
 std::string GetSetting(Setting setting);
 
 // Raises the system's error when the value cannot be written; what was stored before is then unchanged.
 void SaveSetting(Setting setting, const std::string& value);
+
+}  // namespace settings

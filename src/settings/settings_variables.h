@@ -8,6 +8,8 @@
 
 #include "settings/schema.h"
 
+namespace settings {
+
 struct SettingsVariables {
   std::string& operator[](Setting setting) { return text[static_cast<std::size_t>(setting)]; }
   const std::string& operator[](Setting setting) const { return text[static_cast<std::size_t>(setting)]; }
@@ -20,3 +22,5 @@ struct SettingsVariables {
 
 // Module-level, alive for the life of the process.
 inline SettingsVariables Settings;
+
+}  // namespace settings

@@ -5,6 +5,9 @@
 #include "settings/settings_coupling.h"
 #include "settings/settings_store.h"
 
+namespace settings {
+using namespace platform;
+
 void ReadStoredSettings() {
   for (const SettingRow& row : kSchema) {
     if (row.reader != SettingReader::ReadStoredSettings) continue;
@@ -25,3 +28,5 @@ void WriteStoredSettings(const ControlTexts& controls) {
     SaveSetting(setting, Settings[setting]);
   }
 }
+
+}  // namespace settings

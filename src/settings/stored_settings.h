@@ -6,6 +6,8 @@
 
 #include "settings/settings_variables.h"
 
+namespace settings {
+
 // Reads every value of the schema that has a variable, in the schema's order, each trimmed of blanks; sets the
 // scheduler's tick counter to 0. A value that fails leaves its variable as it was, and reading goes on.
 void ReadStoredSettings();
@@ -23,3 +25,5 @@ struct ControlTexts {
 // Copies the four schedule texts into their variables and writes everything in the schema's save order. Raises the first
 // error; what comes after it is then not written.
 void WriteStoredSettings(const ControlTexts& controls);
+
+}  // namespace settings

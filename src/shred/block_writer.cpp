@@ -5,6 +5,9 @@
 
 #include "platform/runtime_error.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kBlockSize = 65536;  // bytes; what a security level of 100 writes fits one block
@@ -75,3 +78,5 @@ void BlockWriter::WriteAlone(const Run& run, const RuntimeError& ofBlock) {
     itemFailed_();
   }
 }
+
+}  // namespace shred

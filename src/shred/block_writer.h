@@ -11,6 +11,9 @@
 
 #include "platform/runtime_error.h"
 
+namespace shred {
+using namespace platform;
+
 class BlockWriter {
  public:
   // Puts the bytes into the file, `offset` bytes behind its first one; raises when they do not all get there.
@@ -43,3 +46,5 @@ class BlockWriter {
   std::vector<Run> runs_;     // of the block
   std::uint32_t offset_ = 0;  // where the block begins in the file
 };
+
+}  // namespace shred

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace shred {
+
 namespace {
 
 template <class Char>
@@ -27,3 +29,5 @@ std::vector<std::wstring> SplitDialogAnswer(std::wstring_view answer) { return S
 
 bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0", 2)) != buffer.npos; }
 bool IsWholeAnswer(std::wstring_view buffer) { return buffer.find(std::wstring_view(L"\0", 2)) != buffer.npos; }
+
+}  // namespace shred

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace shred {
+
 // The full paths that the answer stands for: one path, or a folder and the names chosen in it, separated by NUL characters
 // and ended by two (the explorer-style layout of a multiple selection). Nothing for an empty answer. What stands behind the
 // end of the answer is not looked at.
@@ -15,3 +17,5 @@ std::vector<std::wstring> SplitDialogAnswer(std::wstring_view answer);
 // last name may be another file's.
 bool IsWholeAnswer(std::string_view buffer);
 bool IsWholeAnswer(std::wstring_view buffer);
+
+}  // namespace shred

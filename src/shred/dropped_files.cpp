@@ -3,6 +3,9 @@
 #include "platform/native_files.h"
 #include "platform/system_functions.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 template <class Char, class Query>
@@ -29,3 +32,5 @@ DroppedFiles TakeDroppedFiles(WPARAM drop) {
   late::DragFinish(handle);
   return dropped;
 }
+
+}  // namespace shred

@@ -6,6 +6,8 @@
 
 #include "platform/win32.h"
 
+namespace shred {
+
 struct DroppedFiles {
   POINT place;  // in the window that the message came to
   std::vector<std::string> paths;
@@ -13,3 +15,5 @@ struct DroppedFiles {
 
 // The content of a WM_DROPFILES message, which is freed.
 DroppedFiles TakeDroppedFiles(WPARAM drop);
+
+}  // namespace shred

@@ -2,6 +2,9 @@
 
 #include "platform/path_text.h"
 
+namespace shred {
+using namespace platform;
+
 std::string DrivePart(std::string_view path) {
   const std::size_t colon = path.find(':');
   return colon == std::string_view::npos ? std::string() : std::string(path.substr(0, colon + 1));
@@ -15,3 +18,5 @@ std::vector<std::string> FolderChain(std::string_view path) {
     chain.push_back(drive + rest.substr(0, slash));
   return chain;
 }
+
+}  // namespace shred

@@ -4,6 +4,9 @@
 
 #include "platform/path_text.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kIndent = 3;  // blanks a level
@@ -28,3 +31,5 @@ FolderLines LinesOfFolder(std::string_view folder, const std::vector<std::string
   for (const std::string& name : subfolders) add(name, AppendBackslash(path) + name);
   return result;
 }
+
+}  // namespace shred

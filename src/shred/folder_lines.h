@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace shred {
+
 struct FolderLine {
   std::string text;  // indented
   std::string path;  // in full, without "\" behind it unless it is a root
@@ -18,3 +20,5 @@ struct FolderLines {
 
 // `folder` is a full path on a drive, with or without "\" behind it; `subfolders` are the names in it, in their order.
 FolderLines LinesOfFolder(std::string_view folder, const std::vector<std::string>& subfolders);
+
+}  // namespace shred

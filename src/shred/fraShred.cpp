@@ -9,6 +9,9 @@
 #include "shred/modShred.h"
 #include "shred/open_files.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 constexpr int kLevelAtStart = 50;
@@ -214,3 +217,5 @@ void fraShred::TakeDrop(WPARAM drop) {
   if (files.Count() != before) ShowFileCount(files.Count());
   if (scheduled) SaveSettingsToFile();
 }
+
+}  // namespace shred

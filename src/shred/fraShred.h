@@ -8,6 +8,9 @@
 #include "shred/frmAddDir.h"
 #include "shred/shred_list.h"
 
+namespace shred {
+using namespace platform;
+
 class fraShred : public Dialog {
  public:
   explicit fraShred(MainWindow& window);
@@ -75,3 +78,5 @@ class fraShred : public Dialog {
   frmAddDir addDir_;
   int walks_ = 0;
 };
+
+}  // namespace shred

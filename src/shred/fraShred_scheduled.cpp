@@ -10,6 +10,9 @@
 #include "shred/list_file.h"
 #include "shred/modShred.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 std::string ListFile() { return AppendBackslash(ProgramFolder()) + "QUELLIX_Shred"; }
@@ -60,3 +63,5 @@ void fraShred::ShredDelete() {
   if (!changes) return;
   lstFiles.ListCount() > 0 ? SaveSettingsToFile() : SaveList(ofTheFileAlone);
 }
+
+}  // namespace shred

@@ -4,6 +4,9 @@
 #include "shred/folder_chain.h"
 #include "shred/subfolders.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 constexpr char kDriveAtStart[] = "C:";
 }
@@ -71,3 +74,5 @@ void frmAddDir::Add() {
   chosen_ = shown_.lines[static_cast<std::size_t>(line)].path;
   Close();
 }
+
+}  // namespace shred

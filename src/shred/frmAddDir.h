@@ -8,6 +8,9 @@
 #include "shred/folder_lines.h"
 #include "shred/frmAddDir_ids.h"
 
+namespace shred {
+using namespace platform;
+
 class frmAddDir : public Dialog {
  public:
   // Shows the window and returns the chosen folder's full path once it is closed; empty when none was chosen. Window events
@@ -30,3 +33,5 @@ class frmAddDir : public Dialog {
   FolderLines shown_;
   std::string chosen_;
 };
+
+}  // namespace shred

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace shred {
+
 std::vector<std::string> ReadListFile(std::string_view text) {
   std::vector<std::string> lines;
   while (!text.empty()) {
@@ -20,3 +22,5 @@ std::string ListFileText(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) text += path + "\r\n";
   return text;
 }
+
+}  // namespace shred

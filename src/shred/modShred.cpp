@@ -7,6 +7,9 @@
 #include "shred/block_writer.h"
 #include "shred/overwrite_sequence.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 constexpr char kSourceTag[] = "modShred,DeleteFileShred";
@@ -88,3 +91,5 @@ void ShredFile(const std::string& path, const std::string& levelText) {
   }
   DoEventsNowAndThen();
 }
+
+}  // namespace shred

@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace shred {
+
 // True when a file can be opened for reading; it is closed again at once. Never reports.
 bool Validate(const std::string& path);
 
@@ -38,3 +40,5 @@ bool RemoveFolderTree(const std::string& folder);
 
 // What "Shred Folder Now" does with one folder: its files, its subfolders, the whole tree.
 void ShredFolder(const std::string& folder);
+
+}  // namespace shred

@@ -7,6 +7,9 @@
 #include "shred/folder_chain.h"
 #include "shred/modShred.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 // The folder's path with its "\"; empty for a folder that stays as it is, also where the system lacks a function that would
@@ -14,8 +17,9 @@ namespace {
 NativePath RemovableFolder(const std::string& folder) {
   NativePath removable;
   resumeNext([&] {
-    const NativePath native = WalkableFolder(folder);
-    if (!native.empty() && MayEmptyFolder(FindFolderFacts(ShownPath(native), SystemFolders()))) removable = native;
+    const NativePath native = cleaners::WalkableFolder(folder);
+    if (!native.empty() && cleaners::MayEmptyFolder(cleaners::FindFolderFacts(ShownPath(native), cleaners::SystemFolders())))
+      removable = native;
   });
   return removable;
 }
@@ -24,7 +28,7 @@ void DeleteFilesOf(const NativePath& folderWithBackslash, const char* mask) {
   FolderListing listing(folderWithBackslash);
   FolderEntry entry;
   while (listing.Next(entry)) {
-    if (!IsFolder(entry.attributes) && IsMeantByMask(ShownPath(entry.name), mask))
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(ShownPath(entry.name), mask))
       NativeDeleteFile(folderWithBackslash + entry.name);
     DoEventsNowAndThen();
   }
@@ -43,7 +47,7 @@ void ClearSubFolder(const NativePath& folder, const FolderEntry& entry) {
 }
 
 // Deletes what is read-only too.
-class TreeRemoval final : public FolderVisitor {
+class TreeRemoval final : public cleaners::FolderVisitor {
  public:
   bool IsOver() override { return false; }
 
@@ -78,7 +82,7 @@ void ClearFirstSubFolder(const NativePath& root) {
 // True when the folder itself is gone.
 bool RemoveTree(const NativePath& root) {
   TreeRemoval removal;
-  WalkFolder(root, removal);
+  cleaners::WalkFolder(root, removal);
   removal.AtFolder(root);
   return NativeAttributes(root) == INVALID_FILE_ATTRIBUTES;
 }
@@ -109,6 +113,8 @@ void ShredFolder(const std::string& folder) {
   const NativePath root = RemovableFolder(folder);
   if (root.empty()) return;
   DeleteFilesOf(root, "*.*");
-  if (WalkableFolder(folder) == root) ClearFirstSubFolder(root);
-  if (WalkableFolder(folder) == root) RemoveTree(root);
+  if (cleaners::WalkableFolder(folder) == root) ClearFirstSubFolder(root);
+  if (cleaners::WalkableFolder(folder) == root) RemoveTree(root);
 }
+
+}  // namespace shred

@@ -7,6 +7,9 @@
 #include "platform/system_functions.h"
 #include "shred/dialog_answer.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 constexpr DWORD kAnswerSize = 2048;
@@ -76,3 +79,5 @@ std::vector<std::string> AskForFiles(HWND owner) {
   }
   return paths;
 }
+
+}  // namespace shred

@@ -5,6 +5,9 @@
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -36,3 +39,5 @@ OverwriteRuns OverwriteSequence(std::int16_t repeatCount) {
   }};
 }
 // clang-format on
+
+}  // namespace shred

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace shred {
+
 // One item, written `count` times in succession; a count below 1 writes nothing.
 struct OverwriteRun {
   std::string_view item;
@@ -19,3 +21,5 @@ std::int16_t RepeatCount(std::string_view levelText);
 
 // In the order in which they are written from the first byte of the file on.
 OverwriteRuns OverwriteSequence(std::int16_t repeatCount);
+
+}  // namespace shred

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace shred {
+using namespace platform;
+
 void ShredList::Add(const std::string& path) {
   const int before = list_.ListCount();
   list_.AddItem(path);
@@ -44,3 +47,5 @@ void ShredList::RemoveFirst(int count) {
   }
   collection_.erase(collection_.begin(), collection_.begin() + count);
 }
+
+}  // namespace shred

@@ -7,6 +7,9 @@
 
 #include "platform/controls.h"
 
+namespace shred {
+using namespace platform;
+
 class ShredList {
  public:
   explicit ShredList(ListBox& list) : list_(list) {}
@@ -33,3 +36,5 @@ class ShredList {
   ListBox& list_;
   std::vector<std::string> collection_;
 };
+
+}  // namespace shred

@@ -8,6 +8,9 @@
 #include "platform/system_error.h"
 #include "platform/win32.h"
 
+namespace shred {
+using namespace platform;
+
 namespace {
 
 bool IsListed(const FolderEntry& entry) {
@@ -44,3 +47,5 @@ std::vector<std::string> Subfolders(const std::string& folder) {
             [](const std::string& one, const std::string& other) { return ::lstrcmpiA(one.c_str(), other.c_str()) < 0; });
   return names;
 }
+
+}  // namespace shred

@@ -21,6 +21,8 @@
 #include <ole2.h>
 #include <pstore.h>
 
+using namespace platform;
+
 namespace {
 
 struct Subtype {

@@ -6,6 +6,8 @@
 #include "property.h"
 #include "shred/dialog_answer.h"
 
+using namespace shred;
+
 namespace {
 
 using Paths = std::vector<std::string>;

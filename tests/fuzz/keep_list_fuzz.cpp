@@ -6,6 +6,8 @@
 #include "cookies/keep_list.h"
 #include "property.h"
 
+using namespace cookies;
+
 namespace {
 
 bool Holds(const std::string& text, const char* characters) { return text.find_first_of(characters) != std::string::npos; }

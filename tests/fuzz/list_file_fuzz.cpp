@@ -6,6 +6,8 @@
 #include "property.h"
 #include "shred/list_file.h"
 
+using namespace shred;
+
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   const std::vector<std::string> lines = ReadListFile(text);

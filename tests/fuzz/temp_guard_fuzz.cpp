@@ -9,6 +9,9 @@
 #include "platform/path_text.h"
 #include "property.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using Names = std::vector<std::string>;

@@ -11,6 +11,8 @@
 #include "platform/text_value.h"
 #include "property.h"
 
+using namespace platform;
+
 namespace {
 
 template <class T>

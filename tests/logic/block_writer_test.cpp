@@ -5,6 +5,9 @@
 
 #include "platform/runtime_error.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::Each;

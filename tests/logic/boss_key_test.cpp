@@ -4,6 +4,8 @@
 
 #include <limits>
 
+using namespace automation;
+
 TEST(BossKeyName, NamesTheTwelveFunctionKeys) {
   const char* names[] = {"F1", "F2", "F3", "F4", "F5", "F6", "F7", "F8", "F9", "F10", "F11", "F12"};
   for (std::int32_t code = 112; code <= 123; ++code) EXPECT_EQ(BossKeyName(code), names[code - 112]) << "code " << code;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 TEST(IsRemovedByCacheWalk, SparesTheHistoryAlone) {
   const struct {
     const char* url;

@@ -6,6 +6,9 @@
 
 #include "expected_items.h"
 
+using namespace erase;
+using namespace settings;
+
 namespace {
 
 void ExpectRow(const EraseItem& item, const ExpectedItem& expected, bool runs, const std::string& where) {

@@ -8,6 +8,9 @@
 #include "erase/erase_run.h"
 #include "fake_erase_run_host.h"
 
+using namespace erase;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAreArray;

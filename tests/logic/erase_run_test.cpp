@@ -5,6 +5,9 @@
 
 #include "fake_erase_run_host.h"
 
+using namespace erase;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

@@ -6,6 +6,8 @@
 
 #include "erase/catalogue.h"
 
+using namespace erase;
+
 struct ExpectedItem {
   BoxArray array;
   int index;

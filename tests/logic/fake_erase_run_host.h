@@ -10,6 +10,9 @@
 #include "expected_items.h"
 #include "platform/runtime_error.h"
 
+using namespace erase;
+using namespace platform;
+
 class FakeEraseRunHost final : public EraseRunHost {
  public:
   // Every call; one that only asks begins with "? ".

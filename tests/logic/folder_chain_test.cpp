@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using namespace shred;
+
 TEST(DrivePart, EndsWithTheFirstColon) {
   const struct {
     const char* path;

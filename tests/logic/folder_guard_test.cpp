@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 namespace {
 
 FolderFacts Folder(const std::string& canonical, std::vector<std::string> keep = {}) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace iea;
+
 TEST(AsksToClear, TakesTheSingleArgument1BehindAnyProgramName) {
   for (const char* line : {"iea.exe 1", "\"C:\\a b\\iea.exe\" 1", "C:\\Quellix\\iea.exe 1", "\"C:\\Quellix\\iea.exe\"   1",
                            "iea.exe 1 ", "\"C:\\a b\\iea.exe\" 1   ", "C:\\a\" \"b\\iea.exe 1"})

@@ -4,6 +4,8 @@
 
 #include "cookies/keep_list.h"
 
+using namespace cookies;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace automation;
+
 namespace {
 
 // What GetAsyncKeyState answers: not touched, tapped between two polls, held, and just pressed and still held.

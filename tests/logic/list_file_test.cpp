@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using namespace shred;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Paths = std::vector<std::string>;

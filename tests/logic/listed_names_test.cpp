@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 TEST(IsListed, FindsANameWhoseBlanksAtTheEndsAreTakenAway) {
   const std::vector<std::string> names = {".", "..", "Temp", "a b", " padded "};
   const struct {

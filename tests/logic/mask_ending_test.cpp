@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 TEST(IsMeantByMask, TakesNamesWithTheMasksEndingInAnyCase) {
   for (const char* name : {"FILE0000.CHK", "file0000.chk", "two.dots.Chk", ".chk"})
     EXPECT_TRUE(IsMeantByMask(name, "C:\\*.chk")) << name;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 namespace {
 
 constexpr char kTypedUrlNames[] = "FieldSchema.tbl SchemaConcat.tbl SchemaValue.tbl FieldSchema.tbl URLFieldSchema.tbl";

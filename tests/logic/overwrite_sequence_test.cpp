@@ -5,6 +5,9 @@
 #include "expected_overwrite.h"
 #include "raised.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 std::string BytesOf(const OverwriteRuns& runs) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace app;
+
 TEST(PanelStatusText, NamesThePanelByItsButton) {
   EXPECT_EQ(PanelStatusText(Panel::MainSettings, "Main Settings"), "Displaying Main Settings");
   EXPECT_EQ(PanelStatusText(Panel::Erase, "Erase"), "Displaying Erase");

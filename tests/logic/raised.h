@@ -3,6 +3,8 @@
 
 #include "platform/runtime_error.h"
 
+using namespace platform;
+
 // The number of the error; 0 when the statement raises none.
 template <class Statement>
 int RaisedBy(Statement&& statement) {

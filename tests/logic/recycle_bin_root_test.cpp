@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 TEST(RecycleBinRoot, IsADriveWithItsRoot) {
   const struct {
     const char* given;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace automation;
+
 TEST(RestoreLabel, HasOneBlankFromTheNavigationAndTwoFromElsewhere) {
   EXPECT_EQ(RestoreLabelFromNavigation("F10"), "Restore : Shift + F10");
   EXPECT_EQ(RestoreLabel("F10"), "Restore :  Shift + F10");

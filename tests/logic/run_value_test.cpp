@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace automation;
+
 TEST(RunValueName, IsTheProductItsMajorAndItsMinorVersion) { EXPECT_EQ(RunValueName(), "Quellix - 1.0"); }
 
 TEST(RunValueData, IsFolderNameAndArgument) {

@@ -9,6 +9,9 @@
 
 #include "platform/runtime_error.h"
 
+using namespace automation;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+using namespace settings;
+
 namespace {
 
 constexpr auto kFlag = SettingForm::Flag;

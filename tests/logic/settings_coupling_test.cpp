@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace settings;
+
 namespace {
 
 SettingsVariables Marked() {

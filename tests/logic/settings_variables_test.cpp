@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace settings;
+
 TEST(SettingsVariables, KeepOneTextPerSetting) {
   SettingsVariables variables;
   for (std::size_t i = 0; i < kSettingCount; ++i) variables[static_cast<Setting>(i)] = "text " + std::to_string(i);

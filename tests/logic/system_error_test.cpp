@@ -7,6 +7,8 @@
 
 #include "platform/runtime_error.h"
 
+using namespace platform;
+
 namespace {
 
 struct Mapping {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+using namespace automation;
+using namespace platform;
+
 TEST(HasTaskListCall, IsTrueWhereTheNameTellsOfNoNtSystem) {
   for (const char* name : {"Microsoft Windows 95", "Microsoft Windows 98", "Microsoft Win32s", "", "N T", "X P", "200 0"})
     EXPECT_TRUE(HasTaskListCall(name)) << "[" << name << "]";

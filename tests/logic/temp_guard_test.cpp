@@ -6,6 +6,9 @@
 
 #include "platform/path_text.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 const std::vector<std::string> kKeepOfWindows98 = {

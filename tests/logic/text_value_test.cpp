@@ -7,6 +7,8 @@
 
 #include "raised.h"
 
+using namespace platform;
+
 namespace {
 
 const std::size_t kLong = 10000;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace app;
+
 namespace {
 
 const char* NameOf(TrayAction action) {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace automation;
+
 TEST(TheWarning, SaysItsThreeSentencesWithTheKeysInQuotesAndNothingAfterThem) {
   const std::string quote(1, 34);
   const std::string hide = quote + "Ctrl + H" + quote;

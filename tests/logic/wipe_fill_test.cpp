@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace cleaners;
+
 TEST(FillCharacter, IsTheLastCharacterOfTheDecimalText) {
   const struct {
     double clockDays;

@@ -14,6 +14,8 @@
 // After win32.h, which sets the version macros.
 #include <wininet.h>
 
+using namespace platform;
+
 namespace cache {
 
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPSTR, DWORD)> Create{"wininet.dll", "CreateUrlCacheEntryA"};

@@ -8,6 +8,9 @@
 #include "platform/main_window.h"
 #include "platform/runtime_error.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 HWND MakeWindow() { return ::CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr); }

@@ -8,6 +8,8 @@
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 
+using namespace platform;
+
 namespace {
 
 const std::string kNotAnIniFile = "The file in the IniPath property is not an ini file or doesn't exist!";

@@ -9,6 +9,8 @@
 
 #include "platform/late_binding.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr std::size_t kPage = 4096;

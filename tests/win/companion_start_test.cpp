@@ -11,6 +11,9 @@
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 constexpr char kCompanion[] = "C:\\test\\iea.exe";

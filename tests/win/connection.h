@@ -7,6 +7,8 @@
 #include "platform/handles.h"
 #include "platform/win32.h"
 
+using namespace platform;
+
 inline void UseProxy(const std::string& address) {
   constexpr char kSettings[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
   HKEY opened = nullptr;

@@ -16,6 +16,9 @@
 #include "scratch_folder.h"
 #include "shred/modShred.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::Each;

@@ -14,6 +14,8 @@
 #include "platform/system_functions.h"
 #include "scratch_key.h"
 
+using namespace platform;
+
 namespace {
 
 // What the server was asked for, oldest first.

@@ -13,6 +13,9 @@
 #include "scratch_key.h"
 #include "stop_at_change.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 constexpr char kStreams[] = "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU";

@@ -6,6 +6,8 @@
 
 #include "platform/Reg32.h"
 
+using namespace platform;
+
 TEST(FindOS, NamesTheRunningSystem) {
   const char* version = std::getenv("QUELLIX_WINDOWS_VERSION");
   ASSERT_NE(version, nullptr) << "the test is started by its runner, which sets the version";

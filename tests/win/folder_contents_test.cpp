@@ -14,6 +14,9 @@
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

@@ -23,6 +23,9 @@
 #include "watched_window.h"
 #include "window_event.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::ElementsAre;

@@ -7,6 +7,9 @@
 #include "platform/stop_request.h"
 #include "url_history_server.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 const std::vector<std::wstring> kThree = {L"http://a/", L"http://b/", L"http://c/"};

@@ -12,6 +12,9 @@
 #include "scratch_key.h"
 #include "stop_at_change.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using Names = std::vector<std::string>;

@@ -5,6 +5,8 @@
 #include "platform/system_functions.h"
 #include "scratch_folder.h"
 
+using namespace platform;
+
 namespace {
 
 using Function = LateFunction<DWORD(WINAPI*)()>;

@@ -8,6 +8,8 @@
 
 #include "platform/late_binding.h"
 
+using namespace platform;
+
 // The function that takes another one's place, by the other's name; null for a function that the system lacks. Set it
 // before the first call: each function is looked up once.
 inline std::map<std::string, FARPROC> ReplacedFunctions;

@@ -10,6 +10,9 @@
 #include "scratch_folder.h"
 #include "window_event.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 // The three files hold traces before each test; Wine makes none of them before it opens its cache.

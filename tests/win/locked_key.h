@@ -7,6 +7,8 @@
 #include "platform/handles.h"
 #include "platform/win32.h"
 
+using namespace platform;
+
 class LockedKey {
  public:
   explicit LockedKey(const std::string& path, DWORD access = KEY_READ) {

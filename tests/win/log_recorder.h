@@ -7,6 +7,8 @@
 
 #include "cleaners/clean_log.h"
 
+using namespace cleaners;
+
 struct LogLine {
   std::string text1;
   std::string text2;

@@ -3,6 +3,8 @@
 
 #include "platform/main_window.h"
 
+using namespace platform;
+
 class MainWindowStub final : public MainWindow {
  public:
   explicit MainWindowStub(HWND window = nullptr) : window_(window) {}

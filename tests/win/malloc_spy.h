@@ -12,6 +12,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 class MallocSpy : public IMallocSpy {
  public:
   MallocSpy() { registered_ = ::CoRegisterMallocSpy(this) == S_OK; }

@@ -11,6 +11,9 @@
 #include "scratch_folder.h"
 #include "window_event.h"
 
+using namespace cookies;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

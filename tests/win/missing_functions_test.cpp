@@ -8,6 +8,9 @@
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
 
+using namespace automation;
+using namespace platform;
+
 FARPROC FindSystemFunction(const char*, const char*) { return nullptr; }
 bool IsSystemDllPresent(const char*) { return true; }
 

@@ -15,6 +15,9 @@
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
 
+using namespace automation;
+using namespace platform;
+
 namespace {
 
 using testing::Contains;

@@ -10,6 +10,9 @@
 #include "other_program.h"
 #include "platform/runtime_error.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

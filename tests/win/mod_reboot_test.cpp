@@ -15,6 +15,10 @@
 #include "platform/system_functions.h"
 #include "settings/settings_variables.h"
 
+using namespace automation;
+using namespace platform;
+using namespace settings;
+
 namespace {
 
 using testing::ElementsAre;

@@ -7,6 +7,9 @@
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 class ModShred : public NothingPending {

@@ -9,6 +9,10 @@
 #include "erase/catalogue.h"
 #include "scratch_folder.h"
 
+using namespace cleaners;
+using namespace erase;
+using namespace platform;
+
 using Names = std::vector<std::string>;
 
 struct TestedCleaner {

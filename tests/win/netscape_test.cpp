@@ -15,6 +15,10 @@
 #include "shell_folders.h"
 #include "window_event.h"
 
+using namespace cleaners;
+using namespace erase;
+using namespace platform;
+
 namespace {
 
 using testing::Contains;

@@ -17,6 +17,9 @@
 #include "shell_folders.h"
 #include "window_event.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

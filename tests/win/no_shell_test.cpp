@@ -15,6 +15,10 @@
 #include "scratch_folder.h"
 #include "shred/modShred.h"
 
+using namespace cleaners;
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 constexpr char kMemory[] = "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management";

@@ -9,6 +9,9 @@
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
 
+using namespace cleaners;
+using namespace platform;
+
 TEST(WithoutWininet, TheMachineIsOffLine) {
   ASSERT_FALSE(IsSystemDllPresent("wininet.dll"));
   Err.Clear();

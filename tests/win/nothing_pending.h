@@ -10,6 +10,8 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 
+using namespace platform;
+
 class NothingPending : public testing::Test {
  protected:
   void SetUp() override { Err.Clear(), StopErase = false; }

@@ -10,6 +10,9 @@
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using Strings = std::vector<std::string>;

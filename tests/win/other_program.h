@@ -10,6 +10,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 struct Request {
   HWND window;
   UINT message;

@@ -9,6 +9,9 @@
 #include "scratch_folder.h"
 #include "shred/subfolders.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::AllOf;

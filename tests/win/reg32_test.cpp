@@ -7,6 +7,8 @@
 #include "platform/runtime_error.h"
 #include "scratch_key.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr char kPath[] = "Software\\QuellixTest\\Reg32";

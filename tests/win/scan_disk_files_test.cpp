@@ -10,6 +10,9 @@
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 const std::string kRootFiles[] = {"C:\\FILE0000.CHK", "C:\\file0001.chk", "C:\\hidden.chk", "C:\\kept.chkx",

@@ -8,6 +8,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 inline void WriteWhole(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }

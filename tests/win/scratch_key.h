@@ -9,6 +9,8 @@
 #include "platform/system_functions.h"
 #include "platform/win32.h"
 
+using namespace platform;
+
 struct RegistryValue {
   DWORD type;
   std::string bytes;

@@ -7,6 +7,8 @@
 
 #include "platform/late_binding.h"
 
+using namespace platform;
+
 inline void GiveSecondName(const std::string& path, const std::string& second) {
   const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, SECURITY_ATTRIBUTES*)> link{"kernel32.dll", "CreateHardLinkA"};
   EXPECT_TRUE(link(second.c_str(), path.c_str(), nullptr)) << path;

@@ -7,6 +7,9 @@
 #include "platform/runtime_error.h"
 #include "scratch_key.h"
 
+using namespace platform;
+using namespace settings;
+
 namespace {
 
 class SettingsStore : public testing::Test {

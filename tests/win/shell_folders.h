@@ -9,6 +9,8 @@
 #include "late_calls.h"
 #include "platform/system_functions.h"
 
+using namespace platform;
+
 // While one stands; a folder that is not mentioned is where the shell has it.
 class ShellFolders {
  public:

@@ -13,6 +13,9 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 class ClearRecentDocsTest : public testing::Test {

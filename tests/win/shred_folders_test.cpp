@@ -13,6 +13,9 @@
 #include "scratch_folder.h"
 #include "shred/modShred.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::ElementsAre;

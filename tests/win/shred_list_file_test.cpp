@@ -11,6 +11,9 @@
 #include "shred/fraShred.h"
 #include "window_event.h"
 
+using namespace platform;
+using namespace shred;
+
 namespace {
 
 using testing::ElementsAre;

@@ -8,6 +8,8 @@
 #include "platform/handles.h"
 #include "platform/stop_request.h"
 
+using namespace platform;
+
 class StopAtTheFirstChange {
  public:
   // `key` is opened for KEY_NOTIFY.

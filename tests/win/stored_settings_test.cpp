@@ -11,6 +11,9 @@
 #include "scratch_key.h"
 #include "settings/settings_store.h"
 
+using namespace platform;
+using namespace settings;
+
 namespace {
 
 class StoredSettings : public testing::Test {

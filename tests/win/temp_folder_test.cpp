@@ -14,6 +14,9 @@
 #include "platform/stop_request.h"
 #include "platform/win32.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

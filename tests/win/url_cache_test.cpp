@@ -10,6 +10,11 @@
 #include "platform/stop_request.h"
 #include "window_event.h"
 
+using namespace cleaners;
+using namespace cookies;
+using namespace erase;
+using namespace platform;
+
 namespace {
 
 constexpr EntryKind kContent = EntryKind::Content, kCookie = EntryKind::Cookie, kVisited = EntryKind::Visited;

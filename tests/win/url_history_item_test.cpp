@@ -5,6 +5,9 @@
 
 #include "url_history_server.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 constexpr double kVisited = 36925.5, kUpdated = 36926.25, kExpires = 36945.75;  // 3 February 2001, noon, and later

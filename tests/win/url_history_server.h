@@ -17,6 +17,9 @@
 // After win32.h, which sets the version macros.
 #include "../doubles/url_history_file.h"
 
+using namespace cleaners;
+using namespace platform;
+
 // Where a class says which library its objects come from.
 inline constexpr char kServerKey[] = "Software\\Classes\\CLSID\\{3C374A40-BAE4-11CF-BF7D-00AA006946EE}\\InprocServer32";
 inline constexpr char kServerFile[] = "C:\\doubles\\url_history_store.dll";

@@ -7,6 +7,9 @@
 #include "cache_entries.h"
 #include "url_history_server.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 using Calls = std::vector<std::string>;

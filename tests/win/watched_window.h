@@ -6,6 +6,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 // One at a time for a window, on the window's own thread.
 class WatchedWindow {
  public:

@@ -9,6 +9,8 @@
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
 
+using namespace platform;
+
 namespace {
 
 class WholeFile : public NothingPending {

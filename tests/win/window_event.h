@@ -6,6 +6,8 @@
 
 #include "platform/win32.h"
 
+using namespace platform;
+
 // One at a time. What has not run when the object goes never does.
 class WindowEvents {
  public:

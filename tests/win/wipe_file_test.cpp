@@ -12,6 +12,9 @@
 #include "scratch_folder.h"
 #include "second_name.h"
 
+using namespace cleaners;
+using namespace platform;
+
 namespace {
 
 class WipeFileTest : public testing::Test {
