@@ -38,9 +38,8 @@ void CURLHistory::AddURL(const std::wstring& url, const std::wstring& title, std
 }
 
 void CURLHistory::Clear() {
-  resumeNext([&] { ClearStore(*store_.get()); });
-  resumeNext([&] { Refresh(L"", 0); });
-  Err.Clear();
+  quietly([&] { ClearStore(*store_.get()); });
+  quietly([&] { Refresh(L"", 0); });
 }
 
 void CURLHistory::Refresh(const std::wstring& filter, std::uint32_t flags) {
@@ -70,9 +69,8 @@ void CURLHistory::Remove(std::int32_t index) {
 }
 
 void CURLHistory::DeleteURL(const std::wstring& url, std::uint32_t flags) {
-  resumeNext([&] { CheckResult(store_.get()->DeleteUrl(url.c_str(), flags)); });
-  resumeNext([&] { Refresh(L"", 0); });
-  Err.Clear();
+  quietly([&] { CheckResult(store_.get()->DeleteUrl(url.c_str(), flags)); });
+  quietly([&] { Refresh(L"", 0); });
 }
 
 }  // namespace cleaners

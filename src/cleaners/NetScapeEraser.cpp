@@ -77,7 +77,7 @@ FileList Collect(const Names& names, bool always) {
   FileList list(1);
   DoEvents();
   for (const auto profile : {&CommunicatorProfile, &Netscape6Profile})
-    resumeNext([&] {
+    quietly([&] {
       if (always || !StopErase) AppendTargets(profile(), names, list);
     });
   return list;
@@ -88,7 +88,6 @@ void DeleteFiles(const FileList& list) {
     DeleteFile(list[index], WipePasses);
     DoEventsNowAndThen();
   }
-  Err.Clear();
 }
 
 std::wstring_view NameOf(std::wstring_view path) {
@@ -137,8 +136,7 @@ class Emptying final : public FolderVisitor {
  public:
   bool IsOver() override { return StopErase; }
   void AtFile(const NativePath& path, const FolderEntry& entry) override {
-    OverwriteAndDelete(path, entry.size, WipePasses);
-    Err.Clear();
+    static_cast<void>(OverwriteAndDelete(path, entry.size, WipePasses));
   }
   void AtFolder(const NativePath& path) override { NativeRemoveFolder(path); }
 };
@@ -161,21 +159,20 @@ void ClearNativeDirectory(NativePath folder) {
 
 void NSTypedUrl() {
   FileList list = Collect(kTypedUrlFiles, false);
-  resumeNext([&] { FindFilesByName(MozillaRoot(), kTypedUrlNames, list); });
+  quietly([&] { FindFilesByName(MozillaRoot(), kTypedUrlNames, list); });
   DeleteFiles(list);
 }
 
 void CleanNetscapeMail() {
   FileList list = Collect(kMailFiles, false);
-  resumeNext([&] { FindFilesByName(MozillaRoot(), kMailNames, list); });
+  quietly([&] { FindFilesByName(MozillaRoot(), kMailNames, list); });
   DeleteFiles(list);
 }
 
 void CleanNescapeCache() {
   FileList list = Collect(kCacheFolders, true);
-  resumeNext([&] { FindFoldersByName(MozillaRoot(), "cache", list); });
+  quietly([&] { FindFoldersByName(MozillaRoot(), "cache", list); });
   for (std::size_t index = 1; index < list.size() && !StopErase; ++index) ClearNativeDirectory(list[index]);
-  Err.Clear();
 }
 
 void FindFilesByName(const std::string& root, const std::string& nameList, FileList& results) {
@@ -189,8 +186,7 @@ void FindFoldersByName(const std::string& root, const std::string& name, FileLis
 }
 
 void DeleteFile(const NativePath& path, const std::int16_t& passes) {
-  OverwriteAndDeleteIfThere(path, passes);
-  Err.Clear();
+  static_cast<void>(OverwriteAndDeleteIfThere(path, passes));
 }
 
 void ClearDirectory(const std::string& folder) {

@@ -22,16 +22,15 @@ constexpr DWORD kNotPlain =
 bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotPlain) == 0; }
 
 void CleanFile(const std::string& path) {
-  resumeNext([&] {
+  quietly([&] {
     const NativePath native = ToNativePath(path);
     if (IsPlainFile(NativeAttributes(native))) NativeDeleteFile(native);
   });
-  Err.Clear();
 }
 
 // The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
 void CleanFolder(const std::string& path) {
-  resumeNext([&] {
+  quietly([&] {
     const NativePath folder = ToNativePath(path);
     const DWORD attributes = NativeAttributes(folder);
     if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
@@ -41,13 +40,11 @@ void CleanFolder(const std::string& path) {
       DoEventsNowAndThen();
     }
   });
-  Err.Clear();
 }
 
 // Empty when the system does not know the folder of application data: the rest alone would be a path below the current one.
 std::string InProfile7(const char* name) {
-  std::string folder;
-  resumeNext([&] { folder = GetSpecialFolder(kApplicationDataFolder); });
+  const std::string folder = valueOr(std::string(), [] { return GetSpecialFolder(kApplicationDataFolder); });
   return folder.empty() ? "" : folder + "Opera\\OPERA7\\profile\\" + name;
 }
 

@@ -20,14 +20,12 @@ void WalkUrlCache(const char* pattern, Visit visit) {
     visit(walk);
     DoEvents();
   }
-  Err.Clear();
 }
 
 // 0 for an entry without a file and for a file that is gone.
 std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
-  std::int64_t length = 0;
-  if (!walk.LocalFile().empty()) resumeNext([&] { length = static_cast<std::int64_t>(FileLen(walk.LocalFile())); });
-  return length;
+  if (walk.LocalFile().empty()) return 0;
+  return valueOr(std::int64_t{0}, [&] { return static_cast<std::int64_t>(FileLen(walk.LocalFile())); });
 }
 
 }  // namespace
@@ -37,7 +35,7 @@ std::int64_t ClearUrlCache() {
   WalkUrlCache(nullptr, [&](UrlCacheWalk& walk) {
     if (!IsRemovedByCacheWalk(walk.Url())) return;
     total += LengthOfLocalFile(walk);
-    resumeNext([&] { walk.DeleteEntry(); });
+    quietly([&] { walk.DeleteEntry(); });
   });
   return total;
 }
@@ -51,7 +49,7 @@ std::int64_t ClearCookies() {
     if (lstSafeList != nullptr && lstSafeList->Holds(CookieName(walk.LocalFile())))
       total -= length;
     else
-      resumeNext([&] { walk.DeleteEntry(); });
+      quietly([&] { walk.DeleteEntry(); });
   });
   return total;
 }

@@ -24,20 +24,19 @@ constexpr std::size_t kBlock = 0x10000;  // bytes
 // the file is closed.
 void FillWithBlanks(const std::string& path, std::uint64_t length) {
   const UniqueFile file = NativeOpenForWriting(ToNativePath(path));
-  if (!file) RaiseSystemError(::GetLastError());
+  if (!file) RaiseLastError();
   const std::string blanks(static_cast<std::size_t>(std::min<std::uint64_t>(length, kBlock)), ' ');
   for (std::uint64_t left = length; left > 0;) {
-    const auto count = static_cast<DWORD>(std::min<std::uint64_t>(left, blanks.size()));
-    DWORD written = 0;
-    if (!::WriteFile(file.get(), blanks.data(), count, &written, nullptr)) RaiseSystemError(::GetLastError());
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, blanks.size()));
+    WriteOrRaise(file.get(), blanks.data(), count);
     left -= count;
     DoEventsNowAndThen();
   }
-  if (!::FlushFileBuffers(file.get())) RaiseSystemError(::GetLastError());
+  if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 
 void ClearIndexFile(SpecialFolder folder, const char* name) {
-  resumeNext([&] {
+  quietly([&] {
     const std::string place = FindSpecialFolder(folder);
     if (place.empty()) return;  // the system does not know the folder; the name alone would mean the drive's root
     const std::string path = AppendBackslash(place) + name;
@@ -45,7 +44,6 @@ void ClearIndexFile(SpecialFolder folder, const char* name) {
     const std::uint64_t length = FileLen(path);
     if (!StopErase) FillWithBlanks(path, length);
   });
-  Err.Clear();
 }
 
 }  // namespace

@@ -63,8 +63,7 @@ void cmdAutoComplte() {
 void ClearAutoCompletePasswords() {
   if (StopErase) return;
   ++ErasedKeyCount;
-  resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
-  Err.Clear();
+  quietly([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
 }
 
 void ClearIEHistory() {

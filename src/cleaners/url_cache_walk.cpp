@@ -19,9 +19,7 @@ bool UrlCacheWalk::Next() {
   record_ = {};
   url_.clear();
   localFile_.clear();
-  bool fetched = false;
-  resumeNext([&] { fetched = Fetch(); });
-  if (!fetched) return false;
+  if (!valueOr(false, [this] { return Fetch(); })) return false;
   block_.ReadFrom(&record_, sizeof record_);
   url_ = Text(record_.sourceUrlName);
   localFile_ = Text(record_.localFileName);

@@ -9,7 +9,6 @@
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
-#include "platform/system_error.h"
 
 namespace cleaners {
 using namespace platform;
@@ -28,48 +27,45 @@ char RandomFillCharacter() {
   return FillCharacter(days, seconds, std::rand() / (static_cast<double>(RAND_MAX) + 1.0));
 }
 
-void Put(HANDLE file, const char* bytes, std::size_t count) {
-  DWORD written = 0;
-  if (!::WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr)) RaiseSystemError(::GetLastError());
-}
+// What a pass may end with: whether there is to be another one, and why the file could not be opened, if it could not.
+struct PassOutcome {
+  bool goOn = false;
+  RuntimeError failure;
+};
 
-// One pass. False when no further pass is wanted: the file cannot be opened, or a stop was asked for.
-bool Overwrite(const NativePath& path, std::uint64_t length) {
+PassOutcome Overwrite(const NativePath& path, std::uint64_t length) {
   const FillBlocks blocks = MakeFillBlocks(RandomFillCharacter(), RandomFillCharacter());
-  Err.Clear();
-  const UniqueFile file = NativeOpenForWriting(path);
-  if (!file) {
-    Err.Set({RuntimeErrorNumberOf(::GetLastError()), RuntimeErrorDescription(RuntimeErrorNumberOf(::GetLastError()))});
-    return false;
-  }
+  UniqueFile file;
+  const RuntimeError failure = failureOf([&] {
+    file = NativeOpenForWriting(path);
+    if (!file) RaiseLastError();
+  });
+  if (failure) return {false, failure};
   const std::uint64_t kilobytes = length / 1024;
   for (std::uint64_t round = 1; round <= kilobytes; ++round) {
-    resumeNext([&] { Put(file.get(), round % 2 == 1 ? blocks.a.data() : blocks.b.data(), blocks.a.size()); });
+    const std::string& block = round % 2 == 1 ? blocks.a : blocks.b;
+    quietly([&] { WriteOrRaise(file.get(), block.data(), block.size()); });
     DoEventsNowAndThen();
   }
   const std::size_t rest = static_cast<std::size_t>(length % 1024);
-  if (rest > 0) resumeNext([&] { Put(file.get(), blocks.a.data(), rest); });
-  if (StopErase) return false;
-  Err.Clear();
-  return true;
+  if (rest > 0) quietly([&] { WriteOrRaise(file.get(), blocks.a.data(), rest); });
+  return {!StopErase, {}};
 }
 
 }  // namespace
 
-bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes) {
-  Err.Clear();
-  for (std::int16_t pass = 0; pass < passes; ++pass)
-    if (!Overwrite(path, length)) break;
-  if (Err.Number() == 0 && !StopErase) {
-    resumeNext([&] {
-      if (!NativeDeleteFile(path)) RaiseSystemError(::GetLastError());
-    });
-  }
-  return Err.Number() == 0;
+RuntimeError OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+  PassOutcome outcome{true, {}};
+  for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
+  if (outcome.failure || StopErase) return outcome.failure;
+  return failureOf([&] {
+    if (!NativeDeleteFile(path)) RaiseLastError();
+  });
 }
 
-bool OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes) {
-  return !FileExistsFs(path) || OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+RuntimeError OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes) {
+  if (!FileExistsFs(path)) return {};
+  return OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
 }
 
 bool FileExistsFs(const NativePath& path) {
@@ -78,13 +74,13 @@ bool FileExistsFs(const NativePath& path) {
 }
 
 void WipeFile(const std::string& path, std::int16_t passes) {
-  if (!OverwriteAndDeleteIfThere(ToNativePath(path), passes)) LogCleanResult(path, Err.Description());
-  Err.Clear();
+  if (const RuntimeError failure = OverwriteAndDeleteIfThere(ToNativePath(path), passes))
+    LogCleanResult(path, failure.description);
 }
 
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes) {
-  if (!OverwriteAndDelete(path, length, passes)) LogCleanResult(ShownPath(path), Err.Description());
-  Err.Clear();
+  if (const RuntimeError failure = OverwriteAndDelete(path, length, passes))
+    LogCleanResult(ShownPath(path), failure.description);
 }
 
 void WipeMatchingFiles(const std::string& mask) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/native_files.h"
+#include "platform/runtime_error.h"
 
 namespace cleaners {
 using namespace platform;
@@ -17,11 +18,11 @@ bool FileExistsFs(const NativePath& path);
 void WipeFile(const std::string& path, std::int16_t passes);
 
 // What both do with the file: overwrites it `passes` times over `length` bytes and deletes it, unless the stop request comes
-// meanwhile. False when that failed; the error is then pending in Err.
-bool OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes);
+// meanwhile. Gives what failed, if anything did.
+[[nodiscard]] RuntimeError OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes);
 
-// The same for a path that may lead to no file: true then, and nothing is done. The file is asked for its length.
-bool OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes);
+// The same for a path that may lead to no file: then nothing is done. The file is asked for its length.
+[[nodiscard]] RuntimeError OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes);
 
 // What WipeFile does, for a file that a listing has just named: `length` is its size in bytes.
 void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes);

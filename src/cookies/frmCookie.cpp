@@ -101,7 +101,6 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     DoEvents();
     if (work.Over()) return;
   }
-  Err.Clear();
   const ListBox::Filling quietly(lstKeeplist);
   for (const std::string& name : WithoutKept(current, kept)) {
     lstKeeplist.AddItem(name);

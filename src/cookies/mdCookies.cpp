@@ -17,22 +17,18 @@ bool IsKept(const ListBox& list, const std::string& name) {
 }
 
 void SaveList(const ListBox& list, const std::string& path) {
-  resumeNext([&] {
+  quietly([&] {
     CookieNames names;
     for (int line = 0; line < list.ListCount(); ++line) names.push_back(list.Item(line));
     ReplaceWholeFile(path, KeepListText(names));
   });
-  Err.Clear();
 }
 
 bool LoadList(ListBox& list, const std::string& path, const bool* cutShort) {
   list.Clear();
   CookieNames names;
-  Err.Clear();
-  resumeNext([&] { names = ReadKeepList(ReadWholeFile(path)); });
-  const bool missing = Err.Number() == kFileNotFound || Err.Number() == kPathNotFound;
-  const bool read = Err.Number() == 0 || missing;
-  Err.Clear();
+  const RuntimeError failure = failureOf([&] { names = ReadKeepList(ReadWholeFile(path)); });
+  const bool read = !failure || failure.number == kFileNotFound || failure.number == kPathNotFound;
   const ListBox::Filling quietly(list);
   for (const std::string& name : names) {
     list.AddItem(name);

@@ -51,16 +51,23 @@ void StopTransfer() {
 void SetReporterTransfer(InternetTransfer* transfer) { mainTransfer = transfer; }
 
 void ReportError(const char* sourceTag) {
-  const int number = Err.Number();
-  const std::string description = Err.Description();
-  resumeNext([&] {
-    if (number == 0 || noReports > 0) return;
-    const std::string text = sourceTag + std::to_string(number) + description;
+  quietly([&] {
+    if (Err.Number() == 0 || noReports > 0) return;
+    const std::string text = (sourceTag + std::to_string(Err.Number())).append(Err.Description());
     if (!IsToBeShown(text)) return;
     StopTransfer();
     ::MessageBoxA(::GetActiveWindow(), text.c_str(), AppTitle.c_str(), MB_OK);
   });
   Err.Clear();
+}
+
+void ReportError(const char* sourceTag, const RuntimeError& error) {
+  Err.Set(error);
+  ReportError(sourceTag);
+}
+
+void reportAndLeave(const char* sourceTag, Statement body) {
+  if (const RuntimeError failure = failureOf(body)) ReportError(sourceTag, failure);
 }
 
 ReportBurst::ReportBurst() {
@@ -80,13 +87,13 @@ bool IsOnline() {
   bool online = false;
   void* session = nullptr;
   void* page = nullptr;
-  resumeNext([&] {
+  quietly([&] {
     session = late::InternetOpen(AppTitle.c_str(), 0 /* INTERNET_OPEN_TYPE_PRECONFIG */, nullptr, nullptr, 0);
     DoEvents();
     if (session != nullptr) page = late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, kLeaveNoTrace, 0);
     online = page != nullptr;
   });
-  resumeNext([&] {
+  quietly([&] {
     if (page != nullptr) late::InternetCloseHandle(page);
     if (session != nullptr) late::InternetCloseHandle(session);
   });

@@ -11,6 +11,9 @@ class InternetTransfer;
 // error's number and its description, run together without a separator (meant), and clears the pending error.
 void ReportError(const char* sourceTag);
 
+// The same for an error that is at hand and not yet pending.
+void ReportError(const char* sourceTag, const RuntimeError& error);
+
 // While one stands, the failures that are reported are one burst: a file that is locked fails at each of its fourteen
 // thousand writes. Each is reported on its own all the same; the burst asks once for all of them whether the machine is on
 // line, and shows each message once. A burst inside another one is part of it.
@@ -41,13 +44,9 @@ bool IsOnline();
 // The transfer that is stopped before a message is shown; null while the main window does not stand.
 void SetReporterTransfer(InternetTransfer* transfer);
 
-// The trap of a procedure that reports and leaves: runs the body; after an error the body's remaining statements are
-// skipped and the caller leaves with its default result.
-template <class Body>
-void reportAndLeave(const char* sourceTag, Body&& body) {
-  Err.Clear();
-  resumeNext(std::forward<Body>(body));
-  if (Err.Number() != 0) ReportError(sourceTag);
-}
+// The trap of a procedure that reports and leaves: runs the body. After an error the body's remaining statements are
+// skipped, the error is reported, and the caller leaves with its default result. Reports what the body itself raised and
+// nothing else.
+void reportAndLeave(const char* sourceTag, Statement body);
 
 }  // namespace platform

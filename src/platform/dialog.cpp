@@ -23,7 +23,8 @@ HWND Dialog::Create(int id, HWND parent) {
 }
 
 void Dialog::Click(int id) {
-  resumeNext([this, id] { OnCommand(id, BN_CLICKED); });
+  const PendingErrorKept kept;
+  quietly([this, id] { OnCommand(id, BN_CLICKED); });
 }
 
 void Dialog::RunModal(int id, HWND owner) {
@@ -72,8 +73,9 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
   }
   auto* const self = reinterpret_cast<Dialog*>(::GetWindowLongA(window, DWL_USER));
   if (self == nullptr) return FALSE;
+  const PendingErrorKept kept;
   INT_PTR answer = FALSE;
-  resumeNext([&] { answer = self->Forward(message, wParam, lParam); });
+  quietly([&] { answer = self->Forward(message, wParam, lParam); });
   if (message == WM_NCDESTROY) {
     ::SetWindowLongA(window, DWL_USER, 0);
     std::erase(openWindows, window);

@@ -1,7 +1,8 @@
 // A window made of a dialog template: one static procedure talks to the system and forwards to the object.
 //
 // The object is attached on WM_INITDIALOG, with its controls, and detached on WM_NCDESTROY; no exception leaves the
-// procedure. A failing handler leaves its error pending in Err, as a user-interface handler does.
+// procedure, and the pending error is after an event what it was before: an event comes in the middle of somebody's
+// statement.
 #pragma once
 
 #include <vector>

@@ -8,7 +8,7 @@ namespace platform {
 
 void InternetTransfer::Cancel() {
   void* const request = std::exchange(request_, nullptr);
-  if (request != nullptr) resumeNext([&] { late::InternetCloseHandle(request); });
+  if (request != nullptr) quietly([&] { late::InternetCloseHandle(request); });
 }
 
 }  // namespace platform

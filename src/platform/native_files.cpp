@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <iterator>
 
+#include "platform/system_error.h"
 #include "platform/system_functions.h"
 
 namespace platform {
@@ -122,6 +123,14 @@ std::string AnsiPath(const NativePath& path) {
   if (!shortPath.empty() && ToNativePath(shortPath) == shortForm) return shortPath;
   const std::string marked = Narrow(WithoutPrefix(path), WC_NO_BEST_FIT_CHARS);
   return marked.find('?') != std::string::npos ? marked : std::string();
+}
+
+void RaiseLastError() { RaiseSystemError(::GetLastError()); }
+
+void WriteOrRaise(HANDLE file, const void* bytes, std::size_t count) {
+  DWORD written = 0;
+  if (!::WriteFile(file, bytes, static_cast<DWORD>(count), &written, nullptr)) RaiseLastError();
+  if (written != count) Raise(kDiskFull);
 }
 
 DWORD NativeAttributes(const NativePath& path) {

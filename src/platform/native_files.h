@@ -36,6 +36,12 @@ std::string ShownPath(const NativePath& path);
 // "?" in it, which leads nowhere, or none (empty).
 std::string AnsiPath(const NativePath& path);
 
+// Throws the run-time error for the reason that the system's last failing call gave (GetLastError).
+[[noreturn]] void RaiseLastError();
+
+// Writes the bytes where the file stands. Raises the system's reason, kDiskFull where fewer bytes than asked for got there.
+void WriteOrRaise(HANDLE file, const void* bytes, std::size_t count);
+
 // GetFileAttributes; INVALID_FILE_ATTRIBUTES when there is no such entry.
 DWORD NativeAttributes(const NativePath& path);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 namespace platform {
 
@@ -49,14 +50,22 @@ const char* RuntimeErrorDescription(int number) {
 
 void Raise(int number) { throw RuntimeError{number, RuntimeErrorDescription(number)}; }
 
-void PendingError::Set(const RuntimeError& error) {
-  number_ = error.number;
-  description_ = error.description;
+// A throw out of the C++ library and a failing allocation are run-time errors like the others.
+RuntimeError failureOf(Statement statement) {
+  try {
+    statement();
+    return {};
+  } catch (const RuntimeError& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return {kOutOfMemory, RuntimeErrorDescription(kOutOfMemory)};
+  }
 }
 
-void PendingError::Clear() {
-  number_ = 0;
-  description_.clear();
+void resumeNext(Statement statement) {
+  if (const RuntimeError failure = failureOf(statement)) Err.Set(failure);
 }
+
+void quietly(Statement statement) { static_cast<void>(failureOf(statement)); }
 
 }  // namespace platform

@@ -1,19 +1,29 @@
-// The run-time error of a failing statement, and the two ways of going on after one.
+// The run-time error of a failing statement, and the ways of going on after one.
 //
-// A statement that cannot do its work throws RuntimeError. resumeNext() leaves the error pending in Err and goes on with
-// the next statement; reportAndLeave() (ErroHandle.h) tells the user and leaves the procedure. Nothing else in the
-// program handles errors.
+// A statement that cannot do its work throws RuntimeError. The trap around it says what follows:
+//   resumeNext      the error stays pending in Err, the caller goes on with its next statement
+//   quietly         nobody hears of it, Err stays as it was
+//   failureOf       the same, and the caller learns whether and how it failed
+//   valueOr         the statement's value, or the given one where it failed
+//   reportAndLeave  the user is told (ErroHandle.h)
+// Nothing else in the program handles errors, and nobody but these touches Err.
 #pragma once
 
-#include <new>
-#include <string>
+#include <concepts>
+#include <memory>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace platform {
 
+// Converts to true where there is an error. The description is a literal: keeping an error costs no memory, also where the
+// error is that there is none.
 struct RuntimeError {
-  int number;
-  std::string description;
+  int number = 0;
+  const char* description = "";
+
+  explicit operator bool() const { return number != 0; }
 };
 
 // The numbers of the classic run-time error list that the program raises.
@@ -48,31 +58,59 @@ const char* RuntimeErrorDescription(int number);
 // Throws the RuntimeError of that number with its classic wording.
 [[noreturn]] void Raise(int number);
 
+// A callable without arguments, by reference, to be run inside a trap; it does not outlive the call of the trap. One class
+// for all of them, so that each trap exists once in the program and not once for each statement.
+class Statement {
+ public:
+  template <class Callable>
+  requires(!std::same_as<std::remove_cvref_t<Callable>, Statement>)
+      Statement(Callable&& callable)  // not explicit: a lambda is handed over as it stands in the call
+      : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
+        run_([](void* object) { static_cast<void>((*static_cast<std::remove_reference_t<Callable>*>(object))()); }) {}
+
+  void operator()() const { run_(object_); }
+
+ private:
+  void* object_;
+  void (*run_)(void*);
+};
+
+void resumeNext(Statement statement);
+void quietly(Statement statement);
+[[nodiscard]] RuntimeError failureOf(Statement statement);
+
+// `otherwise` where the statement fails.
+template <class Value, class Callable>
+[[nodiscard]] Value valueOr(Value otherwise, Callable&& statement) {
+  quietly([&] { otherwise = statement(); });
+  return otherwise;
+}
+
 // The pending error: number 0 and an empty description when nothing failed since it was cleared.
 class PendingError {
  public:
-  int Number() const { return number_; }
-  const std::string& Description() const { return description_; }
-  void Set(const RuntimeError& error);
-  void Clear();
+  int Number() const { return error_.number; }
+  std::string_view Description() const { return error_.description; }
+  void Set(const RuntimeError& error) { error_ = error; }
+  void Clear() { error_ = {}; }
 
  private:
-  int number_ = 0;
-  std::string description_;
+  RuntimeError error_;
 };
 
 extern PendingError Err;
 
-// Runs one statement. A failure stays pending in Err, and the caller goes on with its next statement.
-template <class Statement>
-void resumeNext(Statement&& statement) {
-  try {
-    std::forward<Statement>(statement)();
-  } catch (const RuntimeError& error) {
-    Err.Set(error);
-  } catch (const std::bad_alloc&) {
-    Err.Set({kOutOfMemory, RuntimeErrorDescription(kOutOfMemory)});
-  }
-}
+// While one lives, errors come and go; at its end the one that was pending before is pending again. For an event, which
+// comes in the middle of somebody else's statement.
+class PendingErrorKept {
+ public:
+  PendingErrorKept() : before_(Err) {}
+  PendingErrorKept(const PendingErrorKept&) = delete;
+  PendingErrorKept& operator=(const PendingErrorKept&) = delete;
+  ~PendingErrorKept() { Err = before_; }
+
+ private:
+  PendingError before_;
+};
 
 }  // namespace platform

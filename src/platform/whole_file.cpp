@@ -1,6 +1,7 @@
 #include "platform/whole_file.h"
 
 #include "platform/handles.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
@@ -8,8 +9,6 @@
 namespace platform {
 
 namespace {
-
-[[noreturn]] void RaiseLastError() { RaiseSystemError(::GetLastError()); }
 
 UniqueFile Open(const std::string& path, DWORD access, DWORD share, DWORD disposition) {
   UniqueFile file(::CreateFileA(path.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -29,9 +28,7 @@ std::uint64_t LengthOfOpenFile(HANDLE file) {
 
 void WriteNewFile(const std::string& path, const std::string& bytes) {
   const UniqueFile file = Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
-  DWORD written = 0;
-  if (!::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) RaiseLastError();
-  if (written != bytes.size()) Raise(kDiskFull);
+  WriteOrRaise(file.get(), bytes.data(), bytes.size());
   if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 

@@ -43,18 +43,16 @@ void BlockWriter::Write(std::string_view item, std::size_t times) {
 
 void BlockWriter::Flush() {
   if (runs_.empty()) return;
-  Err.Clear();
-  resumeNext([this] { put_(offset_, block_); });
-  if (Err.Number() == 0)
-    offset_ += static_cast<std::uint32_t>(block_.size());
+  const RuntimeError failure = failureOf([this] { put_(offset_, block_); });
+  if (failure)
+    FlushOneByOne(failure);
   else
-    FlushOneByOne();
+    offset_ += static_cast<std::uint32_t>(block_.size());
   block_.clear();
   runs_.clear();
 }
 
-void BlockWriter::FlushOneByOne() {
-  const RuntimeError ofBlock = {Err.Number(), Err.Description()};
+void BlockWriter::FlushOneByOne(const RuntimeError& ofBlock) {
   for (const Run& run : runs_) WriteAlone(run, ofBlock);
 }
 
@@ -65,17 +63,15 @@ void BlockWriter::WriteAlone(const Run& run, const RuntimeError& ofBlock) {
   bool trying = IsWorthASecondTry(ofBlock);
   for (std::size_t item = 0; item < run.times; ++item) {
     if (trying) {
-      Err.Clear();
-      resumeNext([&] { put_(offset_, run.item); });
-      if (Err.Number() == 0) {
+      const RuntimeError failure = failureOf([&] { put_(offset_, run.item); });
+      if (!failure) {
         offset_ += static_cast<std::uint32_t>(run.item.size());
         continue;
       }
-      reason = {Err.Number(), Err.Description()};
+      reason = failure;
       trying = false;
     }
-    Err.Set(reason);
-    itemFailed_();
+    itemFailed_(reason);
   }
 }
 

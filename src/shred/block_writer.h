@@ -19,8 +19,8 @@ class BlockWriter {
   // Puts the bytes into the file, `offset` bytes behind its first one; raises when they do not all get there.
   using Put = std::function<void(std::uint32_t offset, std::string_view bytes)>;
 
-  // Told of each item that could not be written while its error is pending in Err; to leave none pending.
-  using ItemFailed = std::function<void()>;
+  // Told of each item that could not be written, and why.
+  using ItemFailed = std::function<void(const RuntimeError& reason)>;
 
   BlockWriter(Put put, ItemFailed itemFailed);
 
@@ -37,7 +37,7 @@ class BlockWriter {
     std::size_t times;
   };
 
-  void FlushOneByOne();
+  void FlushOneByOne(const RuntimeError& ofBlock);
   void WriteAlone(const Run& run, const RuntimeError& ofBlock);
 
   Put put_;

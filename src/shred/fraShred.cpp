@@ -145,11 +145,10 @@ int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cu
     if (cutShort != nullptr && *cutShort) break;
     const bool wasThere = IsThere(path);
     const int reports = burst.Reports();
-    resumeNext([&] { ShredFile(path, level); });
-    resumeNext([&] { ShowStep(++step, static_cast<int>(paths.size())); });
+    quietly([&] { ShredFile(path, level); });
+    quietly([&] { ShowStep(++step, static_cast<int>(paths.size())); });
     shredded += wasThere && !IsThere(path) && burst.Reports() == reports ? 1 : 0;
   }
-  Err.Clear();
   list.RemoveFirst(step);
   ResetStatus();
   return shredded;

@@ -21,9 +21,8 @@ void ClearAttributes(const std::string& path) { NativeSetAttributes(ToNativePath
 
 // A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
 void SaveList(const std::vector<std::string>& paths) {
-  resumeNext([] { ClearAttributes(ListFile()); });
-  resumeNext([&] { ReplaceWholeFile(ListFile(), ListFileText(paths)); });
-  Err.Clear();
+  quietly([] { ClearAttributes(ListFile()); });
+  quietly([&] { ReplaceWholeFile(ListFile(), ListFileText(paths)); });
 }
 
 }  // namespace

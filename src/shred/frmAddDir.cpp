@@ -57,10 +57,7 @@ void frmAddDir::OpenSelected() {
 }
 
 void frmAddDir::ChangeDrive() {
-  Err.Clear();
-  resumeNext([this] { Open(drvList.Text()); });
-  if (Err.Number() != 0) ShowDrive();
-  Err.Clear();
+  if (failureOf([this] { Open(drvList.Text()); })) ShowDrive();
 }
 
 // The drive of the folder that the list shows.

@@ -15,36 +15,30 @@ namespace {
 constexpr char kSourceTag[] = "modShred,DeleteFileShred";
 
 // Runs one statement of DeleteFileShred; its failure is reported and the next one runs.
-template <class Statement>
-void Try(Statement&& statement) {
-  reportAndLeave(kSourceTag, std::forward<Statement>(statement));
-}
+void Try(Statement statement) { reportAndLeave(kSourceTag, statement); }
 
 // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
 // in, and a link's target is not what is deleted afterwards.
 UniqueFile OpenForOverwriting(const NativePath& path) {
   if (path.empty()) Raise(kBadFileName);  // a device has no such path
   const DWORD attributes = NativeAttributes(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseSystemError(::GetLastError());
+  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
   if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) Raise(kPermissionDenied);
   // Shared: what others only look at can be overwritten all the same.
   UniqueFile file = NativeOpen(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
-  if (!file) RaiseSystemError(::GetLastError());
+  if (!file) RaiseLastError();
   return file;
 }
 
 void PutAt(HANDLE file, std::uint32_t offset, std::string_view bytes) {
   if (file == INVALID_HANDLE_VALUE) Raise(kBadFileName);
-  DWORD written = 0;
-  const DWORD size = static_cast<DWORD>(bytes.size());
   ::SetFilePointer(file, static_cast<LONG>(offset), nullptr, FILE_BEGIN);
-  if (!::WriteFile(file, bytes.data(), size, &written, nullptr)) RaiseSystemError(::GetLastError());
-  if (written != size) Raise(kDiskFull);
+  WriteOrRaise(file, bytes.data(), bytes.size());
 }
 
 void WriteSequence(HANDLE file, std::int16_t repeatCount) {
   BlockWriter writer([file](std::uint32_t offset, std::string_view bytes) { PutAt(file, offset, bytes); },
-                     [] { ReportError(kSourceTag); });
+                     [](const RuntimeError& reason) { ReportError(kSourceTag, reason); });
   for (const OverwriteRun& run : OverwriteSequence(repeatCount))
     if (run.count > 0) writer.Write(run.item, static_cast<std::size_t>(run.count));
   writer.Flush();
@@ -80,7 +74,7 @@ void DeleteFileShred(const std::string& path, const std::string& levelText) {
   WriteSequence(file.get(), repeatCount);
   Try([&] { Close(file); });
   Try([&] {
-    if (!NativeDeleteFile(native)) RaiseSystemError(::GetLastError());
+    if (!NativeDeleteFile(native)) RaiseLastError();
   });
 }
 

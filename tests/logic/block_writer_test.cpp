@@ -30,18 +30,14 @@ class BlockWriterTest : public testing::Test {
     file.replace(offset, bytes.size(), bytes);
   }
 
-  void ItemFailed() {
-    failures.push_back(Err.Number());
-    Err.Clear();
-  }
-
   std::string file;
   std::size_t room = 1000000;
   std::size_t lockedBegin = 0, lockedEnd = 0;
   int refusal = 0;
   std::vector<std::size_t> puts;  // their sizes
   std::vector<int> failures;
-  BlockWriter writer{[this](std::uint32_t offset, std::string_view bytes) { Put(offset, bytes); }, [this] { ItemFailed(); }};
+  BlockWriter writer{[this](std::uint32_t offset, std::string_view bytes) { Put(offset, bytes); },
+                     [this](const RuntimeError& reason) { failures.push_back(reason.number); }};
 };
 
 }  // namespace
@@ -160,4 +156,5 @@ TEST_F(BlockWriterTest, TakesNoErrorFromBeforeForItsOwn) {
   writer.Flush();
   EXPECT_EQ(file, "1");
   EXPECT_THAT(failures, IsEmpty());
+  Err.Clear();
 }

@@ -77,7 +77,7 @@ TEST(Raise, ThrowsTheNumberWithItsWording) {
       FAIL() << "nothing was raised for " << row.number;
     } catch (const RuntimeError& error) {
       EXPECT_EQ(error.number, row.number);
-      EXPECT_EQ(error.description, row.text);
+      EXPECT_STREQ(error.description, row.text);
     }
   }
 }
@@ -138,4 +138,36 @@ TEST_F(PendingErrorTest, AnInnerStatementsErrorDoesNotEndTheOuterOne) {
   });
   EXPECT_TRUE(outerWentOn);
   EXPECT_EQ(Err.Number(), 6);
+}
+
+TEST_F(PendingErrorTest, QuietlyLeavesThePendingErrorAsItWas) {
+  Err.Set({kDiskFull, "Disk full"});
+  quietly([] { Raise(kOverflow); });
+  EXPECT_EQ(Err.Number(), kDiskFull);
+}
+
+TEST_F(PendingErrorTest, AFailureIsHandedOverAndNotLeftPending) {
+  const RuntimeError failure = failureOf([] { Raise(kPathNotFound); });
+  EXPECT_TRUE(failure);
+  EXPECT_EQ(failure.number, kPathNotFound);
+  EXPECT_STREQ(failure.description, "Path not found");
+  EXPECT_FALSE(failureOf([] {}));
+  EXPECT_EQ(Err.Number(), 0);
+}
+
+TEST_F(PendingErrorTest, ValueOrGivesTheOtherValueWhereTheStatementFails) {
+  EXPECT_EQ(valueOr(3, [] { return 4; }), 4);
+  EXPECT_EQ(valueOr(3, []() -> int { Raise(kOverflow); }), 3);
+  EXPECT_EQ(valueOr(std::string("kept"), []() -> std::string { throw std::bad_alloc(); }), "kept");
+  EXPECT_EQ(Err.Number(), 0);
+}
+
+TEST_F(PendingErrorTest, AnEventLeavesThePendingErrorAsItFoundIt) {
+  Err.Set({kDiskFull, "Disk full"});
+  {
+    const PendingErrorKept kept;
+    resumeNext([] { Raise(kOverflow); });
+    EXPECT_EQ(Err.Number(), kOverflow);
+  }
+  EXPECT_EQ(Err.Number(), kDiskFull);
 }

@@ -68,7 +68,7 @@ TEST(SystemError, IsRaisedWithTheClassicWording) {
       FAIL() << "nothing was raised for " << row.meaning;
     } catch (const RuntimeError& error) {
       EXPECT_EQ(error.number, row.number) << row.meaning;
-      EXPECT_EQ(error.description, RuntimeErrorDescription(row.number)) << row.meaning;
+      EXPECT_STREQ(error.description, RuntimeErrorDescription(row.number)) << row.meaning;
     }
   }
 }
@@ -84,7 +84,7 @@ TEST(CheckResult, RaisesAFailureUnderItsOwnNumberAsAnAutomationError) {
       FAIL() << "nothing was raised for " << failure;
     } catch (const RuntimeError& error) {
       EXPECT_EQ(static_cast<std::uint32_t>(error.number), failure);
-      EXPECT_EQ(error.description, "Automation error");
+      EXPECT_STREQ(error.description, "Automation error");
     }
   }
 }

@@ -1,6 +1,7 @@
 // The machine is put on line by a proxy that the test's preparation runs, and off line by one that is not there.
 #include "platform/ErroHandle.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -234,6 +235,13 @@ TEST_F(ReportAndLeaveTest, LeavesWithTheDefaultAndReportsATextThatIsNoNumber) {
   EXPECT_EQ(GetSettingString(HKEY_CURRENT_USER, key.Path(), "big", 42), 42);
   EXPECT_EQ(GetSettingString(HKEY_CURRENT_USER, key.Path(), "missing", 42), 42);
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Reg32,GetSettingString13Type mismatch", "Reg32,GetSettingString6Overflow"}));
+}
+
+TEST_F(ReportAndLeaveTest, ReportsWhatItsOwnBodyRaisedAndNothingElse) {
+  Err.Set({kOverflow, "Overflow"});
+  reportAndLeave("own", [] { resumeNext([] { Raise(kDiskFull); }); });
+  EXPECT_THAT(Texts(), testing::IsEmpty());
+  Err.Clear();
 }
 
 TEST_F(ResumeNextTest, GoesOnAndLeavesTheLastErrorPending) {
