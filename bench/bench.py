@@ -11,11 +11,9 @@ import sys
 import time
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tests/ui"))
-from driver import BUILD, Desktop, wait_for  # noqa: E402
-from url_cache import cookie_file, plant  # noqa: E402
-from wine_home import WineHome  # noqa: E402
+from tests.harness.driver import BUILD, Desktop, wait_for
+from tests.harness.url_cache import cookie_file, plant
+from tools.wine_home import ROOT, WineHome
 
 PAIRS = 7
 

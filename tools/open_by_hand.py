@@ -3,7 +3,7 @@ import os
 import shutil
 import sys
 
-from wine_home import BUILD, WineHome
+from tools.wine_home import BUILD, WineHome
 
 
 def main() -> int:

@@ -8,15 +8,11 @@ import sys
 import time
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tests/ui"))
-sys.path.insert(0, str(ROOT / "tests/doubles"))
-sys.path.insert(0, str(ROOT / "tools/traces"))
-import other_browsers  # noqa: E402
-import browsers  # noqa: E402
-import url_cache  # noqa: E402
-from driver import BUILD, Desktop, compile_windows_program, wait_for  # noqa: E402
-from url_history import history_urls, install_history_store, plant_history  # noqa: E402
+from tests.doubles.url_history import history_urls, install_history_store, plant_history
+from tests.harness import browsers, url_cache
+from tests.harness.driver import BUILD, Desktop, compile_windows_program, wait_for
+from tools.traces import other_browsers
+from tools.wine_home import ROOT
 
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"

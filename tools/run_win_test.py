@@ -1,34 +1,29 @@
 """Runs one Windows test program in a private Windows that pretends to be the given version.
 
-usage: run_win_test.py PROGRAM.exe VERSION SOURCE_FOLDER [--display]
+usage: python3 -m tools.run_win_test PROGRAM.exe VERSION [--display]
 
-A file NAME_prepare.py in SOURCE_FOLDER, where the program is NAME_test.exe, may offer prepare(home) -> environment and
-check(home), which is called afterwards and raises what it finds wrong.
+For a program NAME_test.exe, tests/win/prepare/NAME_prepare.py may offer prepare(home) -> environment and check(home), which
+is called afterwards and raises what it finds wrong.
 """
 import contextlib
-import importlib.util
+import importlib
 import shutil
 import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from wine_home import Display, WineHome  # noqa: E402
+from tools.wine_home import ROOT, Display, WineHome
 
 
-def load_preparation(folder: Path, name: str):
-    source = folder / f"{name}_prepare.py"
-    if not source.exists():
-        return None
-    spec = importlib.util.spec_from_file_location(source.stem, source)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
-    return module
+def load_preparation(name: str):
+    if (ROOT / f"tests/win/prepare/{name}_prepare.py").exists():
+        return importlib.import_module(f"tests.win.prepare.{name}_prepare")
+    return None
 
 
 def main() -> int:
-    program, version, folder = Path(sys.argv[1]), sys.argv[2], Path(sys.argv[3])
+    program, version = Path(sys.argv[1]), sys.argv[2]
     name = program.stem.removesuffix("_test")
-    preparation = load_preparation(folder, name)
+    preparation = load_preparation(name)
     with contextlib.ExitStack() as stack:
         display = stack.enter_context(Display()).name if "--display" in sys.argv else None
         home = stack.enter_context(WineHome(f"{program.parents[2].name}-{name}-{version}", display))

@@ -5,12 +5,11 @@
     history_urls(home)                               what is left
 """
 import shutil
-import sys
 from pathlib import Path
 
+from tests.harness.probe import BUILT, compile_windows_program
+
 HERE = Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "ui"))
-from probe import BUILT, compile_windows_program  # noqa: E402
 
 CLASS = "{3C374A40-BAE4-11CF-BF7D-00AA006946EE}"
 SERVER_KEY = rf"HKLM\Software\Classes\CLSID\{CLASS}\InprocServer32"

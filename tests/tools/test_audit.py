@@ -1,6 +1,7 @@
 """The audit of what ships: it passes a good program and refuses each thing that keeps one from an old Windows."""
 from __future__ import annotations
 
+import os
 import struct
 import subprocess
 import sys
@@ -9,14 +10,12 @@ import unittest
 from pathlib import Path
 from unittest import mock
 
-AUDIT = Path(__file__).resolve().parents[2] / "tools/audit"
-sys.path[:0] = [str(AUDIT), str(Path(__file__).resolve().parent)]
-
-import floor
-import small_programs as small
-from audit_pe import audit, check_icon_group, check_manifest
-from floor import BadFloor, Floor
-from pe_file import IMPORT, PeFile
+from tests.tools import small_programs as small
+from tools.audit import floor
+from tools.audit.audit_pe import audit, check_icon_group, check_manifest
+from tools.audit.floor import BadFloor, Floor
+from tools.audit.pe_file import IMPORT, PeFile
+from tools.wine_home import ROOT
 
 GOOD_CALLS = ["Sleep(0)", "GetTickCount()", "MessageBeep(0)"]
 OLD_ICONS = [small.bitmap(4), small.bitmap(8), small.bitmap(32)]
@@ -252,8 +251,9 @@ class Lists(unittest.TestCase):
 
 class CommandLine(ProgramCase):
     def run_audit(self, *arguments: str) -> tuple[int, str]:
-        command = [sys.executable, str(AUDIT / "audit_pe.py"), *arguments]
-        done = subprocess.run(command, cwd=self.folder, stdout=subprocess.PIPE, text=True)
+        command = [sys.executable, "-B", "-m", "tools.audit.audit_pe", *arguments]
+        done = subprocess.run(command, cwd=self.folder, env=dict(os.environ, PYTHONPATH=str(ROOT)),
+                              stdout=subprocess.PIPE, text=True)
         return done.returncode, done.stdout
 
     def test_a_good_program_gives_one_line_and_status_0(self):

@@ -1,14 +1,11 @@
 """The window "Quellix-Add Folder": a drive, the folders on it, and the one that comes on the list."""
 import shutil
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, WM_CLOSE, View, wait_for  # noqa: E402
-from program import CLOSE_BUTTON, WM_NCHITTEST  # noqa: E402
-from shredder import ShredderCase  # noqa: E402
-from wine_home import WineHome  # noqa: E402
+from tests.harness.driver import BUILT, WM_CLOSE, View, wait_for
+from tests.harness.program import CLOSE_BUTTON, WM_NCHITTEST
+from tests.harness.shredder import ShredderCase
+from tools.wine_home import WineHome
 
 TITLE = "Quellix-Add Folder"
 

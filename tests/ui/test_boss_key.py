@@ -1,13 +1,10 @@
 """The boss key: it hides the program and the browser's windows at once, Shift with it brings them back."""
 import statistics
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-import browsers  # noqa: E402
-from driver import BUILT, WM_CLOSE, wait_for  # noqa: E402
-from program import STORE, ProgramCase, only  # noqa: E402
+from tests.harness import browsers
+from tests.harness.driver import BUILT, WM_CLOSE, wait_for
+from tests.harness.program import STORE, ProgramCase, only
 
 HIDDEN = dict.fromkeys(browsers.STATES, "hidden")
 

@@ -1,12 +1,9 @@
 """Closing the browsers before a run: which windows are asked, and windows that refuse."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-import browsers  # noqa: E402
-from driver import wait_for  # noqa: E402
-from program import CLOSE_BUTTON, DONE, ProgramCase, only  # noqa: E402
+from tests.harness import browsers
+from tests.harness.driver import wait_for
+from tests.harness.program import CLOSE_BUTTON, DONE, ProgramCase, only
 
 CLIPBOARD = "Erasing Clipboard History..."
 RAN = [CLIPBOARD, *DONE]

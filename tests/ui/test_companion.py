@@ -3,15 +3,13 @@
 Wine's protected store is a stub, so a double with real entries stands in its place (tests/doubles/pstorec.cpp).
 """
 import subprocess
-import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILD, BUILT, HERE, Desktop, compile_windows_program, wait_for  # noqa: E402
-from part_registry import registry_file  # noqa: E402
-from program import DONE, ProgramCase, only  # noqa: E402
-from wine_home import ROOT, WineHome  # noqa: E402
+from tests.harness.driver import BUILD, BUILT, PROGRAMS, Desktop, compile_windows_program, wait_for
+from tests.harness.part_registry import registry_file
+from tests.harness.program import DONE, ProgramCase, only
+from tools.wine_home import ROOT, WineHome
 
 IEA = r"C:\Quellix\iea.exe"
 CLEARED, NOT_ALL_CLEARED, NOT_ASKED = 0, 1, 2
@@ -86,7 +84,7 @@ class CompanionCase(unittest.TestCase):
         put_double_in_place(cls.home)
         (cls.home.c / "Quellix").mkdir()
         (cls.home.c / "Quellix/iea.exe").write_bytes((BUILD / "dist/iea.exe").read_bytes())
-        locker = compile_windows_program(HERE / "with_locked_key.cpp", "-I", str(ROOT / "src"), "-ladvapi32")
+        locker = compile_windows_program(PROGRAMS / "with_locked_key.cpp", "-I", str(ROOT / "src"), "-ladvapi32")
         (cls.home.c / "with_locked_key.exe").write_bytes(locker.read_bytes())
         cls.import_registry(NEIGHBOURS)
 

@@ -2,15 +2,12 @@
 import itertools
 import shutil
 import subprocess
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, HERE, View, compile_windows_program, wait_for  # noqa: E402
-from panel_table import PANELS  # noqa: E402
-from program import CLOSE_BUTTON, DONE, STARTED, ProgramCase, only  # noqa: E402
-from url_cache import cookie_file, counts, plant  # noqa: E402
+from tests.harness.driver import BUILT, PROGRAMS, View, compile_windows_program, wait_for
+from tests.harness.panel_table import PANELS
+from tests.harness.program import CLOSE_BUTTON, DONE, STARTED, ProgramCase, only
+from tests.harness.url_cache import cookie_file, counts, plant
 
 TITLE, ON_SHOW = "Cookies Manager", "Displaying Cookies"
 CURRENT, KEPT = "lstKeeplist", "SafeList"
@@ -122,7 +119,7 @@ class CookieCase(ProgramCase):
         """Opens the keep list in another program that lets nobody else read it, and gives its process."""
         held = self.d.home.c / "held"
         held.unlink(missing_ok=True)
-        shutil.copy2(compile_windows_program(HERE / "hold_file.cpp"), self.d.home.c)
+        shutil.copy2(compile_windows_program(PROGRAMS / "hold_file.cpp"), self.d.home.c)
         pid = self.d.start(r"C:\hold_file.exe", r"C:\Quellix\SafeCookie.dat")
         wait_for("the file to be held", held.exists)
         return pid

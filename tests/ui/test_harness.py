@@ -1,19 +1,17 @@
 """The driver and its probe, tried on a small program that holds one of everything they have to handle."""
-import sys
 import time
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, HERE, Desktop, ProbeError, compile_windows_program, control_ids, wait_for  # noqa: E402
+from tests.harness.driver import BUILT, PROGRAMS, Desktop, ProbeError, compile_windows_program, control_ids, wait_for
 
 WM_NULL = 0
 
 
 def selfcheck(name: str, **options) -> Desktop:
-    exe = compile_windows_program(HERE / "selfcheck.cpp", "-mwindows", "-lcomctl32", "-lcomdlg32")
+    exe = compile_windows_program(PROGRAMS / "selfcheck.cpp", "-mwindows", "-lcomctl32", "-lcomdlg32")
     return Desktop(name, files={"selfcheck.exe": exe}, program="selfcheck.exe", main_class="frmSelf",
-                   app_title="Selfcheck", ids=control_ids(HERE / "selfcheck_ids.h"), **options)
+                   app_title="Selfcheck", ids=control_ids(PROGRAMS / "selfcheck_ids.h"), **options)
 
 
 class TheDriverUsesAProgramFromOutside(unittest.TestCase):

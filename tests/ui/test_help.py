@@ -1,19 +1,17 @@
 """The Help panel's links and the button that looks for an update."""
 import re
-import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILD, HERE, RUNNING_TITLE, compile_windows_program, wait_for  # noqa: E402
-from program import ProgramCase, only  # noqa: E402
+from tests.harness.driver import BUILD, PROGRAMS, RUNNING_TITLE, compile_windows_program, wait_for
+from tests.harness.program import ProgramCase, only
 
 SHOW_MINIMISED = 2
 QUELLIX = BUILD / "dist/Quellix.exe"
 
 
 def witness() -> Path:
-    return compile_windows_program(HERE / "witness.cpp", "-mwindows")
+    return compile_windows_program(PROGRAMS / "witness.cpp", "-mwindows")
 
 
 def testimony(exe: Path, seconds: float = 30) -> tuple[int, str]:

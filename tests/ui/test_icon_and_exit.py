@@ -1,11 +1,8 @@
 """The notification icon with its menu, hiding and coming back, and every way in which the program ends."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import View, wait_for  # noqa: E402
-from program import CAPTION, CLOSE_BUTTON, DONE, STORE, ProgramCase, only  # noqa: E402
+from tests.harness.driver import View, wait_for
+from tests.harness.program import CAPTION, CLOSE_BUTTON, DONE, STORE, ProgramCase, only
 
 QUESTION = "Are you sure you want to exit Quellix?"
 CLIPBOARD = "Erasing Clipboard History..."

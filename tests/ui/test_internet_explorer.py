@@ -1,13 +1,9 @@
 """Internet Explorer's traces, erased from outside by the shipped program: what is ticked goes, the rest stays."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "doubles"))
-from program import DONE, ProgramCase, only  # noqa: E402
-from url_cache import counts, plant  # noqa: E402
-from url_history import history_urls, install_history_store, plant_history  # noqa: E402
+from tests.doubles.url_history import history_urls, install_history_store, plant_history
+from tests.harness.program import DONE, ProgramCase, only
+from tests.harness.url_cache import counts, plant
 
 EXPLORER = r"Software\Microsoft\Internet Explorer"
 TYPED = EXPLORER + r"\TypedURLs"

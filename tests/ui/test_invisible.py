@@ -1,13 +1,10 @@
 """Running invisibly: the warning before it, Ctrl+H and Ctrl+U, and what is gone and comes back."""
 import shutil
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-import browsers  # noqa: E402
-from driver import BUILT, HERE, WM_CLOSE, View, compile_windows_program, wait_for  # noqa: E402
-from program import CLOSE_BUTTON, STORE, ProgramCase, only  # noqa: E402
+from tests.harness import browsers
+from tests.harness.driver import BUILT, PROGRAMS, WM_CLOSE, View, compile_windows_program, wait_for
+from tests.harness.program import CLOSE_BUTTON, STORE, ProgramCase, only
 
 TEXT = ('Clicking this button will make Quellix run invisibly. You can also press "Ctrl + H" to hide. '
         'To unhide the application press "Ctrl + U"')
@@ -335,7 +332,7 @@ class BeingInvisible(InvisibleCase):
 
 def install_with_record(home) -> None:
     browsers.install(home)
-    library = compile_windows_program(HERE / "task_list.cpp", "-shared", output=BUILT / "task_list.dll")
+    library = compile_windows_program(PROGRAMS / "task_list.cpp", "-shared", output=BUILT / "task_list.dll")
     shutil.copy2(library, home.c / "task_list.dll")
 
 

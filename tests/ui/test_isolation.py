@@ -7,19 +7,14 @@ import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILD, HERE, Desktop  # noqa: E402
-from program import DONE, ProgramCase, only  # noqa: E402
+from tests.harness.driver import BUILD, Desktop
+from tests.harness.program import DONE, ProgramCase, only
+from tools.wine_home import ROOT
 
 ITEMS = ["WinTempFileFolder", "RecentDocumentList", "RecycleBin", "ScanDisk"]
 
 # A whole erase as `./quellix run` makes one, in a process that knows no other home than the caller's.
-ERASE = f"""
-import sys
-sys.path.insert(0, {str(HERE)!r})
-import test_isolation
-test_isolation.erase_everything()
-"""
+ERASE = "from tests.ui import test_isolation; test_isolation.erase_everything()"
 
 
 def erase_everything() -> None:
@@ -66,7 +61,7 @@ class TheCallersHome(unittest.TestCase):
 
     def test_is_as_it_was_after_an_erase_of_everything(self):
         before = state_of(self.home)
-        done = subprocess.run([sys.executable, "-c", ERASE], env=self.environment(), capture_output=True, text=True)
+        done = subprocess.run([sys.executable, "-B", "-c", ERASE], cwd=ROOT, env=self.environment(), capture_output=True, text=True)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertTrue(Path(done.stdout.strip()).is_relative_to(BUILD))
         self.assertEqual(state_of(self.home), before)

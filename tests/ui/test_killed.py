@@ -1,13 +1,10 @@
 """The program is ended from outside, with no chance to save anything, in the middle of a run and while it stores."""
 import random
-import sys
 import time
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import WM_CLOSE, wait_for  # noqa: E402
-from program import ITEMS, ProgramCase, only  # noqa: E402
+from tests.harness.driver import WM_CLOSE, wait_for
+from tests.harness.program import ITEMS, ProgramCase, only
 
 TIMES = 10
 KILLED = 1  # the exit code that the kill gives; an end of its own has 0

@@ -1,12 +1,8 @@
 """Profiles of Communicator 4, Netscape 7, Mozilla and Opera 7, erased from outside by the shipped program."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools/traces"))
-import other_browsers  # noqa: E402
-from program import DONE, ProgramCase, only  # noqa: E402
+from tests.harness.program import DONE, ProgramCase, only
+from tools.traces import other_browsers
 
 FAMILIES = {  # what the items' settings are called, and the traces that each of them takes
     "NTypedHistory": "Netscape typed addresses", "NClearMailHistry": "Netscape mail trash", "NCache": "Netscape cache",

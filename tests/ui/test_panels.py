@@ -1,13 +1,10 @@
 """The five panels: how they are chosen, what is on them, that all of it fits and that the keyboard reaches all of it."""
 import itertools
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, View, wait_for  # noqa: E402
-from panel_table import PANELS, Panel  # noqa: E402
-from program import ProgramCase, only  # noqa: E402
+from tests.harness.driver import BUILT, View, wait_for
+from tests.harness.panel_table import PANELS, Panel
+from tests.harness.program import ProgramCase, only
 
 GROUP_BOX, OPTION, OWNER_DRAWN, CHECK_BOX = 7, 9, 11, 3
 SCREEN, TASKBAR = (640, 480), 28

@@ -1,12 +1,9 @@
 """An erase run as its user sees it: log, progress, status and Stop; what is selected; what is stored of it."""
 import os
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import RUNNING_TITLE, wait_for  # noqa: E402
-from program import CLOSE_BUTTON, DONE, ITEMS, STOPPED, ProgramCase, only  # noqa: E402
+from tests.harness.driver import RUNNING_TITLE, wait_for
+from tests.harness.program import CLOSE_BUTTON, DONE, ITEMS, STOPPED, ProgramCase, only
 
 CLIPBOARD, TEMP = "Erasing Clipboard History...", "Erasing Windows Temp File/Folder ..."
 REGISTRY = "Erasing Erase Registry Fragment..."

@@ -1,13 +1,10 @@
 """The schedule: its controls, its modes, and what a tick meets. A tick is a minute; but for one test they are sent at once."""
 import datetime
-import sys
 import time
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, WM_CLOSE, wait_for  # noqa: E402
-from program import DONE, ProgramCase, only  # noqa: E402
+from tests.harness.driver import BUILT, WM_CLOSE, wait_for
+from tests.harness.program import DONE, ProgramCase, only
 
 WM_TIMER, SCHEDULER, BM_CLICK = 0x0113, 2, 0x00F5
 CLIPBOARD = "Erasing Clipboard History..."

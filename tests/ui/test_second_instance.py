@@ -1,11 +1,8 @@
 """A second start: it ends without a word and brings the running program to the front, whatever state that is in."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import wait_for  # noqa: E402
-from program import ProgramCase, only  # noqa: E402
+from tests.harness.driver import wait_for
+from tests.harness.program import ProgramCase, only
 
 
 class ASecondStart(ProgramCase):

@@ -1,12 +1,9 @@
 """The end of the session: an erase before it when that is wished, and the settings stored in every case."""
-import sys
 import threading
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import wait_for  # noqa: E402
-from program import CLOSE_BUTTON, DONE, ProgramCase, only  # noqa: E402
+from tests.harness.driver import wait_for
+from tests.harness.program import CLOSE_BUTTON, DONE, ProgramCase, only
 
 TEMP = "Erasing Windows Temp File/Folder ..."
 WM_QUERYENDSESSION, WM_ENDSESSION = 0x0011, 0x0016

@@ -1,12 +1,9 @@
 """The scheduled shredder: its list, the file that keeps it, and its part in an erase run."""
 import shutil
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from program import DONE, STARTED, STOPPED, only  # noqa: E402
-from shredder import EMPTY_COLLECTION, LIST_FILE, ShredderCase, overwritten_size, ready  # noqa: E402
+from tests.harness.program import DONE, STARTED, STOPPED, only
+from tests.harness.shredder import EMPTY_COLLECTION, LIST_FILE, ShredderCase, overwritten_size, ready
 
 ITEM = "Erasing Windows Temp File/Folder ..."
 SCHEDULED = only("WinTempFileFolder") | {"Scheduling": {"chkOptions": "1"}, "Shredder": {"txtLevel": "1"}}

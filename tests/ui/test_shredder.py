@@ -1,13 +1,10 @@
 """The manual file and folder shredder: its lists, how they are filled and emptied, and what its three buttons destroy."""
 import os
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, wait_for  # noqa: E402
-from part_registry import RUNNING_TITLE  # noqa: E402
-from shredder import EMPTY_FILE_LIST, EMPTY_FOLDER_LIST, ShredderCase, overwritten_size, ready  # noqa: E402
+from tests.harness.driver import BUILT, wait_for
+from tests.harness.part_registry import RUNNING_TITLE
+from tests.harness.shredder import EMPTY_FILE_LIST, EMPTY_FOLDER_LIST, ShredderCase, overwritten_size, ready
 
 LONG_NAMES = [f"{'long name ' * 9}{number:02}.txt" for number in range(24)]  # more than the dialog's answer has room for
 LB_GETHORIZONTALEXTENT = 0x0193

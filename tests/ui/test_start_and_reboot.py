@@ -1,11 +1,8 @@
 """Starting with Windows, and Windows started again after a run: the real thing, in a Windows that is nobody's."""
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import Desktop, wait_for  # noqa: E402
-from program import OFF_LINE, STARTED, ProgramCase, only  # noqa: E402
+from tests.harness.driver import Desktop, wait_for
+from tests.harness.program import OFF_LINE, STARTED, ProgramCase, only
 
 RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
 NAME = "Quellix - 1.0"

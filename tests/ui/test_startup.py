@@ -1,12 +1,9 @@
 """The start of the program: what it shows, what it takes from the store, and stores that are damaged."""
 import subprocess
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from driver import BUILT, wait_for  # noqa: E402
-from program import CAPTION, ITEMS, STARTED, STORE, ProgramCase, only  # noqa: E402
+from tests.harness.driver import BUILT
+from tests.harness.program import CAPTION, ITEMS, STARTED, STORE, ProgramCase, only
 
 REG_SZ = 1
 START_BOXES = [("chkStartUp", 0), ("chkStartUp", 1), ("chkStartUp", 2)]

@@ -13,9 +13,9 @@ import xml.etree.ElementTree as ElementTree
 from itertools import takewhile
 from pathlib import Path
 
-import pe_file
-from floor import BadFloor, Floor
-from pe_file import BadPe, PeFile, Resource
+from tools.audit import pe_file
+from tools.audit.floor import BadFloor, Floor
+from tools.audit.pe_file import BadPe, PeFile, Resource
 
 I386 = 0x14C
 SUBSYSTEMS = {"gui": 2, "console": 3}

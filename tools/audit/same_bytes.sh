@@ -10,6 +10,6 @@ git ls-files -co --exclude-standard -z -- CMakeLists.txt CMakePresets.json cmake
   { tail -n 20 "$copy/log.txt"; exit 1; }
 status=0
 for program in Quellix.exe iea.exe; do
-  python3 -B tools/audit/audit_pe.py "build/dist/$program" --same "$copy/build/win32/$program" || status=1
+  python3 -B -m tools.audit.audit_pe "build/dist/$program" --same "$copy/build/win32/$program" || status=1
 done
 exit "$status"

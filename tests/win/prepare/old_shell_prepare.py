@@ -1,9 +1,5 @@
 """A Windows whose shell's libraries lack two functions, and a proxy that has every page of the world."""
-import sys
-from pathlib import Path
-
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from erro_handle_prepare import prepare as go_online  # noqa: E402
+from tests.win.prepare.erro_handle_prepare import prepare as go_online
 
 # The new name stands in the same place of the alphabet, by which a library's names are searched.
 RENAMED = {"shlwapi": (b"SHDeleteKeyA", b"SHDeleteKeyB"), "shell32": (b"ShellExecuteA", b"ShellExecuteB")}

@@ -1,9 +1,5 @@
 """Plants links and names outside the code page in Opera's folders; what the links lead to is in C:\\outside."""
-import sys
-from pathlib import Path
-
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from folder_contents_prepare import WAYS, expect, listing, put  # noqa: E402
+from tests.win.prepare.folder_contents_prepare import WAYS, expect, listing, put
 
 STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
 STRANGE_TAKEN = ["cache4/opr00001.htm", "cookies4.dat", "global.dat", "opera.dir"]

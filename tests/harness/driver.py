@@ -1,7 +1,7 @@
 """Uses a Windows program from outside as a person does: real mouse, real keys, its windows, its notification icon.
 
 The program runs in a virtual Wine desktop on a screen and in a profile of its own (`Desktop`). A probe on the same
-desktop (uiprobe.cpp) tells what the windows show; what the user does goes through xdotool, never through messages.
+desktop (programs/uiprobe.cpp) tells what the windows show; what the user does goes through xdotool, never through messages.
 Nothing here sleeps for a result: every action waits until Windows has taken the input, every check is a `wait_...`.
 """
 import contextlib
@@ -9,15 +9,15 @@ import shutil
 import subprocess
 from pathlib import Path, PureWindowsPath
 
-from control_names import control_ids
-from part_input import Input
-from part_popups import Popups
-from part_registry import RUNNING_TITLE, Registry
-from part_windows import Windows
-from probe import BUILT, HERE, Probe, ProbeError, View, compile_windows_program
-from wine_home import BUILD, Display, WineHome, wait_for
+from tests.harness.control_names import control_ids
+from tests.harness.part_input import Input
+from tests.harness.part_popups import Popups
+from tests.harness.part_registry import RUNNING_TITLE, Registry
+from tests.harness.part_windows import Windows
+from tests.harness.probe import BUILT, PROGRAMS, Probe, ProbeError, View, compile_windows_program
+from tools.wine_home import BUILD, Display, WineHome, wait_for
 
-__all__ = ["BUILD", "BUILT", "HERE", "RUNNING_TITLE", "WM_CLOSE", "WM_NULL", "Desktop", "ProbeError", "View",
+__all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "WM_NULL", "Desktop", "ProbeError", "View",
            "compile_windows_program", "control_ids", "wait_for"]
 
 SIZE = "1024x768"
@@ -64,7 +64,7 @@ class Desktop(Windows, Input, Popups, Registry):
         return self
 
     def _set_up(self) -> None:
-        probe = compile_windows_program(HERE / "uiprobe.cpp", "-lgdi32")
+        probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32")
         self.display = self._leave.enter_context(Display(SIZE))
         self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name))
         shutil.copy2(probe, self.home.c / "uiprobe.exe")

@@ -1,18 +1,17 @@
-"""The browser's URL cache of a private Windows: filled and counted from outside (tests/doubles/plant_cache.cpp)."""
+"""The browser's URL cache of a private Windows: filled and counted from outside (programs/plant_cache.cpp)."""
 import shutil
 from pathlib import Path
 
-from probe import ROOT, compile_windows_program
-from wine_home import WineHome
+from tests.harness.probe import PROGRAMS, compile_windows_program
+from tools.wine_home import ROOT, WineHome
 
-SOURCE = ROOT / "tests/doubles/plant_cache.cpp"
 # What the planter shares with the Windows tests stands on these.
 PRODUCT = [ROOT / "src/platform" / name
            for name in ("late_binding.cpp", "path_text.cpp", "plain_text.cpp", "runtime_error.cpp")]
 
 
 def _planter() -> Path:
-    return compile_windows_program(SOURCE, "-I", str(ROOT / "src"), *map(str, PRODUCT))
+    return compile_windows_program(PROGRAMS / "plant_cache.cpp", "-I", str(ROOT / "src"), *map(str, PRODUCT))
 
 
 def plant(home: WineHome, *words: str) -> None:

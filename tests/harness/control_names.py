@@ -3,7 +3,7 @@ import ast
 import re
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
+from tools.wine_home import ROOT
 
 
 def control_ids(*headers: Path) -> dict:

@@ -2,16 +2,12 @@
 import contextlib
 import os
 import shutil
-import sys
 from pathlib import Path
 
-from driver import HERE, compile_windows_program, wait_for
-from part_registry import RUNNING_TITLE
-from probe import ROOT
-from program import OFF_LINE, ProgramCase, only
-
-sys.path.insert(0, str(ROOT / "tests/win"))
-import erro_handle_prepare  # noqa: E402
+from tests.harness.driver import PROGRAMS, compile_windows_program, wait_for
+from tests.harness.part_registry import RUNNING_TITLE
+from tests.harness.program import OFF_LINE, ProgramCase, only
+from tests.harness.proxy import start_proxy
 
 LIST_FILE = "QUELLIX_Shred"
 INTERNET_SETTINGS = r"Software\Microsoft\Windows\CurrentVersion\Internet Settings"
@@ -89,7 +85,7 @@ class ShredderCase(ProgramCase):
 
     def hold(self, path: str) -> int:
         """Another program that lets nobody else open a file, until it is terminated."""
-        program = compile_windows_program(HERE / "hold_file.cpp")
+        program = compile_windows_program(PROGRAMS / "hold_file.cpp")
         (self.d.home.c / program.name).write_bytes(program.read_bytes())
         (self.d.home.c / "held").unlink(missing_ok=True)
         holder = self.d.start(rf"C:\{program.name}", f'"{path}"')
@@ -135,9 +131,7 @@ class ShredderCase(ProgramCase):
     @contextlib.contextmanager
     def on_line(self):
         """Every web page is there, which is what the program takes for being on line."""
-        (self.d.home.c / "test").mkdir(exist_ok=True)
-        server = erro_handle_prepare.prepare(self.d.home)["QUELLIX_TEST_PROXY"]
-        self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", server)
+        self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", start_proxy(self.d.home.c / "requests.txt"))
         try:
             yield
         finally:

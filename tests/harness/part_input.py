@@ -4,8 +4,8 @@ import os
 import subprocess
 import time
 
-from probe import View
-from wine_home import wait_for
+from tests.harness.probe import View
+from tools.wine_home import wait_for
 
 
 class Input:

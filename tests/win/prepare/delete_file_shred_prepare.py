@@ -2,11 +2,9 @@
 import atexit
 import os
 import subprocess
-import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-import erro_handle_prepare  # noqa: E402
+from tests.win.prepare import erro_handle_prepare
 
 mounts: list[Path] = []
 

@@ -6,32 +6,46 @@ import queue
 import subprocess
 import threading
 import time
-import sys
 from pathlib import Path
 
-HERE = Path(__file__).resolve().parent
-ROOT = HERE.parents[1]
-sys.path.insert(0, str(ROOT / "tools"))
-from wine_home import BUILD, WineHome  # noqa: E402
+from tools.wine_home import BUILD, ROOT, WineHome
 
+PROGRAMS = ROOT / "tests/harness/programs"
 BUILT = BUILD / "ui"
 COMPILER = "i686-w64-mingw32-g++-posix"
 BST_CHECKED = 1
 
 
-def compile_windows_program(source: Path, *libraries: str, output: Path | None = None) -> Path:
-    """Builds one of the helper programs of the tests when its sources are newer; safe to call from several tests."""
+def compile_windows_program(source: Path, *more: str, output: Path | None = None) -> Path:
+    """Builds one of the helper programs of the tests when a file that it is made of is newer; safe to call from several tests.
+
+    `more` are further sources, libraries and options.
+    """
     BUILT.mkdir(parents=True, exist_ok=True)
     target = output or BUILT / (source.stem + ".exe")
-    with open(BUILT / "compile.lock", "w") as lock:
+    with open(target.with_suffix(".lock"), "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
-        newest = max(f.stat().st_mtime for f in [source, *source.parent.glob("*.h")])
-        if not target.exists() or target.stat().st_mtime < newest:
+        if not _up_to_date(target):
             fresh = target.with_suffix(".new")
-            subprocess.run([COMPILER, "-std=c++20", "-O1", "-Wall", "-Wextra", "-static", "-s", "-o", str(fresh), str(source),
-                            *libraries], check=True)
+            words = [COMPILER, "-std=c++20", "-O1", "-Wall", "-Wextra", str(source), *more]
+            subprocess.run([*words, "-static", "-s", "-o", str(fresh)], check=True)
+            # By itself, since a compilation of several sources in one go keeps what the last one includes only.
+            _made_of(target).write_text(subprocess.run([*words, "-MM"], check=True, capture_output=True, text=True).stdout)
             fresh.replace(target)
     return target
+
+
+def _made_of(target: Path) -> Path:
+    """The file that lists what a program was made of, in the words of make."""
+    return target.with_name(target.name + ".d")
+
+
+def _up_to_date(target: Path) -> bool:
+    if not target.exists() or not _made_of(target).exists():
+        return False
+    names = [name for name in _made_of(target).read_text().replace("\\\n", " ").split() if not name.endswith(":")]
+    files = [Path(name) for name in names]
+    return all(file.exists() and file.stat().st_mtime < target.stat().st_mtime for file in files)
 
 
 class View(dict):

@@ -1,5 +1,5 @@
 """The registry of a `Desktop`, before the program starts and while it runs."""
-from probe import ProbeError
+from tests.harness.probe import ProbeError
 
 # What the program calls itself once it runs, and with that the name its settings stand under.
 RUNNING_TITLE = "Program already runnning - This App Will Be Closed"

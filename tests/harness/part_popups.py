@@ -1,6 +1,6 @@
 """What comes up on a `Desktop`: message boxes, file dialogs, the notification icon and popup menus."""
-from probe import ProbeError, View
-from wine_home import wait_for
+from tests.harness.probe import ProbeError, View
+from tools.wine_home import wait_for
 
 
 class Popups:

@@ -1,9 +1,5 @@
 """A URL history store with real entries, in a time zone for each Windows version: none, west, east by a broken hour."""
-import sys
-from pathlib import Path
-
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "doubles"))
-from url_history import install_history_store  # noqa: E402
+from tests.doubles.url_history import install_history_store
 
 ZONES = {  # the zone as Unix writes it, and its minutes east of universal time
     "win98": ("UTC0", 0),

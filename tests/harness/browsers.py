@@ -1,7 +1,7 @@
 """Windows that look like a browser's to the program."""
 import shutil
 
-from driver import BUILT, HERE, Desktop, View, compile_windows_program, wait_for
+from tests.harness.driver import BUILT, PROGRAMS, Desktop, View, compile_windows_program, wait_for
 
 FRAME = "IEFrame"
 STATES = {"One": "normal", "Two": "maximised", "Three": "minimised"}
@@ -10,8 +10,8 @@ WS_MAXIMIZE = 0x01000000
 
 def install(home) -> None:
     """Lays the stand-in for a browser into a profile: for `Desktop(prepare=...)`."""
-    shutil.copy2(compile_windows_program(HERE / "browser.cpp"), home.c / "browser.exe")
-    library = compile_windows_program(HERE / "browser.cpp", "-shared", output=BUILT / "browser.dll")
+    shutil.copy2(compile_windows_program(PROGRAMS / "browser.cpp"), home.c / "browser.exe")
+    library = compile_windows_program(PROGRAMS / "browser.cpp", "-shared", output=BUILT / "browser.dll")
     shutil.copy2(library, home.c / "browser.dll")
 
 

@@ -2,7 +2,7 @@
 import unittest
 from typing import NamedTuple
 
-from driver import RUNNING_TITLE, WM_CLOSE, Desktop, wait_for
+from tests.harness.driver import RUNNING_TITLE, WM_CLOSE, Desktop, wait_for
 
 CAPTION = "Quellix v1.0"
 STARTED = "Displaying Main Settings"
@@ -77,7 +77,7 @@ class ProgramCase(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        name = f"{cls.__module__.removeprefix('test_')}-{cls.__name__}".lower()
+        name = f"{cls.__module__.rpartition('.')[2].removeprefix('test_')}-{cls.__name__}".lower()
         cls.d = cls.enterClassContext(Desktop(name, start=False, registry=OFF_LINE, **cls.options))
 
     def start(self, settings: dict | None = None, wait_until_started: bool = True) -> None:

@@ -1,8 +1,8 @@
 """What a `Desktop` sees: windows, controls by name, the focus; and waiting for it to become something."""
 import re
 
-from probe import ProbeError, View
-from wine_home import wait_for
+from tests.harness.probe import ProbeError, View
+from tools.wine_home import wait_for
 
 
 class Windows:

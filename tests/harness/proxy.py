@@ -1,10 +1,14 @@
-"""A proxy on this machine that has every page of the world and writes down what it is asked for."""
+"""A proxy on this machine that has every page of the world and writes down what it is asked for.
+
+With it the machine is on line to the program, which then reports its errors.
+"""
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
+from pathlib import Path
 
 
-def prepare(home):
-    requests = home.c / "test" / "requests.txt"
+def start_proxy(requests: Path) -> str:
+    """Starts it for as long as this process lives and returns its address; `requests` is the file that it writes to."""
     requests.touch()
 
     class Page(BaseHTTPRequestHandler):
@@ -22,4 +26,4 @@ def prepare(home):
 
     server = ThreadingHTTPServer(("127.0.0.1", 0), Page)
     threading.Thread(target=server.serve_forever, daemon=True).start()
-    return {"QUELLIX_TEST_PROXY": f"127.0.0.1:{server.server_port}"}
+    return f"127.0.0.1:{server.server_port}"

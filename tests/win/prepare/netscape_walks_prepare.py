@@ -4,11 +4,9 @@ Everything stands twice, for the walks by wide names and for those by ANSI names
 "Application Data/Mozilla/Profiles" the cleaners search. What the links lead to is in C:\\outside; afterwards the disk is looked
 at from outside of Windows.
 """
-import sys
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-from folder_contents_prepare import WAYS, expect, listing, put  # noqa: E402
+from tests.win.prepare.folder_contents_prepare import WAYS, expect, listing, put
 
 PROFILES = "Application Data/Mozilla/Profiles"
 
