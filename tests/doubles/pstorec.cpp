@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "../win/malloc_spy.h"
+#include "../win/support/malloc_spy.h"
 
 #include <ole2.h>
 #include <pstore.h>

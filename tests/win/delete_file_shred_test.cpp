@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "../logic/expected_overwrite.h"
+#include "../logic/support/expected_overwrite.h"
 #include "connection.h"
 #include "file_calls.h"
 #include "import_hook.h"

@@ -6,7 +6,7 @@
 //   plant_cache.exe count                                 prints "kind<TAB>number" for each kind
 //
 // A cookie's file has the cookie's name with "[1].txt" behind it.
-#include "../../win/cache_entries.h"
+#include "../../win/support/cache_entries.h"
 
 #include <cstdio>
 #include <cstdlib>

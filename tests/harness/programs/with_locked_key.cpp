@@ -1,7 +1,7 @@
 // Runs a program while a registry key of the current user gives no more than some access, and ends with its exit status.
 //
 //   with_locked_key.exe KEY ACCESS PROGRAM [ARGUMENT...]
-#include "../../win/locked_key.h"
+#include "../../win/support/locked_key.h"
 
 #include <process.h>
 #include <cstdlib>

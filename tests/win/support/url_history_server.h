@@ -15,7 +15,7 @@
 #include "platform/win32.h"
 
 // After win32.h, which sets the version macros.
-#include "../doubles/url_history_file.h"
+#include "../../doubles/url_history_file.h"
 
 using namespace cleaners;
 using namespace platform;
