@@ -11,39 +11,43 @@ from pathlib import Path
 from tests.doubles.url_history import history_urls, install_history_store, plant_history
 from tests.harness import browsers, url_cache
 from tests.harness.driver import BUILD, Desktop, compile_windows_program, wait_for
+from tests.harness.items import ITEMS
 from tools.traces import other_browsers
 from tools.wine_home import ROOT
 
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"
 
-# Item as the program names it, family as the traces program or a counter below names it.
-ITEMS = [
+# What an erase item takes, by the item's key: families of traces as the traces program or a counter below names them.
+FAMILIES = {
+    "LocationbarHistory": "typed addresses",
+    "ClearAutoComplete": "form entries",
+    "ClearAutoCompletePower": "form passwords",
+    "TemporaryInternetFile": "cache entries",
+    "InternetHistory": "history entries",
+    "ClearLockedIndex": "index files",
+    "Cookies": "cookies",
+    "WinTempFileFolder": "temporary files",
+    "RecentDocumentList": "recent documents",
+    "RecycleBin": "recycle bin",
+    "ScanDisk": "ScanDisk files",
+    "FindFileFolderHistory": "find history",
+    "RunHistory": "Run history",
+    "OpenSavedDialoge": "clipboard",
+    "EraseRegistryFrame": "registry streams",
+    "NTypedHistory": "Netscape typed addresses",
+    "NClearMailHistry": "Netscape mail trash",
+    "NCache": "Netscape cache",
+    "Ocookies": "Opera cookies",
+    "OClean": "Opera cache",
+    "OTypedUrl": "Opera typed addresses",
+}
+# What a run does before the items, and then every item that does any work: those are the ones that write to the log.
+TRACES_OF = [
     ("Shut down all Browser Windows before Erasing", "browser windows"),
     ("Scheduled File Shredder", "listed files"),
-    ("Erase Location Bar History", "typed addresses"),
-    ("Erase AutoComplete  Forms Data", "form entries"),
-    ("Erase AutoComplete Password Data", "form passwords"),
-    ("Erase Temporary Internet Files (Cache)", "cache entries"),
-    ("Internet History", "history entries"),
-    ("Erase Locked Index.dat", "index files"),
-    ("Erase Cookies", "cookies"),
-    ("Erase Windows Temp File/Folder", "temporary files"),
-    ("Erase Recent Document List", "recent documents"),
-    ("Erase Recycle Bin", "recycle bin"),
-    ("Erase ScanDisk .chk File", "ScanDisk files"),
-    ("Erase Find File/Folder History", "find history"),
-    ("Erase Run History", "Run history"),
-    ("Erase Clipboard", "clipboard"),
-    ("Erase Registry Fragment", "registry streams"),
-    ("Erase Netscape Typed URL", "Netscape typed addresses"),
-    ("Erase Mail History", "Netscape mail trash"),
-    ("Erase Netscape Cache", "Netscape cache"),
-    ("Erase Opera Cookies", "Opera cookies"),
-    ("Erase Opera Cache", "Opera cache"),
-    ("Erase Typed URL", "Opera typed addresses"),
+    *((item.caption, FAMILIES[item.key]) for item in ITEMS if item.lines),
 ]
-
 
 LISTED = [rf"C:\private papers\letter {number}, draft.txt" for number in range(5)]
 
@@ -123,7 +127,7 @@ def follow_log(desktop: Desktop) -> list[str]:
 def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
     print(f"\n   {'item':44} {'traces':25} {'before':>7} {'after':>7}")
     clean = True
-    for item, family in ITEMS:
+    for item, family in TRACES_OF:
         left = after[family]
         clean = clean and left == 0
         print(f"   {item:44} {family:25} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
@@ -139,7 +143,7 @@ def main() -> int:
         url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
         browsers.open_windows(desktop, (browsers.FRAME, "Holiday photos"), (browsers.FRAME, "Bank account"))
         before = count_traces(desktop, "plant")
-        empty = [family for _, family in ITEMS if before[family] == 0]
+        empty = [family for _, family in TRACES_OF if before[family] == 0]
         if empty:
             raise SystemExit(f"quellix: no traces could be laid out of: {', '.join(empty)}")
         print("== starting Quellix.exe and pressing \"Erase Only\"", flush=True)

@@ -1,7 +1,7 @@
 """What each panel of the main window holds: its navigation button, its frames, and every control with its caption."""
 from typing import NamedTuple
 
-from tests.harness.program import ITEMS
+from tests.harness.items import ITEMS
 
 
 class Panel(NamedTuple):

@@ -1,8 +1,8 @@
-"""What the tests of the shipped program share: its items, its start with chosen settings, its log, its title bar."""
+"""What the tests of the shipped program share: its start with chosen settings, its log, its title bar."""
 import unittest
-from typing import NamedTuple
 
 from tests.harness.driver import RUNNING_TITLE, WM_CLOSE, Desktop, wait_for
+from tests.harness.items import ITEMS
 
 CAPTION = "Quellix v1.0"
 STARTED = "Displaying Main Settings"
@@ -16,51 +16,6 @@ OFF_LINE = {r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings":
 
 WM_NCHITTEST = 0x0084
 MINIMISE_BUTTON, CLOSE_BUTTON = 8, 20
-
-
-class Item(NamedTuple):
-    key: str
-    array: str
-    index: int
-    caption: str
-    lines: tuple[str, ...] = ()
-
-    @property
-    def box(self) -> tuple[str, int]:
-        return self.array, self.index
-
-
-_IE, _WIN, _NET, _OPERA = "chkIEsettings", "chkWinsettings", "chkNetsettings", "chkOsettings"
-ITEMS = [
-    Item("LocationbarHistory", _IE, 0, "Erase Location Bar History", ("Erasing Internet Location Bar History...",)),
-    Item("ClearAutoComplete", _IE, 1, "Erase AutoComplete  Forms Data", ("Erasing Auto Complete forms data...",)),
-    Item("ClearAutoCompletePower", _IE, 3, "Erase AutoComplete Password Data",
-         ("Erasing Auto Complete password data...",)),
-    Item("TemporaryInternetFile", _IE, 2, "Erase Temporary Internet Files (Cache)",
-         ("Erasing Internet Temporary File...",)),
-    Item("InternetHistory", _IE, 4, "Internet History", ("Erasing IE History...",)),
-    Item("ClearLockedIndex", _IE, 7, "Erase Locked Index.dat", ("Erasing  Locked Index.dat...",)),
-    Item("Cookies", _IE, 8, "Erase Cookies", ("Erasing Cookies...",)),
-    Item("WinTempFileFolder", _WIN, 0, "Erase Windows Temp File/Folder", ("Erasing Windows Temp File/Folder ...",)),
-    Item("RecentDocumentList", _WIN, 1, "Erase Recent Document List", ("Erasing Windows Recent Document list ...",)),
-    Item("RecycleBin", _WIN, 2, "Erase Recycle Bin", ("Erasing Windows Recycle Bin ...",)),
-    Item("ScanDisk", _WIN, 3, "Erase ScanDisk .chk File", ("Erasing Scandisk .Chk Files...",)),
-    Item("FindFileFolderHistory", _WIN, 4, "Erase Find File/Folder History", ("Erasing Find File/Folder History...",)),
-    Item("RunHistory", _WIN, 5, "Erase Run History", ("Erasing RUN History...",)),
-    Item("OpenSavedDialoge", _WIN, 6, "Erase Clipboard", ("Erasing Clipboard History...",)),
-    Item("RecentDocument", _WIN, 7, "Erase Recent File/Folder"),
-    Item("EraseRegistryFrame", _WIN, 8, "Erase Registry Fragment", ("Erasing Erase Registry Fragment...",)),
-    Item("NTypedHistory", _NET, 1, "Erase Netscape Typed URL", ("Erasing Netscape Typed Url...",)),
-    Item("NClearMailHistry", _NET, 2, "Erase Mail History", ("Erasing Netscape Mail History...",)),
-    Item("NCache", _NET, 3, "Erase Netscape Cache", ("Erasing Netscape Cache...", "Erasing Netscape Cookies...")),
-    Item("Ocookies", _OPERA, 0, "Erase Opera Cookies", ("Erasing Opera Cookies ...",)),
-    Item("OClean", _OPERA, 1, "Erase Opera Cache", ("Erasing Opera Cache...",)),
-    Item("OTypedUrl", _OPERA, 2, "Erase Typed URL", ("Erasing Opera Typed URLs....",)),
-    # Shown and saved, and no run ever does anything about them.
-    Item("UrlErrorLogs", _IE, 5, "Erase URL Error Logs"),
-    Item("IEHistory", _IE, 6, "Erase IE History"),
-    Item("NCookies", _NET, 0, "Erase Netscape Cookies"),
-]
 
 
 def only(*keys: str) -> dict[str, dict[str, str]]:

@@ -17,6 +17,7 @@ using Lines = std::vector<std::string>;
 
 const char kStopped[] = "Erasing was manually stopped.";
 const char kErased[] = "Quellix has successfully erased selected item(s).";
+const std::string kFullRange = "bar range 0 to " + std::to_string(kFullBar);
 
 // What one item does when the bar stands at `value` afterwards.
 Lines ActionsOf(const ExpectedItem& item, int value) {
@@ -53,11 +54,11 @@ TEST(EraseOnly, RunsTheSelectedItemsInTheirOrderAndEndsWithAFullBar) {
   FakeEraseRunHost host;
   host.TickAll();
   RunEraseOnly(host);
-  Lines expected = {"show bar", "bar range 0 to 250", "stop button on", "stop request cleared"};
-  Append(expected, RunOver(22, 250, kErased));
+  Lines expected = {"show bar", kFullRange, "stop button on", "stop request cleared"};
+  Append(expected, RunOver(kItemsThatRun.size(), kFullBar, kErased));
   Append(expected, {"stop button off", "stop request set"});
   EXPECT_THAT(host.Actions(), ElementsAreArray(expected));
-  EXPECT_EQ(host.value, 250);
+  EXPECT_EQ(host.value, kFullBar);
   EXPECT_EQ(host.status, "Ready");
 }
 
@@ -208,8 +209,8 @@ TEST(EraseAndReboot, RebootsOnceTheRunIsOverAndLeavesTheBrowsersAlone) {
   host.closeBrowsersFlag = true;
   host.TickAll();
   RunEraseAndReboot(host);
-  Lines expected = {"show bar", "bar range 0 to 250", "stop button on", "stop request cleared"};
-  Append(expected, RunOver(22, 250, kErased));
+  Lines expected = {"show bar", kFullRange, "stop button on", "stop request cleared"};
+  Append(expected, RunOver(kItemsThatRun.size(), kFullBar, kErased));
   Append(expected, {"stop button off", "stop request set", "reboot"});
   EXPECT_THAT(host.Actions(), ElementsAreArray(expected));
   EXPECT_EQ(host.CountOf("? close browsers flag"), 0u);
@@ -236,13 +237,13 @@ TEST(EraseAndReboot, AsksForTheRebootTwiceWhenTheRunRebootsAsWell) {
 }
 
 TEST(Stop, WithinAnItemsPauseSkipsEveryItemAfterIt) {
-  for (std::size_t items = 1; items <= 22; ++items) {
+  for (std::size_t items = 1; items <= kItemsThatRun.size(); ++items) {
     FakeEraseRunHost host;
     host.TickAll();
     host.onCall = StopAt(host, "pause", items);
     RunEraseOnly(host);
-    Lines expected = {"show bar", "bar range 0 to 250", "stop button on", "stop request cleared"};
-    Append(expected, RunOver(items, 250, kStopped));
+    Lines expected = {"show bar", kFullRange, "stop button on", "stop request cleared"};
+    Append(expected, RunOver(items, kFullBar, kStopped));
     Append(expected, {"stop button off", "stop request set"});
     EXPECT_THAT(host.Actions(), ElementsAreArray(expected)) << "stopped in pause " << items;
   }
@@ -266,7 +267,7 @@ TEST(Stop, WithinTheScheduledShredSkipsEveryItem) {
   host.onCall = StopAt(host, "shred scheduled files");
   RunEraseOnly(host);
   EXPECT_THAT(host.log, ElementsAre("", kStopped));
-  EXPECT_EQ(host.value, 250);
+  EXPECT_EQ(host.value, kFullBar);
 }
 
 TEST(DoClean, AtTheSessionsEndSkipsEveryItemWhenTheStopRequestIsStillSet) {
@@ -283,9 +284,9 @@ TEST(DoClean, AtTheSessionsEndSkipsEveryItemWhenTheStopRequestIsStillSet) {
 TEST(DoClean, AtTheSessionsEndRunsEveryItemWhenNothingRanBefore) {
   FakeEraseRunHost host;
   host.TickAll();
-  host.max = 250;
+  host.max = kFullBar;
   doClean(host);
-  EXPECT_THAT(host.Actions(), ElementsAreArray(RunOver(22, 250, kErased)));
+  EXPECT_THAT(host.Actions(), ElementsAreArray(RunOver(kItemsThatRun.size(), kFullBar, kErased)));
   EXPECT_FALSE(host.stop) << "the run itself leaves the request as it is";
 }
 

@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "expected_items.h"
 
 using namespace settings;
 
@@ -25,33 +28,8 @@ struct Expected {
   SettingForm form;
 };
 
-// In reading order.
+// In reading order, after the items.
 const Expected kReadByReadStoredSettings[] = {
-    {"CleanSettings", "LocationbarHistory", "1", kFlag},
-    {"CleanSettings", "ClearAutoComplete", "1", kFlag},
-    {"CleanSettings", "TemporaryInternetFile", "1", kFlag},
-    {"CleanSettings", "ClearAutoCompletePower", "1", kFlag},
-    {"CleanSettings", "InternetHistory", "1", kFlag},
-    {"CleanSettings", "UrlErrorLogs", "1", kFlag},
-    {"CleanSettings", "IEHistory", "1", kFlag},
-    {"CleanSettings", "ClearLockedIndex", "1", kFlag},
-    {"CleanSettings", "Cookies", "1", kFlag},
-    {"CleanSettings", "WinTempFileFolder", "1", kFlag},
-    {"CleanSettings", "RecentDocumentList", "1", kFlag},
-    {"CleanSettings", "RecycleBin", "1", kFlag},
-    {"CleanSettings", "ScanDisk", "1", kFlag},
-    {"CleanSettings", "FindFileFolderHistory", "1", kFlag},
-    {"CleanSettings", "RunHistory", "1", kFlag},
-    {"CleanSettings", "OpenSavedDialoge", "1", kFlag},
-    {"CleanSettings", "RecentDocument", "1", kFlag},
-    {"CleanSettings", "EraseRegistryFrame", "1", kFlag},
-    {"CleanSettings", "NCookies", "1", kFlag},
-    {"CleanSettings", "NTypedHistory", "1", kFlag},
-    {"CleanSettings", "NClearMailHistry", "1", kFlag},
-    {"CleanSettings", "NCache", "1", kFlag},
-    {"CleanSettings", "Ocookies", "1", kFlag},
-    {"CleanSettings", "OClean", "1", kFlag},
-    {"CleanSettings", "OTypedUrl", "1", kFlag},
     {"Scheduling", "chkShEnable", "0", kFlag},
     {"Scheduling", "chkRbt", "0", kFlag},
     {"Scheduling", "CHKieclose", "False", kBoolean},
@@ -77,47 +55,12 @@ const Expected kReadElsewhere[] = {
     {"Name", "Titile", "", kText},
 };
 
-// "section/key" in the order in which they are written.
+// "section/key" in the order in which they are written, after the items.
 const std::vector<std::string> kSaved = {
-    "CleanSettings/LocationbarHistory",
-    "CleanSettings/ClearAutoComplete",
-    "CleanSettings/TemporaryInternetFile",
-    "CleanSettings/ClearAutoCompletePower",
-    "CleanSettings/InternetHistory",
-    "CleanSettings/UrlErrorLogs",
-    "CleanSettings/IEHistory",
-    "CleanSettings/ClearLockedIndex",
-    "CleanSettings/Cookies",
-    "CleanSettings/WinTempFileFolder",
-    "CleanSettings/RecentDocumentList",
-    "CleanSettings/RecycleBin",
-    "CleanSettings/ScanDisk",
-    "CleanSettings/FindFileFolderHistory",
-    "CleanSettings/RunHistory",
-    "CleanSettings/OpenSavedDialoge",
-    "CleanSettings/RecentDocument",
-    "CleanSettings/EraseRegistryFrame",
-    "CleanSettings/NCookies",
-    "CleanSettings/NTypedHistory",
-    "CleanSettings/NClearMailHistry",
-    "CleanSettings/NCache",
-    "CleanSettings/Ocookies",
-    "CleanSettings/OClean",
-    "CleanSettings/OTypedUrl",
-    "Scheduling/ScheduleSecond",
-    "Scheduling/ScheduleHour",
-    "Scheduling/ScheduleDay",
-    "Scheduling/ScheduleMinutes",
-    "Scheduling/ScheduleMin",
-    "Scheduling/ScheduledTime",
-    "Scheduling/chkOptions",
-    "Startup/LoadStartup",
-    "Startup/Startup",
-    "Scheduling/Shutdown",
-    "Scheduling/chkShEnable",
-    "Scheduling/chkRbt",
-    "Scheduling/CHKieclose",
-    "Shredder/txtLevel",
+    "Scheduling/ScheduleSecond", "Scheduling/ScheduleHour",  "Scheduling/ScheduleDay", "Scheduling/ScheduleMinutes",
+    "Scheduling/ScheduleMin",    "Scheduling/ScheduledTime", "Scheduling/chkOptions",  "Startup/LoadStartup",
+    "Startup/Startup",           "Scheduling/Shutdown",      "Scheduling/chkShEnable", "Scheduling/chkRbt",
+    "Scheduling/CHKieclose",     "Shredder/txtLevel",
 };
 
 std::string PathOf(const SettingRow& row) { return std::string(row.section) + "/" + row.key; }
@@ -129,11 +72,17 @@ std::vector<const SettingRow*> RowsReadBy(SettingReader reader) {
   return rows;
 }
 
-template <std::size_t Count>
-void ExpectRows(SettingReader reader, const Expected (&expected)[Count]) {
+// A new installation erases everything.
+std::vector<Expected> ExpectedItemRows(const std::vector<std::string>& keys) {
+  std::vector<Expected> rows;
+  for (const std::string& key : keys) rows.push_back({"CleanSettings", key.c_str(), "1", kFlag});
+  return rows;
+}
+
+void ExpectRows(SettingReader reader, const std::vector<Expected>& expected) {
   const std::vector<const SettingRow*> rows = RowsReadBy(reader);
-  ASSERT_EQ(rows.size(), Count);
-  for (std::size_t i = 0; i < Count; ++i) {
+  ASSERT_EQ(rows.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
     const std::string path = std::string(expected[i].section) + "/" + expected[i].key;
     EXPECT_EQ(PathOf(*rows[i]), path) << "row " << i;
     EXPECT_STREQ(rows[i]->defaultText, expected[i].defaultText) << "default of " << path;
@@ -144,19 +93,27 @@ void ExpectRows(SettingReader reader, const Expected (&expected)[Count]) {
 }  // namespace
 
 TEST(Schema, ReadsTheStoredSettingsInTheirOrderWithTheirDefaults) {
-  ExpectRows(SettingReader::ReadStoredSettings, kReadByReadStoredSettings);
+  const std::vector<std::string> keys = ExpectedItemKeys();
+  std::vector<Expected> expected = ExpectedItemRows(keys);
+  expected.insert(expected.end(), std::begin(kReadByReadStoredSettings), std::end(kReadByReadStoredSettings));
+  ExpectRows(SettingReader::ReadStoredSettings, expected);
 }
 
 TEST(Schema, LeavesTheShredderBoxAndLevelToTheControls) {
-  ExpectRows(SettingReader::LoadEraseSettings, kReadByLoadEraseSettings);
+  ExpectRows(SettingReader::LoadEraseSettings, {std::begin(kReadByLoadEraseSettings), std::end(kReadByLoadEraseSettings)});
 }
 
-TEST(Schema, LeavesTheWarningAndTheCaptionToTheirOwners) { ExpectRows(SettingReader::Elsewhere, kReadElsewhere); }
+TEST(Schema, LeavesTheWarningAndTheCaptionToTheirOwners) {
+  ExpectRows(SettingReader::Elsewhere, {std::begin(kReadElsewhere), std::end(kReadElsewhere)});
+}
 
 TEST(Schema, WritesTheSettingsInTheirOrder) {
   std::vector<std::string> saved;
   for (const Setting setting : SaveOrder()) saved.push_back(PathOf(SchemaRow(setting)));
-  EXPECT_THAT(saved, testing::ElementsAreArray(kSaved));
+  std::vector<std::string> expected;
+  for (const std::string& key : ExpectedItemKeys()) expected.push_back("CleanSettings/" + key);
+  expected.insert(expected.end(), kSaved.begin(), kSaved.end());
+  EXPECT_THAT(saved, testing::ElementsAreArray(expected));
 }
 
 TEST(Schema, SavesNothingOfTheBossKeyTheWarningAndTheCaption) {
@@ -171,14 +128,16 @@ TEST(Schema, GivesEverySavedSettingAPositionOfItsOwn) {
   for (const SettingRow& row : kSchema)
     if (row.saveOrder != kNotSaved)
       EXPECT_TRUE(positions.insert(row.saveOrder).second) << PathOf(row) << " shares its position";
-  EXPECT_EQ(positions.size(), 39u);
+  EXPECT_EQ(positions.size(), kSavedCount);
   EXPECT_EQ(*positions.begin(), 1);
-  EXPECT_EQ(*positions.rbegin(), 39);
+  EXPECT_EQ(*positions.rbegin(), static_cast<int>(kSavedCount));
 }
 
 TEST(Schema, HasEachSettingAndEachKeyOnce) {
-  EXPECT_EQ(kSettingCount, 42u);
-  EXPECT_EQ(kItemFlagCount, 25u);
+  const std::size_t others =
+      std::size(kReadByReadStoredSettings) + std::size(kReadByLoadEraseSettings) + std::size(kReadElsewhere);
+  EXPECT_EQ(kItemFlagCount, kExpectedItems.size());
+  EXPECT_EQ(kSettingCount, kItemFlagCount + others);
   std::set<std::string> paths;
   for (std::size_t i = 0; i < kSettingCount; ++i) {
     EXPECT_EQ(static_cast<std::size_t>(kSchema[i].setting), i) << PathOf(kSchema[i]) << " stands in another setting's row";

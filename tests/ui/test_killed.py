@@ -4,7 +4,8 @@ import time
 import unittest
 
 from tests.harness.driver import WM_CLOSE, wait_for
-from tests.harness.program import ITEMS, ProgramCase, only
+from tests.harness.items import ITEMS
+from tests.harness.program import ProgramCase, only
 
 TIMES = 10
 KILLED = 1  # the exit code that the kill gives; an end of its own has 0

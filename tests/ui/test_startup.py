@@ -3,7 +3,8 @@ import subprocess
 import unittest
 
 from tests.harness.driver import BUILT
-from tests.harness.program import CAPTION, ITEMS, STARTED, STORE, ProgramCase, only
+from tests.harness.items import ITEMS
+from tests.harness.program import CAPTION, STARTED, STORE, ProgramCase, only
 
 REG_SZ = 1
 START_BOXES = [("chkStartUp", 0), ("chkStartUp", 1), ("chkStartUp", 2)]

@@ -1,6 +1,10 @@
-// What the catalogue of erasable items is to hold, written down apart from it, and names for its enumerators in messages.
+// What the catalogue of erasable items is to hold, written down apart from it (erase_items.inc), and names for its
+// enumerators in messages.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,6 +17,7 @@ struct ExpectedItem {
   int index;
   const char* key;  // of the item's flag
   const char* caption;
+  bool runs;
   const char* logLine;  // null: none
   Cleaner cleaner;
   const char* secondLogLine;  // null: none
@@ -23,61 +28,72 @@ inline constexpr auto kWin = BoxArray::chkWinsettings;
 inline constexpr auto kNet = BoxArray::chkNetsettings;
 inline constexpr auto kOpera = BoxArray::chkOsettings;
 
-// clang-format off
-// In the order in which they run.
-inline const std::vector<ExpectedItem> kItemsThatRun = {
-    {kIe, 0, "LocationbarHistory", "Erase Location Bar History",
-     "Erasing Internet Location Bar History...", Cleaner::TypedUrls, nullptr},
-    {kIe, 1, "ClearAutoComplete", "Erase AutoComplete  Forms Data",
-     "Erasing Auto Complete forms data...", Cleaner::AutoCompleteForms, nullptr},
-    {kIe, 3, "ClearAutoCompletePower", "Erase AutoComplete Password Data",
-     "Erasing Auto Complete password data...", Cleaner::AutoCompletePasswords, nullptr},
-    {kIe, 2, "TemporaryInternetFile", "Erase Temporary Internet Files (Cache)",
-     "Erasing Internet Temporary File...", Cleaner::Cache, nullptr},
-    {kIe, 4, "InternetHistory", "Internet History",
-     "Erasing IE History...", Cleaner::IEHistory, nullptr},
-    {kIe, 7, "ClearLockedIndex", "Erase Locked Index.dat",
-     "Erasing  Locked Index.dat...", Cleaner::LockedIndex, nullptr},
-    {kIe, 8, "Cookies", "Erase Cookies",
-     "Erasing Cookies...", Cleaner::CookiesThenCache, nullptr},
-    {kWin, 0, "WinTempFileFolder", "Erase Windows Temp File/Folder",
-     "Erasing Windows Temp File/Folder ...", Cleaner::WindowsTemp, nullptr},
-    {kWin, 1, "RecentDocumentList", "Erase Recent Document List",
-     "Erasing Windows Recent Document list ...", Cleaner::RecentDocs, nullptr},
-    {kWin, 2, "RecycleBin", "Erase Recycle Bin",
-     "Erasing Windows Recycle Bin ...", Cleaner::RecycleBin, nullptr},
-    {kWin, 3, "ScanDisk", "Erase ScanDisk .chk File",
-     "Erasing Scandisk .Chk Files...", Cleaner::ScanDiskFiles, nullptr},
-    {kWin, 4, "FindFileFolderHistory", "Erase Find File/Folder History",
-     "Erasing Find File/Folder History...", Cleaner::Find, nullptr},
-    {kWin, 5, "RunHistory", "Erase Run History",
-     "Erasing RUN History...", Cleaner::RunHistory, nullptr},
-    {kWin, 6, "OpenSavedDialoge", "Erase Clipboard",
-     "Erasing Clipboard History...", Cleaner::Clipboard, nullptr},
-    {kWin, 7, "RecentDocument", "Erase Recent File/Folder",
-     nullptr, Cleaner::None, nullptr},
-    {kWin, 8, "EraseRegistryFrame", "Erase Registry Fragment",
-     "Erasing Erase Registry Fragment...", Cleaner::RegistryStreams, nullptr},
-    {kNet, 1, "NTypedHistory", "Erase Netscape Typed URL",
-     "Erasing Netscape Typed Url...", Cleaner::NetscapeTypedUrls, nullptr},
-    {kNet, 2, "NClearMailHistry", "Erase Mail History",
-     "Erasing Netscape Mail History...", Cleaner::NetscapeMail, nullptr},
-    {kNet, 3, "NCache", "Erase Netscape Cache",
-     "Erasing Netscape Cache...", Cleaner::NetscapeCache, "Erasing Netscape Cookies..."},
-    {kOpera, 0, "Ocookies", "Erase Opera Cookies",
-     "Erasing Opera Cookies ...", Cleaner::OperaCookies, nullptr},
-    {kOpera, 1, "OClean", "Erase Opera Cache",
-     "Erasing Opera Cache...", Cleaner::OperaCache, nullptr},
-    {kOpera, 2, "OTypedUrl", "Erase Typed URL",
-     "Erasing Opera Typed URLs....", Cleaner::OperaTypedUrls, nullptr},
+inline Cleaner ExpectedCleaner(const std::string& key) {
+  static const std::map<std::string, Cleaner> cleaners = {
+      {"LocationbarHistory", Cleaner::TypedUrls},
+      {"ClearAutoComplete", Cleaner::AutoCompleteForms},
+      {"ClearAutoCompletePower", Cleaner::AutoCompletePasswords},
+      {"TemporaryInternetFile", Cleaner::Cache},
+      {"InternetHistory", Cleaner::IEHistory},
+      {"ClearLockedIndex", Cleaner::LockedIndex},
+      {"Cookies", Cleaner::CookiesThenCache},
+      {"WinTempFileFolder", Cleaner::WindowsTemp},
+      {"RecentDocumentList", Cleaner::RecentDocs},
+      {"RecycleBin", Cleaner::RecycleBin},
+      {"ScanDisk", Cleaner::ScanDiskFiles},
+      {"FindFileFolderHistory", Cleaner::Find},
+      {"RunHistory", Cleaner::RunHistory},
+      {"OpenSavedDialoge", Cleaner::Clipboard},
+      {"EraseRegistryFrame", Cleaner::RegistryStreams},
+      {"NTypedHistory", Cleaner::NetscapeTypedUrls},
+      {"NClearMailHistry", Cleaner::NetscapeMail},
+      {"NCache", Cleaner::NetscapeCache},
+      {"Ocookies", Cleaner::OperaCookies},
+      {"OClean", Cleaner::OperaCache},
+      {"OTypedUrl", Cleaner::OperaTypedUrls},
+  };
+  const auto found = cleaners.find(key);
+  return found != cleaners.end() ? found->second : Cleaner::None;
+}
+
+inline const char* NullIfEmpty(const char* text) { return *text != 0 ? text : nullptr; }
+
+// In the order in which they run; those that never run come last.
+inline const std::vector<ExpectedItem> kExpectedItems = {
+#define ITEM(array, index, key, caption, runs, logLine, secondLogLine) \
+  {BoxArray::array, index, key, caption, runs, NullIfEmpty(logLine), ExpectedCleaner(key), NullIfEmpty(secondLogLine)},
+#include "erase_items.inc"
+#undef ITEM
 };
 
-inline const std::vector<ExpectedItem> kItemsThatNeverRun = {
-    {kIe, 5, "UrlErrorLogs", "Erase URL Error Logs", nullptr, Cleaner::None, nullptr},
-    {kIe, 6, "IEHistory", "Erase IE History", nullptr, Cleaner::None, nullptr},
-    {kNet, 0, "NCookies", "Erase Netscape Cookies", nullptr, Cleaner::None, nullptr},
-};
-// clang-format on
+inline std::vector<ExpectedItem> ExpectedItemsThat(bool run) {
+  std::vector<ExpectedItem> items;
+  std::copy_if(kExpectedItems.begin(), kExpectedItems.end(), std::back_inserter(items),
+               [run](const ExpectedItem& item) { return item.runs == run; });
+  return items;
+}
+
+inline const std::vector<ExpectedItem> kItemsThatRun = ExpectedItemsThat(true);
+inline const std::vector<ExpectedItem> kItemsThatNeverRun = ExpectedItemsThat(false);
+
+// Where the bar of a run over all boxes ends: ten for each of them, also for those that never run.
+inline const int kFullBar = static_cast<int>(kExpectedItems.size()) * 10;
+
+inline int ExpectedBoxCount(BoxArray array) {
+  return static_cast<int>(std::count_if(kExpectedItems.begin(), kExpectedItems.end(),
+                                        [array](const ExpectedItem& item) { return item.array == array; }));
+}
+
+// The items' keys in the order of the boxes, in which they are read and written.
+inline std::vector<std::string> ExpectedItemKeys() {
+  std::vector<ExpectedItem> items = kExpectedItems;
+  std::sort(items.begin(), items.end(), [](const ExpectedItem& one, const ExpectedItem& other) {
+    return one.array != other.array ? one.array < other.array : one.index < other.index;
+  });
+  std::vector<std::string> keys;
+  for (const ExpectedItem& item : items) keys.emplace_back(item.key);
+  return keys;
+}
 
 inline std::string NameOf(BoxArray array, int index) {
   static const char* const names[] = {"chkIEsettings", "chkWinsettings", "chkNetsettings", "chkOsettings"};
