@@ -67,6 +67,6 @@ need_wine() {
       refresh_index
     fi
   fi
-  install_packages '32-bit Wine' wine wine32:i386 fonts-wine
+  install_packages '32-bit Wine' wine wine32:i386 fonts-wine fonts-liberation fonts-dejavu-core
   install_packages 'the display and its tools' xvfb xdotool imagemagick x11-utils
 }
