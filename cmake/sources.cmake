@@ -8,7 +8,6 @@ set(LOGIC_SOURCES
   src/platform/runtime_error.cpp
   src/platform/system_error.cpp
   src/platform/text_value.cpp
-  src/settings/schema.cpp
   src/cleaners/cache_entry_rule.cpp
   src/cleaners/folder_guard.cpp
   src/cleaners/listed_names.cpp
@@ -20,6 +19,7 @@ set(LOGIC_SOURCES
   src/automation/boss_key.cpp
   src/automation/key_poll.cpp
   src/automation/run_value.cpp
+  src/automation/schedule_options.cpp
   src/automation/schedule_tick.cpp
   src/shred/block_writer.cpp
   src/shred/dialog_answer.cpp
@@ -27,9 +27,9 @@ set(LOGIC_SOURCES
   src/shred/folder_lines.cpp
   src/shred/list_file.cpp
   src/shred/overwrite_sequence.cpp
-  src/erase/catalogue.cpp
   src/erase/erase_run.cpp
   src/app/panel_navigation.cpp
+  src/app/start_up.cpp
   companions/iea/iea_rules.cpp
 )
 
@@ -42,10 +42,14 @@ set(WINDOWS_SOURCES
   src/platform/dialog.cpp
   src/platform/internet_transfer.cpp
   src/platform/late_binding.cpp
+  src/platform/message_box.cpp
   src/platform/message_pump.cpp
   src/platform/native_files.cpp
+  src/platform/panel.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
+  src/platform/window_text.cpp
+  src/settings/bound_controls.cpp
   src/settings/settings_store.cpp
   src/settings/stored_settings.cpp
   src/cleaners/CURLHistory.cpp
@@ -71,6 +75,8 @@ set(WINDOWS_SOURCES
   src/automation/frmWarning.cpp
   src/automation/modHide.cpp
   src/automation/modReboot.cpp
+  src/automation/scheduler.cpp
+  src/automation/stealth.cpp
   src/automation/updater.cpp
   src/shred/dropped_files.cpp
   src/shred/fraShred.cpp
@@ -82,15 +88,11 @@ set(WINDOWS_SOURCES
   src/shred/modShred.cpp
   src/shred/modShred_folders.cpp
   src/erase/fraClean.cpp
-  src/erase/run_cleaner.cpp
+  src/erase/catalogue.cpp
   src/app/erase_host.cpp
   src/app/fraHelp.cpp
   src/app/fraMain.cpp
   src/app/frmMain.cpp
-  src/app/front_window.cpp
-  src/app/frmMain_events.cpp
-  src/app/frmMain_stealth.cpp
-  src/app/frmMain_settings.cpp
   src/app/link_label.cpp
   src/app/mdSysTray.cpp
   src/app/single_instance.cpp

@@ -97,9 +97,9 @@ bool ClearSubtype(IPStore& store, const GUID& subtype) {
 bool ClearProtectedStore() {
   if (!late::PStoreCreateInstance) return true;
   const ComApartment apartment;
-  IPStore* opened = nullptr;
+  void* opened = nullptr;
   const HRESULT answer = late::PStoreCreateInstance(&opened, nullptr, nullptr, 0);
-  const UniqueInterface<IPStore> store(opened);
+  const UniqueInterface<IPStore> store(static_cast<IPStore*>(opened));
   if (IsNoStore(answer)) return true;
   if (FAILED(answer) || !store) return false;
   const auto subtypes = Subtypes(*store.get());

@@ -1,48 +1,49 @@
-// Answers what an erase run asks for from the panels and the rooms behind them.
+// Answers what an erase run asks for from the panels and the rooms below them.
 #pragma once
 
-#include "app/panels.h"
+#include "app/fraMain.h"
+#include "automation/fraScheduleManager.h"
+#include "erase/erase_run.h"
+#include "platform/main_window.h"
+#include "shred/fraShred.h"
 
 namespace app {
-using namespace platform;
 
 class EraseHost final : public erase::EraseRunHost {
  public:
-  EraseHost(Panels& panels, MainWindow& window) : panels_(panels), window_(window) {}
+  struct Panels {
+    fraMain& main;
+    erase::RunView& clean;
+    shred::fraShred& shred;
+    automation::fraScheduleManager& scheduleManager;
+  };
 
-  void ClearLog() override;
-  void AddLogLine(const std::string& line) override;
-  void SetStatusText(const std::string& text) override;
-  int ProgressValue() override;
-  int ProgressMax() override;
-  void SetProgressValue(int value) override;
-  void SetProgressRange(int min, int max) override;
-  void ShowProgress() override;
-  bool StopButtonEnabled() override;
-  void EnableStopButton(bool enabled) override;
-  bool ScheduleEnabled() override;
-  bool CloseBrowsersChecked() override;
+  EraseHost(platform::MainWindow& window, const Panels& panels) : window_(window), panels_(panels) {}
+
+  erase::RunView& View() override { return panels_.clean; }
+  void SetStatusText(const std::string& text) override { window_.SetStatusText(text); }
+  bool ScheduleEnabled() override { return panels_.scheduleManager.IsScheduleOn(); }
+  bool CloseBrowsersChecked() override { return panels_.scheduleManager.ClosesBrowsers(); }
   bool CloseBrowsersFlag() override;
-  bool ScheduledShredEnabled() override;
-  bool RebootAfterErase() override;
-  int SelectedItemCount() override;
+  bool ScheduledShredEnabled() override { return panels_.shred.IsScheduleOn(); }
+  bool RebootAfterErase() override { return panels_.scheduleManager.RebootsAfterErase(); }
+  std::span<const erase::EraseItem> Items() override;
+  int SelectedItemCount() override { return panels_.main.SelectedItemCount(); }
   std::string ItemFlag(const erase::EraseItem& item) override;
   bool StopRequested() override;
   void SetStopRequest(bool stop) override;
-  void RunCleaner(erase::Cleaner cleaner) override;
+  void RunCleaner(erase::Cleaner cleaner) override { cleaner(); }
   void PauseAfterItem() override;
   void CloseBrowserFrames() override;
-  bool ClosingBrowsers() override;
   void CloseWindowByTitle(const char* title) override;
   void MinimiseAllWindows() override;
-  void ShredScheduledFiles() override;
+  void ShredScheduledFiles() override { panels_.shred.ShredDelete(); }
   void Reboot() override;
   void ShowInformation(const char* text) override;
 
  private:
-  Panels& panels_;
-  MainWindow& window_;
-  bool closingBrowsers_ = false;
+  platform::MainWindow& window_;
+  Panels panels_;
 };
 
 }  // namespace app

@@ -3,25 +3,26 @@
 
 #include "app/fraHelp_ids.h"
 #include "app/link_label.h"
-#include "platform/dialog.h"
-#include "platform/handles.h"
+#include "app/quellix_ids.h"
+#include "platform/panel.h"
 
 namespace app {
 using namespace platform;
 
-class fraHelp : public Dialog {
+class fraHelp final : public Panel {
  public:
-  HWND Create(HWND parent);
+  fraHelp() : Panel(IDD_fraHelp, IDC_fraHelp) {}
 
  private:
   void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void OnClick(int id) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OpenPage(const char* address);
 
   LinkLabel Label16{*this, IDC_Label16};
   LinkLabel Label22{*this, IDC_Label22};
-  UniqueGdiObject picAbout_;
+  Label lblAbout{*this, IDC_lblAbout};
+  Picture picAbout{*this, IDC_picAbout, IDB_about};
 };
 
 }  // namespace app

@@ -1,48 +1,50 @@
 // The panel "Main Settings": the check boxes of the catalogue and the buttons that select and erase.
 #pragma once
 
-#include <array>
 #include <deque>
 
 #include "app/fraMain_ids.h"
+#include "app/quellix_ids.h"
 #include "cookies/frmCookie.h"
 #include "erase/catalogue.h"
 #include "platform/controls.h"
-#include "platform/dialog.h"
-#include "platform/handles.h"
 #include "platform/main_window.h"
+#include "platform/panel.h"
 
 namespace app {
 using namespace platform;
 
-class fraMain : public Dialog {
+class fraMain final : public Panel {
  public:
   explicit fraMain(MainWindow& window);
-  HWND Create(HWND parent);
+
+  void ShowBossKey(const std::string& name) { Label1.SetText(name); }
+
+  // The ticked boxes, those of items that never run among them.
+  int SelectedItemCount() const;
 
   // Each box takes its item flag's number; a flag that no box can show leaves its box as it is.
-  void LoadItemBoxes();
-  int SelectedItemCount();
-
-  Label Label1{*this, IDC_Label1};  // the boss key
-  Label Label6{*this, IDC_Label6};
+  void LoadEraseSettings() override;
 
  private:
-  void OnInit() override;
-  void OnCommand(int id, int notification) override;
+  // A box and the item whose flag it keeps.
+  struct ItemBox {
+    ItemBox(Dialog& dialog, const erase::EraseItem& ofItem);
 
-  CheckBox& Box(erase::BoxArray array, int index) {
-    return boxes_[static_cast<std::size_t>(array)][static_cast<std::size_t>(index)];
-  }
-  void ClickBox(erase::BoxArray array, int index);
+    const erase::EraseItem& item;
+    CheckBox box;
+  };
+
+  void OnInit() override;
+  void OnClick(int id) override;
   void SetEveryBox(int value);
-  void ShowPicture(int id, int bitmap, UniqueGdiObject& owner);
 
   MainWindow& window_;
   cookies::frmCookie cookies_;
-  std::array<std::deque<CheckBox>, erase::kBoxCounts.size()> boxes_;
-  UniqueGdiObject picNet_;
-  UniqueGdiObject picOpe_;
+  std::deque<ItemBox> boxes_;       // in the order of the boxes
+  Label Label1{*this, IDC_Label1};  // the boss key
+  Picture picNet{*this, IDC_picNet, IDB_picNet};
+  Picture picOpe{*this, IDC_picOpe, IDB_picOpe};
   UniqueGdiObject bossKeyFont_;
 };
 

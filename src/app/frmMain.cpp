@@ -1,16 +1,25 @@
 #include "app/frmMain.h"
 
-#include "app/quellix_ids.h"
+#include "app/panel_navigation.h"
 #include "app/single_instance.h"
-#include "app/timers.h"
-#include "app/tray_callback.h"
-#include "automation/restore_label.h"
+#include "automation/modReboot.h"
+#include "erase/catalogue.h"
 #include "platform/ErroHandle.h"
+#include "platform/Reg32.h"
+#include "platform/message_box.h"
+#include "platform/os_name.h"
 #include "platform/product.h"
-#include "settings/settings_variables.h"
+#include "platform/stop_request.h"
+#include "platform/system_functions.h"
+#include "platform/text_value.h"
+#include "platform/window_text.h"
+#include "settings/settings_store.h"
+#include "settings/stored_settings.h"
 
 namespace app {
 using namespace platform;
+using settings::Setting;
+using settings::Settings;
 
 namespace {
 
@@ -33,29 +42,25 @@ void RegisterMainWindowClass() {
   ::RegisterClassA(&main);
 }
 
-// The boss key has no second meaning: F10 would choose the system menu when it is let go after a restore. With Alt held down
-// it is another key.
-bool IsBossKey(const MSG& message) {
-  constexpr LPARAM kWithAlt = 1 << 29;
-  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_SYSKEYDOWN ||
-                     message.message == WM_SYSKEYUP;
-  return isKey && message.wParam == static_cast<WPARAM>(settings::Settings.BossKeyCode) && (message.lParam & kWithAlt) == 0;
-}
-
 // Enter presses a button that has the keyboard. The system does that for its own buttons and not for drawn ones.
 bool PressDrawnButton(const MSG& message) {
-  char name[16] = "";
   if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
-  ::GetClassNameA(message.hwnd, name, sizeof name);
-  if (::lstrcmpiA(name, "Button") != 0 || (::GetWindowLongA(message.hwnd, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW)
-    return false;
+  if (::lstrcmpiA(ClassOfWindow(message.hwnd).c_str(), "Button") != 0) return false;
+  if ((::GetWindowLongA(message.hwnd, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW) return false;
   ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
   return true;
 }
 
 }  // namespace
 
-frmMain::frmMain() : host_(panels_, *this), panels_(*this, host_) {}
+frmMain::frmMain()
+    : host_(*this, {.main = main_, .clean = clean_, .shred = shred_, .scheduleManager = scheduleManager_}),
+      main_(*this),
+      clean_(host_),
+      shred_(*this),
+      scheduleManager_(*this),
+      scheduler_(*this, scheduleManager_),
+      stealth_(*this) {}
 
 frmMain::~frmMain() {
   SetReporterTransfer(nullptr);
@@ -65,14 +70,13 @@ frmMain::~frmMain() {
 bool frmMain::Load(HWND owner) {
   RegisterMainWindowClass();
   if (Create(IDD_frmMain, owner) == nullptr) return false;
-  RunStartUp();
+  RunStartUp(*this);
   return true;
 }
 
 void frmMain::OnInit() {
   MainWindowHandle = Handle();
   SetReporterTransfer(&Inet1);
-  taskbarCreated_ = ::RegisterWindowMessageA("TaskbarCreated");
   keys_ = ::LoadAcceleratorsA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDA_keys));
   ::SendMessageA(Handle(), WM_SETICON, ICON_BIG,
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON))));
@@ -80,13 +84,55 @@ void frmMain::OnInit() {
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))));
   stBar.Arrange(QUELLIX_CAPTION);
   bannerColour_.reset(::CreateSolidBrush(kBannerGround));
-  banner_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_banner), IMAGE_BITMAP, 0, 0, 0));
-  ::SendDlgItemMessageA(Handle(), IDC_Image1, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(banner_.get()));
-  StartTimers(Handle());
-  PlacePanel(panels_.main.Create(Handle()), cmdHelp.Handle());
+  stealth_.Start(Handle());
+  scheduler_.Start(Handle());
+  PlacePanel(main_.Create(Handle()), cmdHelp.Handle());
 }
 
-// In the common place, and in the tab order behind `after`.
+// The start, step by step
+
+void frmMain::SaveCaption() { settings::SaveSetting(Setting::Titile, QUELLIX_CAPTION); }
+
+void frmMain::ReadStoredSettings() { settings::ReadStoredSettings(erase::StoredItemFlags()); }
+
+void frmMain::LoadEraseSettings() {
+  for (const Row& row : rows_) resumeNext([&row] { row.panel.LoadEraseSettings(); });
+}
+
+void frmMain::LoadGeneralSettings() {
+  scheduler_.Arm(Handle());
+  reportAndLeave("frmMain,LoadGeneralSettings", [this] {
+    for (const Row& row : rows_) row.panel.LoadGeneralSettings();
+  });
+}
+
+void frmMain::NameTheSystem() { OsName = FindOS(); }
+
+void frmMain::ShowWindow() {
+  ::ShowWindow(Handle(), SW_SHOW);
+  ::RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void frmMain::MakeOtherPanels() {
+  for (std::size_t panel = 1; panel < rows_.size(); ++panel)
+    PlacePanel(rows_[panel].panel.Create(Handle()), rows_[panel - 1].panel.Handle());
+  resumeNext([] { late::CoInitialize(nullptr); });  // for the shell
+}
+
+bool frmMain::ErasesAtStart() { return Trim(Settings[Setting::Startup]) == "1"; }
+
+void frmMain::AddIcon() {
+  icon_.Fill(Handle(), reinterpret_cast<HICON>(::SendMessageA(Handle(), WM_GETICON, ICON_SMALL, 0)), QUELLIX_CAPTION);
+  icon_.Add();
+}
+
+// The panels
+
+std::string frmMain::StatusOf(const Row& row) {
+  return PanelStatusText(row.statusName != nullptr ? row.statusName : row.button.Text());
+}
+
+// In the common place, and in the tab order after `after`.
 void frmMain::PlacePanel(HWND panel, HWND after) {
   RECT place;
   ::GetWindowRect(::GetDlgItem(Handle(), IDC_panel), &place);
@@ -94,102 +140,163 @@ void frmMain::PlacePanel(HWND panel, HWND after) {
   ::SetWindowPos(panel, after, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-// The panels that the user does not see at first. Their hundred controls take as long as all the rest of the start, so
-// they are made once the window is on the screen; what was loaded into them until then shows itself.
-void frmMain::CreateOtherPanels() {
-  HWND after = panels_.main.Handle();
-  for (const HWND panel : {panels_.clean.Create(Handle()), panels_.shred.Create(Handle()),
-                           panels_.scheduleManager.Create(Handle()), panels_.help.Create(Handle())}) {
-    PlacePanel(panel, after);
-    after = panel;
-  }
-}
-
-HWND frmMain::PanelWindow(Panel panel) const {
-  switch (panel) {
-    case Panel::MainSettings:
-      return panels_.main.Handle();
-    case Panel::Erase:
-      return panels_.clean.Handle();
-    case Panel::SecureDeletion:
-      return panels_.shred.Handle();
-    case Panel::AdvanceSettings:
-      return panels_.scheduleManager.Handle();
-    case Panel::Help:
-      return panels_.help.Handle();
-  }
-  return nullptr;
-}
-
-// The group box that a panel's controls stand in shows it.
-std::string frmMain::PanelCaption() const {
-  constexpr int kFrames[] = {IDC_fraMain, IDC_fraClean, IDC_fraShred, IDC_fraScheduleManager, IDC_fraHelp};
-  char caption[80] = "";
-  ::GetDlgItemTextA(PanelWindow(shown_), kFrames[static_cast<std::size_t>(shown_)], caption, sizeof caption);
-  return caption;
-}
-
-Control& frmMain::NavigationButton(Panel panel) {
-  Control* const buttons[] = {&cmdDefault, &cmdCleenFrame, &cmdSecureDelk, &cmdSchedule, &cmdHelp};
-  return *buttons[static_cast<std::size_t>(panel)];
-}
-
 // The others are hidden, so that neither the keyboard nor a click reaches what lies beneath.
-void frmMain::BringToFront(Panel panel) {
+void frmMain::BringToFront(std::size_t panel) {
   shown_ = panel;
-  ::ShowWindow(PanelWindow(panel), SW_SHOW);
-  for (int other = 0; other < kPanelCount; ++other)
-    if (static_cast<Panel>(other) != panel) ::ShowWindow(PanelWindow(static_cast<Panel>(other)), SW_HIDE);
+  ::ShowWindow(rows_[panel].panel.Handle(), SW_SHOW);
+  for (std::size_t other = 0; other < rows_.size(); ++other)
+    if (other != panel) ::ShowWindow(rows_[other].panel.Handle(), SW_HIDE);
   // A focus that is set in a hidden window leaves its title bar inactive when it shows.
   if (!::IsWindowVisible(Handle())) return;
   const HWND focus = ::GetFocus();
-  if (focus == nullptr || !::IsWindowVisible(focus)) ::SetFocus(NavigationButton(panel).Handle());
+  if (focus == nullptr || !::IsWindowVisible(focus)) MoveFocusTo(rows_[panel].button.Handle());
 }
 
-void frmMain::Navigate(Panel panel) {
-  const std::string status = PanelStatusText(panel, NavigationButton(panel).Text());
-  if (panel == Panel::Erase) {
-    SetStatusText(status);
-    panels_.clean.lstCln.Clear();
-    BringToFront(panel);
-    if (panels_.clean.cmdClean.Text() != "Stop") panels_.clean.PbarClean.SetVisible(false);
-    return;
-  }
+void frmMain::Navigate(std::size_t panel) {
+  const Row& row = rows_[panel];
+  SetStatusText(StatusOf(row));
+  row.panel.BeforeFront();
   BringToFront(panel);
-  if (panel == Panel::AdvanceSettings) {
-    panels_.scheduleManager.lblRestore.SetText(
-        automation::RestoreLabelFromNavigation(panels_.scheduleManager.cmbBoss.Text()));
-    panels_.scheduleManager.ClickScheduleEnabled();
-  }
-  SetStatusText(status);
+  row.panel.AfterFront();
+}
+
+void frmMain::GoToNeighbour(int steps) {
+  Navigate(static_cast<std::size_t>(NeighbourPanel(static_cast<int>(shown_), steps, static_cast<int>(rows_.size()))));
 }
 
 bool frmMain::TranslateKey(MSG& message) {
-  if (IsBossKey(message)) return true;
+  if (automation::Stealth::IsBossKey(message)) return true;
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
     if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressDrawnButton(message)) return true;
   return Dialog::TranslateKeys(message);
 }
 
-void frmMain::OnCommand(int id, int notification) {
-  if (notification == BN_CLICKED && id >= IDC_cmdDefault && id <= IDC_cmdHelp)
-    return Navigate(static_cast<Panel>(id - IDC_cmdDefault));
+void frmMain::OnClick(int id) {
+  const int key = id - IDA_panel_0;
+  for (std::size_t panel = 0; panel < rows_.size(); ++panel)
+    if (id == rows_[panel].button.Id() || key == static_cast<int>(panel)) return Navigate(panel);
   switch (id) {
     case IDM_mPopClean:
-      ShowAndActivateFromMenu();
+      stealth_.ComeBackFromMenu();
       ShowErasePanel();
       return EraseOnly();
     case IDM_mPopRestore:
-      return ShowAndActivateFromMenu();
+      return stealth_.ComeBackFromMenu();
     case IDM_mPopExit:
       return AskToExit();
     case IDA_nextPanel:
-      return Navigate(NeighbourPanel(shown_, 1));
+      return GoToNeighbour(1);
     case IDA_previousPanel:
-      return Navigate(NeighbourPanel(shown_, -1));
-    default:
-      if (id >= IDA_panel_0 && id <= IDA_panel_4) Navigate(static_cast<Panel>(id - IDA_panel_0));
+      return GoToNeighbour(-1);
   }
+}
+
+// Saving
+
+void frmMain::SaveEraseSettings() {
+  reportAndLeave("frmMain,SaveEraseSettings", [this] {
+    automation::RegisterStartup();
+    for (const Row& row : rows_) row.panel.KeepSettings();
+    settings::WriteStoredSettings(erase::StoredItemFlags());
+    if (shred_.HasScheduledFiles()) shred_.SaveSettingsToFile();
+  });
+}
+
+void frmMain::SaveAllSettings() {
+  resumeNext([this] { SaveEraseSettings(); });
+}
+
+// Events
+
+void frmMain::OnTimer(UINT_PTR timer) {
+  stealth_.OnTimer(timer);
+  scheduler_.OnTimer(timer);
+}
+
+std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (icon_.TakeTaskbarNews(message)) return 0;
+  switch (message) {
+    case WM_COMMAND:
+      return ForwardCommand(wParam, lParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_SIZE:
+      // The window lives on in the notification area.
+      if (wParam == SIZE_MINIMIZED) ::ShowWindow(Handle(), SW_HIDE);
+      return {};
+    case WM_SHOWWINDOW:
+      // What is open over the window goes out of sight with it, and comes back with it.
+      if (lParam == 0) ::ShowOwnedPopups(Handle(), wParam != 0);
+      return {};
+    case kTrayCallback:
+      OnTrayCallback(wParam, lParam);
+      return {};
+    case WM_CTLCOLORSTATIC: {
+      const int id = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
+      if (id != IDC_Picture1 && id != IDC_Image1) return {};
+      return reinterpret_cast<LRESULT>(bannerColour_.get());
+    }
+    case WM_QUERYENDSESSION:
+      CloseQuery(true);
+      return TRUE;  // the close is never cancelled
+    case WM_ENDSESSION:
+      if (wParam != 0) Unload();
+      return 0;
+    default:
+      return {};
+  }
+}
+
+// Enter on a panel's button reaches the main window, because the keyboard is handled here; the panel gets its own.
+bool frmMain::ForwardCommand(WPARAM wParam, LPARAM lParam) {
+  const auto control = reinterpret_cast<HWND>(lParam);
+  const HWND parent = control != nullptr ? ::GetParent(control) : nullptr;
+  if (parent == nullptr || parent == Handle() || !::IsChild(Handle(), parent)) return false;
+  ::SendMessageA(parent, WM_COMMAND, wParam, lParam);
+  return true;
+}
+
+void frmMain::ShowIcon(bool shown) { shown ? icon_.Add() : icon_.Remove(); }
+
+void frmMain::OnTrayCallback(WPARAM wParam, LPARAM lParam) {
+  switch (icon_.ActionOf(wParam, lParam)) {
+    case TrayAction::RestoreWindow:
+      return stealth_.ComeBackFromIcon();
+    case TrayAction::PopupMenu:
+      return ShowIconMenu();
+    case TrayAction::None:
+      return;
+  }
+}
+
+// While a question is open, it comes to the front and there is no menu.
+void frmMain::ShowIconMenu() {
+  ::SetForegroundWindow(WindowInFront(Handle()));
+  if (!IsSomethingAsked()) icon_.ShowMenu();
+}
+
+void frmMain::AskToExit() {
+  constexpr UINT kYesNoQuestion = MB_YESNO | MB_ICONQUESTION;
+  static_assert(kYesNoQuestion == 36);
+  if (ShowMessage("Are you sure you want to exit Quellix?", "Confirmation", kYesNoQuestion) == IDNO) return;
+  resumeNext([this] { icon_.Remove(); });
+  OnClose();
+}
+
+void frmMain::OnClose() {
+  CloseQuery(false);
+  Unload();
+}
+
+void frmMain::CloseQuery(bool sessionEnds) {
+  // The stop request is not cleared here: after an earlier run it is still set, and the run skips every item. Meant.
+  if (sessionEnds && Settings[Setting::Shutdown] == "1") erase::doClean(host_);
+  StopErase = true;
+}
+
+// The process ends here, also from inside a running erase; nothing touches the window afterwards.
+void frmMain::Unload() {
+  resumeNext([this] { SaveAllSettings(); });
+  resumeNext([this] { icon_.Remove(); });
+  ::ExitProcess(0);
 }
 
 }  // namespace app

@@ -1,22 +1,30 @@
-// The main window: it creates the panels, owns the window's events and the notification icon, and gives the panels what
-// they need of it.
+// The main window: a composition of the panels, the notification icon, the scheduler, the stealth keys and the start. It
+// lists the panels and passes on what happens to the one that it concerns.
 #pragma once
 
+#include <array>
+
 #include "app/erase_host.h"
+#include "app/fraHelp.h"
+#include "app/fraMain.h"
 #include "app/frmMain_ids.h"
 #include "app/mdSysTray.h"
-#include "app/panels.h"
-#include "automation/frmWarning.h"
+#include "app/quellix_ids.h"
+#include "app/start_up.h"
+#include "automation/fraScheduleManager.h"
+#include "automation/scheduler.h"
+#include "automation/stealth.h"
+#include "erase/fraClean.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
-#include "platform/handles.h"
 #include "platform/internet_transfer.h"
 #include "platform/main_window.h"
+#include "shred/fraShred.h"
 
 namespace app {
 using namespace platform;
 
-class frmMain final : public Dialog, public MainWindow {
+class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
  public:
   frmMain();
   ~frmMain();
@@ -30,62 +38,89 @@ class frmMain final : public Dialog, public MainWindow {
   // MainWindow
   HWND Window() const override { return Handle(); }
   void SetStatusText(const std::string& text) override { stBar.SetPanel2(text); }
-  void EraseOnly() override;
-  void ShowErasePanel() override { Navigate(Panel::Erase); }
-  void RunInvisibly() override;
-  void HideByBossKey() override;
-  void ShowBossKey(const std::string& name) override { panels_.main.Label1.SetText(name); }
-  std::string PanelCaption() const override;
+  void EraseOnly() override { erase::RunEraseOnly(host_); }
+  void ShowErasePanel() override { Click(IDC_cmdCleenFrame); }
+  void RunInvisibly() override { stealth_.RunInvisibly(); }
+  void HideByBossKey() override { stealth_.HideByBossKey(); }
+  void ShowBossKey(const std::string& name) override { main_.ShowBossKey(name); }
+  std::string PanelCaption() const override { return rows_[shown_].panel.Caption(); }
+  void ShowIcon(bool shown) override;
 
  private:
+  // A panel with its button. The status bar names it by the button's caption, or as the row says.
+  struct Row {
+    Button& button;
+    Panel& panel;
+    const char* statusName = nullptr;
+  };
+
+  // Dialog
   void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void OnClick(int id) override;
+  void OnCancel() override {}  // Esc closes nothing
+  void OnClose() override;
+  void OnTimer(UINT_PTR timer) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+  // StartUpSteps
+  void SaveCaption() override;
+  void ReadStoredSettings() override;
+  void LoadEraseSettings() override;
+  void LoadGeneralSettings() override;
+  void LoadBossKey() override { scheduleManager_.getBossKeySetting(); }
+  void BringFirstPanelToFront() override { BringToFront(0); }
+  void NameTheSystem() override;
+  void LoadScheduledList() override { shred_.LoadFiles(); }
+  void ShowWindow() override;
+  void MakeOtherPanels() override;
+  bool ErasesAtStart() override;
+  void AddIcon() override;
+  void ShowStartStatus() override { SetStatusText(StatusOf(rows_.front())); }
+
+  static std::string StatusOf(const Row& row);
   void PlacePanel(HWND panel, HWND after);
-  void CreateOtherPanels();
-  HWND PanelWindow(Panel panel) const;
-  Control& NavigationButton(Panel panel);
-  void BringToFront(Panel panel);
-  void Navigate(Panel panel);
+  void BringToFront(std::size_t panel);
+  void Navigate(std::size_t panel);
+  void GoToNeighbour(int steps);
 
-  void RunStartUp();
-  void LoadEraseSettings();
-  void LoadGeneralSettings();
   void SaveEraseSettings();
   void SaveAllSettings();
 
   bool ForwardCommand(WPARAM wParam, LPARAM lParam);
   void OnTrayCallback(WPARAM wParam, LPARAM lParam);
-  void RestoreFromIcon();
-  void ShowAndActivateFromMenu();
-  void ShowPopupMenu();
+  void ShowIconMenu();
   void AskToExit();
-  void OnTimer(WPARAM timer);
-  void TickScheduler();
-  void PollKeys();
-  void Vanish();
-  void RestoreByBossKey();
-  void ComeBack();
   void CloseQuery(bool sessionEnds);
   [[noreturn]] void Unload();
 
   EraseHost host_;
-  Panels panels_;
-  Panel shown_ = Panel::MainSettings;
+  fraMain main_;
+  erase::fraClean clean_;
+  shred::fraShred shred_;
+  automation::fraScheduleManager scheduleManager_;
+  fraHelp help_;
+  automation::Scheduler scheduler_;
+  automation::Stealth stealth_;
+  NotificationIcon icon_;
+
   Button cmdDefault{*this, IDC_cmdDefault};
   Button cmdCleenFrame{*this, IDC_cmdCleenFrame};
   Button cmdSecureDelk{*this, IDC_cmdSecureDelk};
   Button cmdSchedule{*this, IDC_cmdSchedule};
   Button cmdHelp{*this, IDC_cmdHelp};
+  // In the order of the buttons and of the keys Ctrl+1 and following. The doubled word in the last status is meant.
+  std::array<Row, 5> rows_{{{cmdDefault, main_},
+                            {cmdCleenFrame, clean_},
+                            {cmdSecureDelk, shred_},
+                            {cmdSchedule, scheduleManager_},
+                            {cmdHelp, help_, "Displaying Help"}}};
+  std::size_t shown_ = 0;
+
   StatusBar stBar{*this, IDC_stBar};
+  Picture Image1{*this, IDC_Image1, IDB_banner, 0};
   InternetTransfer Inet1;
   InternetTransfer Inet2;
-  NotificationIcon icon_;
-  automation::frmWarning warning_;
-  UniqueGdiObject banner_;
   UniqueGdiObject bannerColour_;
-  UINT taskbarCreated_ = 0;
   HACCEL keys_ = nullptr;
 };
 

@@ -1,6 +1,6 @@
 #include "app/link_label.h"
 
-#include "platform/handles.h"
+#include "platform/window_text.h"
 
 namespace app {
 using namespace platform;
@@ -8,11 +8,9 @@ using namespace platform;
 namespace {
 
 UniqueGdiObject UnderlinedFont(HWND window) {
-  LOGFONTA font{};
-  const auto dialogFont = reinterpret_cast<HGDIOBJ>(::SendMessageA(window, WM_GETFONT, 0, 0));
-  ::GetObjectA(dialogFont, sizeof font, &font);
+  LOGFONTA font = FontOfWindow(window);
   font.lfUnderline = TRUE;
-  return UniqueGdiObject(::CreateFontIndirectA(&font));
+  return MakeFont(font);
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/tray_callback.h"
+#include "app/quellix_ids.h"
+#include "platform/handles.h"
 #include "platform/system_functions.h"
 
 namespace app {
@@ -27,13 +28,31 @@ void NotificationIcon::Fill(HWND window, HICON icon, const std::string& tip) {
 }
 
 void NotificationIcon::Add() {
-  onShow_ = true;
+  wanted_ = true;
   late::ShellNotifyIcon(NIM_ADD, &record_);
 }
 
 void NotificationIcon::Remove() {
-  onShow_ = false;
+  wanted_ = false;
   late::ShellNotifyIcon(NIM_DELETE, &record_);
+}
+
+bool NotificationIcon::TakeTaskbarNews(UINT message) {
+  if (taskbarCreated_ == 0 || message != taskbarCreated_) return false;
+  if (wanted_) Add();
+  return true;
+}
+
+TrayAction NotificationIcon::ActionOf(WPARAM wParam, LPARAM lParam) const {
+  return TrayActionOf(wParam, static_cast<std::uintptr_t>(lParam), ::GetKeyState(VK_LBUTTON) < 0);
+}
+
+void NotificationIcon::ShowMenu() const {
+  const UniqueMenu menu(::LoadMenuA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDM_mPopupSys)));
+  POINT mouse;
+  ::GetCursorPos(&mouse);
+  ::TrackPopupMenu(::GetSubMenu(menu.get(), 0), TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, record_.hWnd, nullptr);
+  ::PostMessageA(record_.hWnd, WM_NULL, 0, 0);  // lets the menu close at the next click elsewhere
 }
 
 }  // namespace app

@@ -1,8 +1,10 @@
-// The icon in the notification area of the taskbar.
+// The icon in the notification area of the taskbar: its record, whether it is wanted there, its menu, and what a click on it
+// means.
 #pragma once
 
 #include <string>
 
+#include "app/tray_callback.h"
 #include "platform/win32.h"
 
 #include <shellapi.h>
@@ -17,11 +19,20 @@ class NotificationIcon {
   void Fill(HWND window, HICON icon, const std::string& tip);
   void Add();
   void Remove();
-  bool OnShow() const { return onShow_; }
+
+  // The taskbar has been started anew: the icon that was there is added again. True when the message was that news.
+  bool TakeTaskbarNews(UINT message);
+
+  // What the callback message asks for.
+  TrayAction ActionOf(WPARAM wParam, LPARAM lParam) const;
+
+  // Shows the menu where the mouse is; a chosen entry comes to the window as a command.
+  void ShowMenu() const;
 
  private:
   NOTIFYICONDATAA record_{};
-  bool onShow_ = false;
+  bool wanted_ = false;
+  UINT taskbarCreated_ = ::RegisterWindowMessageA("TaskbarCreated");
 };
 
 }  // namespace app

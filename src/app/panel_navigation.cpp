@@ -2,12 +2,6 @@
 
 namespace app {
 
-std::string PanelStatusText(Panel panel, const std::string& buttonCaption) {
-  return "Displaying " + (panel == Panel::Help ? std::string("Displaying Help") : buttonCaption);
-}
-
-Panel NeighbourPanel(Panel panel, int steps) {
-  return static_cast<Panel>(((static_cast<int>(panel) + steps) % kPanelCount + kPanelCount) % kPanelCount);
-}
+int NeighbourPanel(int panel, int steps, int count) { return ((panel + steps) % count + count) % count; }
 
 }  // namespace app

@@ -1,18 +1,14 @@
-// The five panels and what choosing one says in the status bar.
+// Going from panel to panel.
 #pragma once
 
 #include <string>
 
 namespace app {
 
-enum class Panel { MainSettings, Erase, SecureDeletion, AdvanceSettings, Help };
+// What the status bar says of the panel on show.
+inline std::string PanelStatusText(const std::string& name) { return "Displaying " + name; }
 
-constexpr int kPanelCount = 5;
-
-// "Displaying " and the button's caption. The help panel says "Displaying Displaying Help"; the doubled word is meant.
-std::string PanelStatusText(Panel panel, const std::string& buttonCaption);
-
-// The panel `steps` further on, round the end.
-Panel NeighbourPanel(Panel panel, int steps);
+// The panel `steps` further on of `count`, round the end.
+int NeighbourPanel(int panel, int steps, int count);
 
 }  // namespace app

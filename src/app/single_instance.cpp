@@ -1,9 +1,8 @@
 #include "app/single_instance.h"
 
-#include <cstring>
-
-#include "app/front_window.h"
 #include "platform/app_title.h"
+#include "platform/message_box.h"
+#include "platform/window_text.h"
 
 namespace app {
 using namespace platform;
@@ -18,10 +17,8 @@ HWND FindMainWindowBefore(HWND hidden) {
   ::GetWindowThreadProcessId(hidden, &process);
   for (HWND window = ::GetWindow(hidden, GW_HWNDPREV); window != nullptr; window = ::GetWindow(window, GW_HWNDPREV)) {
     DWORD owner = 0;
-    char name[64] = "";
     ::GetWindowThreadProcessId(window, &owner);
-    ::GetClassNameA(window, name, sizeof name);
-    if (owner == process && std::strcmp(name, kMainWindowClass) == 0) return window;
+    if (owner == process && ClassOfWindow(window) == kMainWindowClass) return window;
   }
   return nullptr;
 }
@@ -29,7 +26,7 @@ HWND FindMainWindowBefore(HWND hidden) {
 void BringForward(HWND window) {
   ::OpenIcon(window);
   if (!::IsWindowVisible(window)) ::ShowWindow(window, SW_SHOW);  // hidden without being minimised
-  ::SetForegroundWindow(WindowToBringForward(window));
+  ::SetForegroundWindow(WindowInFront(window));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "automation/updater.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
+#include "settings/settings_coupling.h"
 #include "settings/settings_store.h"
 #include "settings/settings_variables.h"
 
@@ -12,6 +13,8 @@
 
 namespace automation {
 using namespace platform;
+using settings::Setting;
+using settings::Settings;
 
 namespace {
 
@@ -23,130 +26,129 @@ std::string LocaleText(LCTYPE what) {
   return text;
 }
 
-std::string ValueText(const CheckBox& box) { return Trim(std::to_string(box.Value())); }
-
 }  // namespace
 
-fraScheduleManager::fraScheduleManager(MainWindow& window) : window_(window) { VSUpDown.SetRange(1, kMostMinutes); }
-
-HWND fraScheduleManager::Create(HWND parent) { return Dialog::Create(IDD_fraScheduleManager, parent); }
+fraScheduleManager::fraScheduleManager(MainWindow& window)
+    : Panel(IDD_fraScheduleManager, IDC_fraScheduleManager), window_(window) {
+  VSUpDown.SetRange(1, kMostMinutes);
+}
 
 void fraScheduleManager::OnInit() {
   ::SendMessageA(dtpTime.Handle(), DTM_SETFORMATA, 0, reinterpret_cast<LPARAM>("hh:mm tt"));
   for (int key = 1; key <= 12; ++key) cmbBoss.AddItem("F" + std::to_string(key));
 }
 
-void fraScheduleManager::OnCommand(int id, int notification) {
-  if (notification != BN_CLICKED) return;
-  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) {
-    ClickStartUp(id - IDC_chkStartUp_0);
-    ShowStartUpStatus();
-  }
-  if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickSchedule(id - IDC_optSchedule_0);
+// The boxes that mirror a setting have done so by now.
+void fraScheduleManager::OnClick(int id) {
+  if (id == IDC_chkStartUp_0) ClickLoadAtStartUp();
+  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) ShowStartUpStatus();
+  if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickMode(static_cast<ScheduleMode>(id - IDC_optSchedule_0));
   if (id == IDC_chkShEnable) ClickScheduleEnabled();
-  if (id == IDC_chkRbt) settings::Settings[settings::Setting::chkRbt] = ValueText(chkRbt);
-  if (id == IDC_CHKieclose) settings::Settings.CloseBrowsers = CHKieclose.Value() == 1;
+  if (id == IDC_CHKieclose) Settings.CloseBrowsers = ClosesBrowsers();
   if (id == IDC_cmbBossSet) ClickSetBossKey();
   if (id == IDC_cmdRunInv) window_.RunInvisibly();
-  if (id == IDC_cmdUpgrade) StartUpdater(window_.Window());
+  if (id == IDC_cmdUpgrade) StartUpdater();
 }
 
-void fraScheduleManager::ClickStartUp(int index) {
-  const std::string text = ValueText(chkStartUp[static_cast<std::size_t>(index)]);
-  switch (index) {
-    case 0:
-      settings::Settings[settings::Setting::LoadStartup] = text;
-      if (text == "0") {
-        chkStartUp[2].SetValue(0);
-        settings::Settings[settings::Setting::Startup] = "0";
-      }
-      chkStartUp[2].SetEnabled(text != "0");
-      break;
-    case 1:
-      settings::Settings[settings::Setting::Shutdown] = text;
-      break;
-    case 2:
-      settings::Settings[settings::Setting::Startup] = text;
-      break;
+// Erasing at start-up needs loading at start-up.
+void fraScheduleManager::ClickLoadAtStartUp() {
+  const bool loads = Settings[Setting::LoadStartup] != "0";
+  if (!loads) {
+    chkStartUp[2].SetValue(0);
+    Settings[Setting::Startup] = "0";
   }
+  chkStartUp[2].SetEnabled(loads);
 }
 
-void fraScheduleManager::ClickSchedule(int index) {
-  settings::Settings[settings::Setting::ScheduleDay] = index == 0 ? "1" : "0";
-  settings::Settings[settings::Setting::ScheduleHour] = index == 1 ? "1" : "0";
-  settings::Settings[settings::Setting::ScheduleMinutes] = index == 2 ? "1" : "0";
-  dtpTime.SetEnabled(index == 0);
-  if (index == 2) {
-    // The box itself stays as it is; its number changes through the spin button.
-    VSUpDown.SetEnabled(true);
-    settings::Settings[settings::Setting::ScheduleMin] = txtMinutes.Text();
-  } else {
-    txtMinutes.SetEnabled(false);
-    VSUpDown.SetEnabled(false);
-  }
+void fraScheduleManager::ClickMode(ScheduleMode mode) {
+  const ModeChoice choice = ChoiceOf(mode);
+  Settings[Setting::ScheduleDay] = choice.dailyFlag;
+  Settings[Setting::ScheduleHour] = choice.hourlyFlag;
+  Settings[Setting::ScheduleMinutes] = choice.minutesFlag;
+  dtpTime.SetEnabled(choice.pickerEnabled);
+  VSUpDown.SetEnabled(choice.spinEnabled);
+  if (choice.minutesBoxEnabled) txtMinutes.SetEnabled(*choice.minutesBoxEnabled);
+  if (choice.keepsMinutesText) Settings[Setting::ScheduleMin] = txtMinutes.Text();
 }
 
 void fraScheduleManager::ClickScheduleEnabled() {
-  const bool enabled = chkShEnable.Value() == 1;
-  for (OptionButton& option : optSchedule) option.SetEnabled(enabled);
-  CHKieclose.SetEnabled(true);  // never disabled by the schedule's box; meant
+  for (OptionButton& option : optSchedule) option.SetEnabled(IsScheduleOn());
+  CHKieclose.SetEnabled(true);  // never disabled by the schedule's box, since a manual run goes by them too
   chkRbt.SetEnabled(true);
-  settings::Settings[settings::Setting::chkShEnable] = ValueText(chkShEnable);
 }
 
 void fraScheduleManager::ClickSetBossKey() {
   const std::string name = cmbBoss.Text();
-  settings::Settings.BossKeyCode = BossKeyCodeOf(name);
+  Settings.BossKeyCode = BossKeyCodeOf(name);
   lblRestore.SetText(RestoreLabel(name));
-  resumeNext([] { settings::SaveSetting(settings::Setting::bossKey, std::to_string(settings::Settings.BossKeyCode)); });
+  resumeNext([] { settings::SaveSetting(Setting::bossKey, std::to_string(Settings.BossKeyCode)); });
   window_.ShowBossKey(name);
 }
 
 ScheduleFacts fraScheduleManager::Facts() const {
   SYSTEMTIME now;
   ::GetLocalTime(&now);
-  const DayHalves halves{LocaleText(LOCALE_S1159), LocaleText(LOCALE_S2359)};
-  return {chkShEnable.Value() == 1,
-          settings::Settings[settings::Setting::ScheduleHour],
-          optSchedule[0].Value(),
-          settings::Settings[settings::Setting::ScheduleMinutes],
-          txtMinutes.Text(),
-          TimeText(now.wHour, now.wMinute, halves),
-          TimeText(dtpTime.Hour(), dtpTime.Minute(), halves)};
+  const DayHalves halves{.am = LocaleText(LOCALE_S1159), .pm = LocaleText(LOCALE_S2359)};
+  return {.enabled = IsScheduleOn(),
+          .hourlyFlag = Settings[Setting::ScheduleHour],
+          .dailyChosen = optSchedule[0].Value(),
+          .minutesFlag = Settings[Setting::ScheduleMinutes],
+          .minutesText = txtMinutes.Text(),
+          .now = TimeText(now.wHour, now.wMinute, halves),
+          .picked = TimeText(dtpTime.Hour(), dtpTime.Minute(), halves)};
 }
 
-void fraScheduleManager::getBossKeySetting() { cmbBoss.SetText(BossKeyName(settings::Settings.BossKeyCode)); }
+void fraScheduleManager::getBossKeySetting() {
+  const std::string name = BossKeyName(Settings.BossKeyCode);
+  cmbBoss.SetText(name);
+  window_.ShowBossKey(name);
+}
 
 void fraScheduleManager::ShowStartUpStatus() {
   lblRestore.SetText(RestoreLabel(cmbBoss.Text()));
   window_.SetStatusText("Displaying StartUP");
 }
 
-void fraScheduleManager::LoadGeneralSettings() {
-  txtMinutes.SetText(settings::Settings[settings::Setting::ScheduleMin]);
-  // The picker takes the texts that also are the option flags; the daily time of an earlier session does not come back.
-  dtpTime.SetMinute(NumberOf(settings::Settings[settings::Setting::ScheduleMinutes]));
-  dtpTime.SetHour(NumberOf(settings::Settings[settings::Setting::ScheduleHour]));
-  dtpTime.SetSecond(NumberOf(settings::Settings[settings::Setting::ScheduleSecond]));
-  const std::string startup =
-      settings::Settings[settings::Setting::Startup];  // the first box's Click may clear the variable
-  chkStartUp[0].SetValue(NumberOf(settings::Settings[settings::Setting::LoadStartup]));
-  chkStartUp[1].SetValue(NumberOf(settings::Settings[settings::Setting::Shutdown]));
-  if (chkStartUp[0].Value() == 1) chkStartUp[2].SetValue(NumberOf(startup));
-  LoadSchedule();
+void fraScheduleManager::AfterFront() {
+  lblRestore.SetText(RestoreLabelFromNavigation(cmbBoss.Text()));
+  Click(IDC_chkShEnable);
 }
 
-void fraScheduleManager::LoadSchedule() {
-  if (settings::Settings[settings::Setting::ScheduleDay] == "1") {
-    optSchedule[0].Choose();
-  } else if (settings::Settings[settings::Setting::ScheduleHour] == "1") {
-    optSchedule[1].Choose();
-  } else if (settings::Settings[settings::Setting::ScheduleMinutes] == "1") {
-    optSchedule[2].Choose();
-    txtMinutes.SetText(TextOf(NumberOf(settings::Settings[settings::Setting::ScheduleMin])));
-  }
-  const double minutes = NumberOf(txtMinutes.Text());
-  VSUpDown.SetValue(minutes == 0.0 ? 10.0 : minutes);
+void fraScheduleManager::LoadEraseSettings() {
+  resumeNext([this] { chkShEnable.Load(); });
+  resumeNext([this] { chkRbt.Load(); });
+  resumeNext([this] { CHKieclose.SetValue(Settings.CloseBrowsers ? 1 : 0); });
+}
+
+// In this order: minutes box, picker, start-up boxes, schedule option, spin button.
+void fraScheduleManager::LoadGeneralSettings() {
+  txtMinutes.SetText(Settings[Setting::ScheduleMin]);
+  const RestoredSchedule restored = RestoreSchedule({.dailyFlag = Settings[Setting::ScheduleDay],
+                                                     .hourlyFlag = Settings[Setting::ScheduleHour],
+                                                     .minutesFlag = Settings[Setting::ScheduleMinutes],
+                                                     .second = Settings[Setting::ScheduleSecond],
+                                                     .minutesText = Settings[Setting::ScheduleMin]});
+  dtpTime.SetMinute(restored.pickerMinute);
+  dtpTime.SetHour(restored.pickerHour);
+  dtpTime.SetSecond(restored.pickerSecond);
+  LoadStartUp();
+  if (restored.mode != ScheduleMode::None) optSchedule[static_cast<std::size_t>(restored.mode)].Choose();
+  txtMinutes.SetText(restored.minutesText);
+  VSUpDown.SetValue(restored.spin);
+}
+
+void fraScheduleManager::LoadStartUp() {
+  const std::string startup = Settings[Setting::Startup];  // the first box's Click may clear the variable
+  chkStartUp[0].Load();
+  chkStartUp[1].Load();
+  if (chkStartUp[0].Value() == 1) chkStartUp[2].SetValue(NumberOf(startup));
+}
+
+void fraScheduleManager::KeepSettings() {
+  settings::CopyScheduleTexts(Settings, txtMinutes.Text(),
+                              {.minute = std::to_string(dtpTime.Minute()),
+                               .hour = std::to_string(dtpTime.Hour()),
+                               .second = std::to_string(dtpTime.Second())});
 }
 
 }  // namespace automation

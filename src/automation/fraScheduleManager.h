@@ -1,56 +1,62 @@
-// The panel "Advance Settings": invisible mode, boss key, start-up options and the schedule. Its Click handlers keep the
-// settings variables equal to the controls.
+// The panel "Advance Settings": invisible mode, boss key, start-up options and the schedule.
 #pragma once
 
 #include <array>
 
 #include "automation/fraScheduleManager_ids.h"
+#include "automation/schedule_options.h"
 #include "automation/schedule_tick.h"
-#include "platform/controls.h"
-#include "platform/dialog.h"
 #include "platform/main_window.h"
+#include "platform/panel.h"
+#include "settings/bound_controls.h"
 
 namespace automation {
 using namespace platform;
 
-class fraScheduleManager : public Dialog {
+class fraScheduleManager final : public Panel {
  public:
   explicit fraScheduleManager(MainWindow& window);
-  HWND Create(HWND parent);
 
-  // The controls' share of loading: minutes box, picker, start-up boxes and schedule option, in that order. Raises for a
-  // stored number that its control cannot show; what comes after it is then not loaded.
-  void LoadGeneralSettings();
+  // Shows the stored boss key in the combo, and in the main settings panel.
+  void getBossKeySetting();
 
   // The restore label as at start-up, and "Displaying StartUP" in the status bar. It changes no panel.
   void ShowStartUpStatus();
 
-  // Shows the stored boss key in the combo.
-  void getBossKeySetting();
-
-  void ClickScheduleEnabled();
-
   // What the scheduler's tick looks at, as it is now.
   ScheduleFacts Facts() const;
 
-  CheckBox chkShEnable{*this, IDC_chkShEnable};
-  CheckBox chkRbt{*this, IDC_chkRbt};
+  // What the boxes say that a run asks for.
+  bool IsScheduleOn() const { return chkShEnable.Value() == 1; }
+  bool RebootsAfterErase() const { return chkRbt.Value() == 1; }
+  bool ClosesBrowsers() const { return CHKieclose.Value() == 1; }
+
+  // Panel
+  void AfterFront() override;
+  void LoadEraseSettings() override;
+  void LoadGeneralSettings() override;
+  void KeepSettings() override;
+
+ private:
+  void OnInit() override;
+  void OnClick(int id) override;
+  void ClickLoadAtStartUp();
+  void ClickMode(ScheduleMode mode);
+  void ClickScheduleEnabled();
+  void ClickSetBossKey();
+  void LoadStartUp();
+
+  MainWindow& window_;
+  settings::SettingCheckBox chkShEnable{*this, IDC_chkShEnable, settings::Setting::chkShEnable};
+  settings::SettingCheckBox chkRbt{*this, IDC_chkRbt, settings::Setting::chkRbt};
   CheckBox CHKieclose{*this, IDC_CHKieclose};
-  std::array<CheckBox, 3> chkStartUp{{{*this, IDC_chkStartUp_0}, {*this, IDC_chkStartUp_1}, {*this, IDC_chkStartUp_2}}};
+  std::array<settings::SettingCheckBox, 3> chkStartUp{{{*this, IDC_chkStartUp_0, settings::Setting::LoadStartup},
+                                                       {*this, IDC_chkStartUp_1, settings::Setting::Shutdown},
+                                                       {*this, IDC_chkStartUp_2, settings::Setting::Startup}}};
   TimePicker dtpTime{*this, IDC_dtpTime};
   TextBox txtMinutes{*this, IDC_txtMinutes};
   ComboBox cmbBoss{*this, IDC_cmbBoss};
   Label lblRestore{*this, IDC_lblRestore};
-
- private:
-  void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  void ClickStartUp(int index);
-  void ClickSchedule(int index);
-  void ClickSetBossKey();
-  void LoadSchedule();
-
-  MainWindow& window_;
   OptionGroup schedule_;
   std::array<OptionButton, 3> optSchedule{
       {{*this, IDC_optSchedule_0, schedule_}, {*this, IDC_optSchedule_1, schedule_}, {*this, IDC_optSchedule_2, schedule_}}};

@@ -13,21 +13,13 @@ void frmWarning::OnInit() {
   lblWarning.SetText(kInvisibleWarning);
   ::SendDlgItemMessageA(Handle(), IDC_imgWarning, STM_SETICON,
                         reinterpret_cast<WPARAM>(::LoadIconA(nullptr, MAKEINTRESOURCEA(32515))), 0);  // IDI_WARNING
-  ::SetFocus(::GetDlgItem(Handle(), IDC_cmdContinue));
+  MoveFocusTo(::GetDlgItem(Handle(), IDC_cmdContinue));
 }
 
-void frmWarning::OnCommand(int id, int notification) {
-  if (id == IDC_cmdContinue && notification == BN_CLICKED) {
-    if (chkWarning.Value() == 1) resumeNext([] { settings::SaveSetting(settings::Setting::Message, "Dont"); });
-    Close();
-  }
-  if (id == IDCANCEL) Close();
-}
-
-bool frmWarning::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
-  if (message != WM_CLOSE) return false;
+void frmWarning::OnClick(int id) {
+  if (id != IDC_cmdContinue) return;
+  if (chkWarning.Value() == 1) resumeNext([] { settings::SaveSetting(settings::Setting::Message, "Dont"); });
   Close();
-  return true;
 }
 
 }  // namespace automation

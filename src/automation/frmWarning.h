@@ -8,7 +8,7 @@
 namespace automation {
 using namespace platform;
 
-class frmWarning : public Dialog {
+class frmWarning final : public Dialog {
  public:
   // Shows the window and returns when it is closed. Window events run meanwhile; `owner` takes no input, and the window is
   // not to be shown a second time.
@@ -16,8 +16,7 @@ class frmWarning : public Dialog {
 
  private:
   void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void OnClick(int id) override;
 
   Label lblWarning{*this, IDC_lblWarning};
   CheckBox chkWarning{*this, IDC_chkWarning};

@@ -1,16 +1,16 @@
 #include "automation/updater.h"
 
-#include "platform/app_title.h"
+#include "platform/message_box.h"
 #include "platform/special_folder.h"
 
 namespace automation {
 using namespace platform;
 
-void StartUpdater(HWND owner) {
+void StartUpdater() {
   const std::string updater = ProgramFolder() + "\\Update.exe";
   const DWORD attributes = ::GetFileAttributesA(updater.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-    ::MessageBoxA(owner, "Your update files is missing. Please reinstall Quellix", AppTitle.c_str(), MB_ICONSTOP);
+    ShowMessage("Your update files is missing. Please reinstall Quellix", MB_ICONSTOP);
     return;
   }
   STARTUPINFOA startup{};

@@ -6,6 +6,7 @@
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
+#include "platform/window_text.h"
 
 namespace cleaners {
 using namespace platform;
@@ -19,17 +20,11 @@ constexpr std::uint32_t kAskAgainAfter = 100;  // milliseconds
 std::string soughtTitle;
 HWND foundWindow = nullptr;
 
-std::string TitleOf(HWND window) {
-  std::string title(static_cast<std::size_t>(::GetWindowTextLengthA(window)) + 1, '\0');
-  title.resize(static_cast<std::size_t>(::GetWindowTextA(window, title.data(), static_cast<int>(title.size()))));
-  return title;
-}
-
 // True goes on with the next window; an error ends the search.
 BOOL CALLBACK CheckAllWindows(HWND window, LPARAM) {
   BOOL goOn = FALSE;
   reportAndLeave("mdPanic,CheckAllWindows", [&] {
-    const bool found = TitleOf(window).find(soughtTitle) != std::string::npos;
+    const bool found = TextOfWindow(window).find(soughtTitle) != std::string::npos;
     if (found) foundWindow = window;
     goOn = found ? FALSE : -1;
   });

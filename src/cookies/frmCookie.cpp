@@ -47,15 +47,17 @@ void frmCookie::Show() {
 void frmCookie::OnInit() {
   PlaceOver(window_.Window());
   ini_.emplace();
-  ::SetFocus(lstKeeplist.Handle());
+  MoveFocusTo(lstKeeplist.Handle());
   ::PostMessageA(Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdRefresh, BN_CLICKED), 0);  // fills it once it is on the screen
 }
 
-void frmCookie::OnCommand(int id, int notification) {
-  if (id == IDCANCEL) return Unload();
-  const bool chosen =
-      notification == BN_CLICKED || (notification == LBN_DBLCLK && (id == IDC_lstKeeplist || id == IDC_SafeList));
-  if (!chosen || work_ != nullptr) return;
+// A double click on a line moves it.
+void frmCookie::OnNotification(int id, int notification) {
+  if (notification == LBN_DBLCLK) OnClick(id);
+}
+
+void frmCookie::OnClick(int id) {
+  if (work_ != nullptr) return;
   switch (id) {
     case IDC_lstKeeplist:
     case IDC_cmdAdd:
@@ -72,12 +74,6 @@ void frmCookie::OnCommand(int id, int notification) {
     case IDC_cmdClose:
       return SaveAndClose();
   }
-}
-
-bool frmCookie::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
-  if (message != WM_CLOSE) return false;
-  Unload();
-  return true;
 }
 
 void frmCookie::Load() {

@@ -14,21 +14,19 @@
 namespace cookies {
 using namespace platform;
 
-class frmCookie : public Dialog {
+class frmCookie final : public Dialog {
  public:
   explicit frmCookie(MainWindow& window) : window_(window) {}
 
   // Opens the window and fills it, or brings the open one to the front. The main window stays usable beside it.
   void Show();
 
-  ListBox lstKeeplist{*this, IDC_lstKeeplist};
-  ListBox SafeList{*this, IDC_SafeList};
-
  private:
   class Work;
   void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void OnClick(int id) override;
+  void OnNotification(int id, int notification) override;
+  void OnCancel() override { Unload(); }
 
   void Load();
   void ShowCurrentCookies(const Work& work);
@@ -38,6 +36,8 @@ class frmCookie : public Dialog {
   void Unload();
 
   MainWindow& window_;
+  ListBox lstKeeplist{*this, IDC_lstKeeplist};
+  ListBox SafeList{*this, IDC_SafeList};
   std::optional<clsIni> ini_;  // held while the window stands; nothing is kept in it
   Work* work_ = nullptr;       // what is being done while window events run
   bool keepListRead_ = true;   // false: there is a file that could not be read

@@ -1,61 +1,26 @@
-// The catalogue of erasable items: captions, log lines, settings, order and cleaner of an item stand in one row and
-// nowhere else. Texts are exact, misspellings, doubled blanks and dots included.
+// The catalogue of erasable items and their flags. Texts are exact, misspellings, doubled blanks and dots included.
 #pragma once
 
-#include <array>
-#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
 
-#include "settings/schema.h"
+#include "erase/erase_item.h"
+#include "settings/stored_settings.h"
 
 namespace erase {
 
-// The four check-box arrays of the main settings panel, in the order in which boxes are counted and selected.
-enum class BoxArray { chkIEsettings, chkWinsettings, chkNetsettings, chkOsettings };
+// In the order in which a run takes them; those that never run come last.
+std::span<const EraseItem> Catalogue();
 
-constexpr std::array<int, 4> kBoxCounts = {9, 9, 4, 3};
+// Of one array's boxes, or of all of them. Boxes are visited, selected, read and saved array by array, each from index 0 on.
+int BoxCount(BoxArray array);
+std::span<const EraseItem* const> ItemsInBoxOrder();
 
-enum class Cleaner {
-  None,
-  TypedUrls,
-  AutoCompleteForms,
-  AutoCompletePasswords,
-  Cache,
-  IEHistory,
-  LockedIndex,
-  CookiesThenCache,
-  WindowsTemp,
-  RecentDocs,
-  RecycleBin,
-  ScanDiskFiles,
-  Find,
-  RunHistory,
-  Clipboard,
-  RegistryStreams,
-  NetscapeTypedUrls,
-  NetscapeMail,
-  NetscapeCache,
-  OperaCookies,
-  OperaCache,
-  OperaTypedUrls,
-};
+// The item's flag: its box's value as text, "1" for a ticked one. Kept by the box, read by the run.
+std::string& ItemFlag(const EraseItem& item);
 
-struct EraseItem {
-  BoxArray array;
-  int index;
-  settings::Setting flag;  // the item flag of the box
-  const char* caption;
-  bool runs;            // false: shown, saved and counted, but never run
-  const char* logLine;  // null: the item writes none
-  Cleaner cleaner;
-  const char* secondLogLine = nullptr;  // written after the cleaner
-};
-
-constexpr std::size_t kItemCount = 25;
-
-// The 22 items that run stand first, in the order in which they run.
-extern const std::array<EraseItem, kItemCount> kCatalogue;
-
-// The item of one box; null outside the array.
-const EraseItem* FindItem(BoxArray array, int index);
+// The flags with their keys in the order of the boxes, in which they are read and saved.
+std::vector<settings::ItemFlag> StoredItemFlags();
 
 }  // namespace erase

@@ -1,5 +1,6 @@
 #include "erase/erase_run.h"
 
+#include "erase/run_in_progress.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 
@@ -23,11 +24,16 @@ bool IsSelected(EraseRunHost& host, const EraseItem& item) {
   return selected;
 }
 
+void AddLogLine(EraseRunHost& host, const char* line) {
+  if (line != nullptr) resumeNext([&] { host.View().AddLogLine(line); });
+}
+
 void RunItem(EraseRunHost& host, const EraseItem& item) {
-  resumeNext([&] { host.SetProgressValue(host.ProgressValue() + kProgressPerItem); });
-  if (item.logLine != nullptr) resumeNext([&] { host.AddLogLine(item.logLine); });
-  if (item.cleaner != Cleaner::None) resumeNext([&] { host.RunCleaner(item.cleaner); });
-  if (item.secondLogLine != nullptr) resumeNext([&] { host.AddLogLine(item.secondLogLine); });
+  resumeNext([&] { host.View().SetProgressValue(host.View().ProgressValue() + kProgressPerItem); });
+  AddLogLine(host, item.logLine);
+  for (const Cleaner cleaner : {item.cleaner, item.secondCleaner})
+    if (cleaner != nullptr) resumeNext([&] { host.RunCleaner(cleaner); });
+  AddLogLine(host, item.secondLogLine);
   resumeNext([&] { host.PauseAfterItem(); });
 }
 
@@ -46,11 +52,11 @@ bool RunFromButton(EraseRunHost& host, const char* nothingSelected) {
     host.ShowInformation(nothingSelected);
     return false;
   }
-  host.SetProgressRange(0, count * kProgressPerItem);
-  host.EnableStopButton(true);
+  host.View().SetProgressRange(0, count * kProgressPerItem);
+  host.View().EnableStopButton(true);
   host.SetStopRequest(false);
   doClean(host);
-  host.EnableStopButton(false);
+  host.View().EnableStopButton(false);
   host.SetStopRequest(true);
   return true;
 }
@@ -58,19 +64,18 @@ bool RunFromButton(EraseRunHost& host, const char* nothingSelected) {
 }  // namespace
 
 void doClean(EraseRunHost& host) {
-  resumeNext([&] { host.ClearLog(); });
+  resumeNext([&] { host.View().ClearLog(); });
   resumeNext([&] { host.SetStatusText("Please Wait .."); });
   resumeNext([&] { CloseBrowsersForSchedule(host); });
   resumeNext([&] {
     if (host.ScheduledShredEnabled()) host.ShredScheduledFiles();
   });
-  for (const EraseItem& item : kCatalogue)
-    if (item.runs && IsSelected(host, item) && !IsStopped(host)) RunItem(host, item);
-  resumeNext([&] { host.AddLogLine(""); });
-  resumeNext([&] {
-    host.AddLogLine(IsStopped(host) ? "Erasing was manually stopped." : "Quellix has successfully erased selected item(s).");
-  });
-  resumeNext([&] { host.SetProgressValue(host.ProgressMax()); });  // full, whether or not every step was taken
+  for (const EraseItem& item : host.Items())
+    if (item.runs == Runs::Yes && IsSelected(host, item) && !IsStopped(host)) RunItem(host, item);
+  AddLogLine(host, "");
+  AddLogLine(host, IsStopped(host) ? "Erasing was manually stopped." : "Quellix has successfully erased selected item(s).");
+  // Full, whether or not every step was taken.
+  resumeNext([&] { host.View().SetProgressValue(host.View().ProgressMax()); });
   resumeNext([&] { host.SetStatusText("Ready"); });
   resumeNext([&] {
     if (host.RebootAfterErase()) host.Reboot();
@@ -78,21 +83,23 @@ void doClean(EraseRunHost& host) {
 }
 
 void RunEraseOnly(EraseRunHost& host) {
+  if (RunInProgress) return;
+  const RunScope run;
   resumeNext([&] {
-    if (host.StopButtonEnabled() || host.ClosingBrowsers()) return;  // a run is in progress
     if (host.CloseBrowsersFlag()) {
       host.CloseBrowserFrames();
       host.CloseWindowByTitle("Internet Explorer");
     }
-    host.ShowProgress();
+    host.View().ShowProgress();
     RunFromButton(host, "No item(s) has been selected");
   });
 }
 
 void RunEraseAndReboot(EraseRunHost& host) {
   resumeNext([&] {
-    host.ShowProgress();
-    if (host.StopButtonEnabled() || host.ClosingBrowsers()) return;
+    host.View().ShowProgress();
+    if (RunInProgress) return;
+    const RunScope run;
     if (RunFromButton(host, "No Item Has Been Selected")) host.Reboot();
   });
 }

@@ -1,19 +1,18 @@
 // The order of an erase run, without a window: which items run, what the log and the bar show, where a stop takes effect.
 #pragma once
 
+#include <span>
 #include <string>
 
-#include "erase/catalogue.h"
+#include "erase/erase_item.h"
 
 namespace erase {
 
-// What a run needs of the window and of other rooms. Every call may raise a RuntimeError; the run goes on with its next
-// statement.
-class EraseRunHost {
+// Where a run shows itself: the panel "Erase".
+class RunView {
  public:
   virtual void ClearLog() = 0;
   virtual void AddLogLine(const std::string& line) = 0;
-  virtual void SetStatusText(const std::string& text) = 0;
 
   virtual int ProgressValue() = 0;
   virtual int ProgressMax() = 0;
@@ -21,8 +20,17 @@ class EraseRunHost {
   virtual void SetProgressRange(int min, int max) = 0;
   virtual void ShowProgress() = 0;
 
-  virtual bool StopButtonEnabled() = 0;
   virtual void EnableStopButton(bool enabled) = 0;
+
+ protected:
+  ~RunView() = default;
+};
+
+// What else a run needs of the window and of other rooms.
+class EraseRunHost {
+ public:
+  virtual RunView& View() = 0;
+  virtual void SetStatusText(const std::string& text) = 0;
 
   // Boxes of other panels that a run asks for.
   virtual bool ScheduleEnabled() = 0;        // chkShEnable
@@ -31,6 +39,8 @@ class EraseRunHost {
   virtual bool ScheduledShredEnabled() = 0;  // chkOptions
   virtual bool RebootAfterErase() = 0;       // chkRbt
 
+  // In the order in which they run.
+  virtual std::span<const EraseItem> Items() = 0;
   virtual int SelectedItemCount() = 0;  // boxes whose Value is 1
   virtual std::string ItemFlag(const EraseItem& item) = 0;
   virtual bool StopRequested() = 0;
@@ -39,7 +49,6 @@ class EraseRunHost {
   virtual void RunCleaner(Cleaner cleaner) = 0;
   virtual void PauseAfterItem() = 0;
   virtual void CloseBrowserFrames() = 0;  // returns when none is left
-  virtual bool ClosingBrowsers() = 0;     // such a call is on its way
   virtual void CloseWindowByTitle(const char* title) = 0;
   virtual void MinimiseAllWindows() = 0;
   virtual void ShredScheduledFiles() = 0;
@@ -50,13 +59,15 @@ class EraseRunHost {
   ~EraseRunHost() = default;
 };
 
+// Every call of the two above may raise a RuntimeError; the run goes on with its next statement.
+
 // One run over the selected items. Callers: the two buttons below, the end of the Windows session, the scheduler.
 void doClean(EraseRunHost& host);
 
-// "Erase Only".
+// "Erase Only". Does nothing while a run is in progress.
 void RunEraseOnly(EraseRunHost& host);
 
-// "Erase && Reboot".
+// "Erase && Reboot". The same, but for the bar, which shows itself first.
 void RunEraseAndReboot(EraseRunHost& host);
 
 }  // namespace erase

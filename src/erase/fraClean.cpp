@@ -5,10 +5,18 @@
 namespace erase {
 using namespace platform;
 
-HWND fraClean::Create(HWND parent) { return Dialog::Create(IDD_fraClean, parent); }
+void fraClean::AddLogLine(const std::string& line) {
+  lstCln.AddItem(line);
+  lstCln.ShowLast();
+}
 
-void fraClean::OnCommand(int id, int notification) {
-  if (notification != BN_CLICKED) return;
+// The bar of the run before, and that of a run in progress: no button ever reads "Stop", so it goes at every visit. Meant;
+// the next step of a run fills a bar that is hidden.
+void fraClean::AfterFront() {
+  if (cmdClean.Text() != "Stop") PbarClean.SetVisible(false);
+}
+
+void fraClean::OnClick(int id) {
   if (id == IDC_cmdClean) RunEraseOnly(host_);
   if (id == IDC_CmdCleanReboot) RunEraseAndReboot(host_);
   if (id == IDC_cmdStop) StopErase = true;

@@ -4,26 +4,35 @@
 #include "erase/erase_run.h"
 #include "erase/fraClean_ids.h"
 #include "platform/controls.h"
-#include "platform/dialog.h"
+#include "platform/panel.h"
 
 namespace erase {
 using namespace platform;
 
-class fraClean : public Dialog {
+class fraClean final : public Panel, public RunView {
  public:
-  explicit fraClean(EraseRunHost& host) : host_(host) {}
-  HWND Create(HWND parent);
+  explicit fraClean(EraseRunHost& host) : Panel(IDD_fraClean, IDC_fraClean), host_(host) {}
 
+  // RunView
+  void ClearLog() override { lstCln.Clear(); }
+  void AddLogLine(const std::string& line) override;
+  int ProgressValue() override { return PbarClean.Value(); }
+  int ProgressMax() override { return PbarClean.Max(); }
+  void SetProgressValue(int value) override { PbarClean.SetValue(value); }
+  void SetProgressRange(int min, int max) override { PbarClean.SetRange(min, max); }
+  void ShowProgress() override { PbarClean.SetVisible(true); }
+  void EnableStopButton(bool enabled) override { cmdStop.SetEnabled(enabled); }
+
+ private:
+  void BeforeFront() override { ClearLog(); }
+  void AfterFront() override;
+  void OnClick(int id) override;
+
+  EraseRunHost& host_;
   Button cmdClean{*this, IDC_cmdClean};
-  Button CmdCleanReboot{*this, IDC_CmdCleanReboot};
   Button cmdStop{*this, IDC_cmdStop};
   ProgressBar PbarClean{*this, IDC_PbarClean};
   ListBox lstCln{*this, IDC_lstCln};
-
- private:
-  void OnCommand(int id, int notification) override;
-
-  EraseRunHost& host_;
 };
 
 }  // namespace erase

@@ -7,6 +7,7 @@
 #include "platform/addresses.h"
 #include "platform/app_title.h"
 #include "platform/internet_transfer.h"
+#include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/system_functions.h"
 
@@ -56,7 +57,7 @@ void ReportError(const char* sourceTag) {
     const std::string text = (sourceTag + std::to_string(Err.Number())).append(Err.Description());
     if (!IsToBeShown(text)) return;
     StopTransfer();
-    ::MessageBoxA(::GetActiveWindow(), text.c_str(), AppTitle.c_str(), MB_OK);
+    ShowMessage(text, MB_OK);
   });
   Err.Clear();
 }

@@ -1,13 +1,13 @@
 #include "platform/clsIni.h"
 
-#include "platform/main_window.h"
+#include "platform/message_box.h"
 #include "platform/native_files.h"
 
 namespace platform {
 
 namespace {
 
-void ShowError(const char* text) { ::MessageBoxA(MainWindowHandle, text, "Error", MB_OK | MB_ICONEXCLAMATION); }
+void ShowError(const char* text) { ShowMessage(text, "Error", MB_OK | MB_ICONEXCLAMATION); }
 
 }  // namespace
 

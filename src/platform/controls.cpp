@@ -4,6 +4,7 @@
 
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
+#include "platform/window_text.h"
 
 // The common controls' header needs the lean windows.h before it.
 #include <commctrl.h>
@@ -67,18 +68,18 @@ void Control::SetVisible(bool visible) {
     ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
 }
 
-std::string Control::Text() const {
-  if (window_ == nullptr) return text_.value_or("");
-  std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window_)) + 1, '\0');
-  text.resize(static_cast<std::size_t>(::GetWindowTextA(window_, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
+std::string Control::Text() const { return window_ == nullptr ? text_.value_or("") : TextOfWindow(window_); }
 
 void Control::SetText(const std::string& text) {
   if (window_ == nullptr)
     text_ = text;
   else
     ::SetWindowTextA(window_, text.c_str());
+}
+
+void Picture::ShowState() {
+  loaded_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(bitmap_), IMAGE_BITMAP, 0, 0, loading_));
+  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(loaded_.get()));
 }
 
 void CheckBox::SetValue(double value) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/dialog.h"
+#include "platform/handles.h"
 
 namespace platform {
 
@@ -63,6 +64,21 @@ class Button : public Control {
 class Label : public Control {
  public:
   using Control::Control;
+};
+
+// A static control that shows a bitmap of the program's resources.
+class Picture : public Control {
+ public:
+  // By default with the bitmap's grey ground in the dialog's colour of every scheme.
+  Picture(Dialog& dialog, int id, int bitmap, UINT loading = LR_LOADMAP3DCOLORS)
+      : Control(dialog, id), bitmap_(bitmap), loading_(loading) {}
+
+ private:
+  void ShowState() override;
+
+  int bitmap_;
+  UINT loading_;
+  UniqueGdiObject loaded_;
 };
 
 class TextBox : public Control {

@@ -13,6 +13,28 @@ namespace {
 // The dialogs that are windows of their own, in the order in which they were opened.
 std::vector<HWND> openWindows;
 
+// A menu entry comes as a click does. An accelerator comes with the code 1, which controls use as well; it has no window.
+bool IsFromAccelerator(WPARAM wParam, LPARAM lParam) { return HIWORD(wParam) == 1 && lParam == 0; }
+
+// The messages whose answer is what the dialog procedure itself returns; every other answer is left in the window.
+bool IsAnsweredDirectly(UINT message) {
+  switch (message) {
+    case WM_CHARTOITEM:
+    case WM_COMPAREITEM:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORSCROLLBAR:
+    case WM_CTLCOLORSTATIC:
+    case WM_QUERYDRAGICON:
+    case WM_VKEYTOITEM:
+      return true;
+    default:
+      return false;
+  }
+}
+
 bool IsWindowOfItsOwn(HWND window) { return (::GetWindowLongA(window, GWL_STYLE) & WS_CHILD) == 0; }
 
 }  // namespace
@@ -24,7 +46,16 @@ HWND Dialog::Create(int id, HWND parent) {
 
 void Dialog::Click(int id) {
   const PendingErrorKept kept;
-  quietly([this, id] { OnCommand(id, BN_CLICKED); });
+  quietly([this, id] { TellClick(id); });
+}
+
+void Dialog::TellClick(int id) {
+  for (DialogPart* part : parts_) part->OnClick(id);
+  OnClick(id);
+}
+
+void Dialog::MoveFocusTo(HWND control) {
+  ::SendMessageA(Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), control != nullptr);
 }
 
 void Dialog::RunModal(int id, HWND owner) {
@@ -85,21 +116,38 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
   return answer;
 }
 
+// True when the message was one that the dialog has a procedure of its own for.
+bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      if (LOWORD(wParam) == IDCANCEL)
+        OnCancel();
+      else if (HIWORD(wParam) == BN_CLICKED || IsFromAccelerator(wParam, lParam))
+        TellClick(LOWORD(wParam));
+      else
+        OnNotification(LOWORD(wParam), HIWORD(wParam));
+      return true;
+    case WM_CLOSE:
+      OnClose();
+      return true;
+    case WM_TIMER:
+      OnTimer(wParam);
+      return true;
+    default:
+      return false;
+  }
+}
+
 INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
-  LRESULT result = 0;
-  if (OnMessage(message, wParam, lParam, result)) {
-    if (answerDirectly_ != 0) return std::exchange(answerDirectly_, 0);
-    ::SetWindowLongA(window_, DWL_MSGRESULT, static_cast<LONG>(result));
+  if (const std::optional<LRESULT> answer = OnMessage(message, wParam, lParam)) {
+    if (IsAnsweredDirectly(message)) return static_cast<INT_PTR>(*answer);
+    ::SetWindowLongA(window_, DWL_MSGRESULT, static_cast<LONG>(*answer));
     return TRUE;
   }
-  if (message == WM_INITDIALOG) {
-    for (DialogPart* part : parts_) part->Attach();
-    OnInit();
-    return FALSE;  // the main window decides where the keyboard is
-  }
-  if (message != WM_COMMAND) return FALSE;
-  OnCommand(LOWORD(wParam), HIWORD(wParam));
-  return TRUE;
+  if (message != WM_INITDIALOG) return Dispatch(message, wParam, lParam) ? TRUE : FALSE;
+  for (DialogPart* part : parts_) part->Attach();
+  OnInit();
+  return FALSE;  // the main window decides where the keyboard is
 }
 
 }  // namespace platform

@@ -5,17 +5,21 @@
 // statement.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "platform/win32.h"
 
 namespace platform {
 
-// What a dialog attaches when its window stands, and detaches when the window goes.
+// What a dialog attaches when its window exists, and detaches when the window goes.
 class DialogPart {
  public:
   virtual void Attach() = 0;
   virtual void Detach() = 0;
+
+  // A control of the dialog was clicked; told to the parts before the dialog itself.
+  virtual void OnClick(int /*id*/) {}
 
  protected:
   ~DialogPart() = default;
@@ -55,19 +59,34 @@ class Dialog {
   // Puts the window over the middle of another one, as far as it stays on the screen.
   void PlaceOver(HWND other);
 
+  // Gives a control the keyboard the way that a dialog does it: the default button follows. Null for the next one in the tab
+  // order.
+  void MoveFocusTo(HWND control);
+
   // The controls are attached by now.
   virtual void OnInit() {}
-  virtual void OnCommand(int /*id*/, int /*notification*/) {}
 
-  // The answer to a message that is neither of the above. False leaves it to the system. A colour message is answered
-  // through `answerDirectly_`: its result is what the procedure itself returns.
-  virtual bool OnMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/, LRESULT& /*result*/) { return false; }
+  // A control was clicked (BN_CLICKED), or a menu entry or an accelerator chosen.
+  virtual void OnClick(int /*id*/) {}
 
-  INT_PTR answerDirectly_ = 0;
+  // Any other notification of a control: LBN_DBLCLK and its like.
+  virtual void OnNotification(int /*id*/, int /*notification*/) {}
+
+  // Esc, and the close box unless OnClose says otherwise.
+  virtual void OnCancel() { Close(); }
+  virtual void OnClose() { OnCancel(); }
+
+  virtual void OnTimer(UINT_PTR /*timer*/) {}
+
+  // The answer to a message that is none of the above; none leaves it to the system. The procedure sees to it that the
+  // answer gets where the system looks for it, which differs between the messages.
+  virtual std::optional<LRESULT> OnMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return {}; }
 
  private:
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
+  bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+  void TellClick(int id);
 
   HWND window_ = nullptr;
   HWND disabledOwner_ = nullptr;

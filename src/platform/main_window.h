@@ -30,11 +30,14 @@ class MainWindow {
   // The caption of the panel on show.
   virtual std::string PanelCaption() const = 0;
 
+  // The notification icon, added again or removed.
+  virtual void ShowIcon(bool shown) = 0;
+
  protected:
   ~MainWindow() = default;
 };
 
-// The main window's handle for system calls that want an owner; null while it does not stand.
+// The main window's handle for system calls that want an owner; null while there is none.
 inline HWND MainWindowHandle = nullptr;
 
 }  // namespace platform

@@ -7,11 +7,9 @@
 #include <commdlg.h>
 #include <shellapi.h>
 
-struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
-struct IPStore;     // of pstore.h
-struct IUnknown;
-
 namespace platform {
+
+struct ItemIdList;  // the shell's ITEMIDLIST; only its address matters
 
 namespace late {
 
@@ -41,7 +39,7 @@ inline const LateFunction<DWORD(WINAPI*)()> CommDlgExtendedError{"comdlg32.dll",
 inline const LateFunction<HRESULT(WINAPI*)(void*)> CoInitialize{"ole32.dll", "CoInitialize"};
 inline const LateFunction<void(WINAPI*)()> CoUninitialize{"ole32.dll", "CoUninitialize"};
 inline const LateFunction<void(WINAPI*)(void*)> CoTaskMemFree{"ole32.dll", "CoTaskMemFree"};
-inline const LateFunction<HRESULT(WINAPI*)(const GUID&, IUnknown*, DWORD, const GUID&, void**)> CoCreateInstance{
+inline const LateFunction<HRESULT(WINAPI*)(const GUID&, void*, DWORD, const GUID&, void**)> CoCreateInstance{
     "ole32.dll", "CoCreateInstance"};
 inline const LateFunction<INT(WINAPI*)(SYSTEMTIME*, double*)> SystemTimeToVariantTime{"oleaut32.dll",
                                                                                       "SystemTimeToVariantTime"};
@@ -53,7 +51,7 @@ inline const LateFunction<void*(WINAPI*)(void*, LPCSTR, LPCSTR, DWORD, DWORD, DW
 inline const LateFunction<BOOL(WINAPI*)(void*)> InternetCloseHandle{"wininet.dll", "InternetCloseHandle"};
 
 // The URL cache. Internet Explorer 3 and 4 have the deletion under the name without the A, 5 and later under both. An entry
-// is returned in memory whose start url_cache_record.h describes.
+// is returned in memory that begins with its information structure (INTERNET_CACHE_ENTRY_INFOA).
 inline const LateFunction<HANDLE(WINAPI*)(LPCSTR, void*, DWORD*)> FindFirstUrlCacheEntry{"wininet.dll",
                                                                                          "FindFirstUrlCacheEntryA"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, void*, DWORD*)> FindNextUrlCacheEntry{"wininet.dll",
@@ -63,8 +61,8 @@ inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> DeleteUrlCacheEntryA{"wininet.d
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> DeleteUrlCacheEntry{"wininet.dll", "DeleteUrlCacheEntry"};
 
 // The protected store: Internet Explorer 4 to Windows 7.
-inline const LateFunction<HRESULT(WINAPI*)(IPStore**, GUID*, void*, DWORD)> PStoreCreateInstance{"pstorec.dll",
-                                                                                                 "PStoreCreateInstance"};
+inline const LateFunction<HRESULT(WINAPI*)(void**, GUID*, void*, DWORD)> PStoreCreateInstance{"pstorec.dll",
+                                                                                              "PStoreCreateInstance"};
 
 // The NT family; Windows 9x exports them as stubs that fail.
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, DWORD, HANDLE*)> OpenProcessToken{"advapi32.dll", "OpenProcessToken"};

@@ -10,26 +10,36 @@ using namespace platform;
 
 namespace {
 
-std::string KeyPath(const SettingRow& row) { return "Software\\" QUELLIX_PRODUCT_NAME "\\" + AppTitle + "\\" + row.section; }
+std::string KeyPath(const char* section) { return "Software\\" QUELLIX_PRODUCT_NAME "\\" + AppTitle + "\\" + section; }
+
+void RaiseUnlessSuccess(LONG status) {
+  if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
+}
 
 }  // namespace
 
+std::string GetSetting(const char* section, const char* key, const char* defaultText) {
+  return TextValue(HKEY_CURRENT_USER, KeyPath(section), key).value_or(defaultText);
+}
+
 std::string GetSetting(Setting setting) {
   const SettingRow& row = SchemaRow(setting);
-  return TextValue(HKEY_CURRENT_USER, KeyPath(row), row.key).value_or(row.defaultText);
+  return GetSetting(row.section, row.key, row.defaultText);
+}
+
+void SaveSetting(const char* section, const char* key, const std::string& value) {
+  HKEY opened = nullptr;
+  char noClass[] = "";
+  RaiseUnlessSuccess(::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(section).c_str(), 0, noClass, 0, KEY_SET_VALUE, nullptr,
+                                       &opened, nullptr));
+  const UniqueKey owner(opened);
+  RaiseUnlessSuccess(::RegSetValueExA(opened, key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                                      static_cast<DWORD>(value.size()) + 1));
 }
 
 void SaveSetting(Setting setting, const std::string& value) {
   const SettingRow& row = SchemaRow(setting);
-  HKEY opened = nullptr;
-  char noClass[] = "";
-  LONG status =
-      ::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(row).c_str(), 0, noClass, 0, KEY_SET_VALUE, nullptr, &opened, nullptr);
-  if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
-  const UniqueKey key(opened);
-  status = ::RegSetValueExA(key.get(), row.key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                            static_cast<DWORD>(value.size()) + 1);
-  if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
+  SaveSetting(row.section, row.key, value);
 }
 
 }  // namespace settings

@@ -12,8 +12,10 @@ namespace settings {
 
 // The stored text up to its first NUL; the default when key or value is missing, not a text, or cannot be read.
 std::string GetSetting(Setting setting);
+std::string GetSetting(const char* section, const char* key, const char* defaultText);
 
 // Raises the system's error when the value cannot be written; what was stored before is then unchanged.
 void SaveSetting(Setting setting, const std::string& value);
+void SaveSetting(const char* section, const char* key, const std::string& value);
 
 }  // namespace settings

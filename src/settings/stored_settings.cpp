@@ -8,24 +8,32 @@
 namespace settings {
 using namespace platform;
 
-void ReadStoredSettings() {
-  for (const SettingRow& row : kSchema) {
-    if (row.reader != SettingReader::ReadStoredSettings) continue;
-    resumeNext([&] { Settings[row.setting] = Trim(GetSetting(row.setting)); });
-  }
+namespace {
+
+void ReadEach(ReadBy readBy) {
+  for (const SettingRow& row : kSchema)
+    if (row.readBy == readBy) resumeNext([&] { Settings[row.setting] = Trim(GetSetting(row.setting)); });
+}
+
+}  // namespace
+
+void ReadStoredSettings(std::span<const ItemFlag> items) {
+  for (const ItemFlag& item : items)
+    resumeNext([&] { *item.text = Trim(GetSetting(kItemSection, item.key, kItemDefault)); });
+  ReadEach(ReadBy::StoredSettingsFirst);
+  ReadEach(ReadBy::StoredSettings);
   resumeNext([] { Settings.CloseBrowsers = ToBoolean(Settings[Setting::CHKieclose]); });
   Settings.ScheduleTickCount = 0;
   resumeNext([] { Settings.BossKeyCode = ToLong(NumberOf(Settings[Setting::bossKey])); });
 }
 
-void WriteStoredSettings(const ControlTexts& controls) {
-  CopyScheduleTexts(Settings, controls.txtMinutes, {controls.pickerMinute, controls.pickerHour, controls.pickerSecond});
-  Settings[Setting::chkOptions] = controls.chkOptions;
+void WriteStoredSettings(std::span<const ItemFlag> items) {
+  for (const ItemFlag& item : items) SaveSetting(kItemSection, item.key, *item.text);
   Settings[Setting::CHKieclose] = BooleanText(Settings.CloseBrowsers);
-  Settings[Setting::txtLevel] = controls.txtLevel;
-  for (const Setting setting : SaveOrder()) {
-    if (setting == Setting::Startup) CoupleStartupFlags(Settings);
-    SaveSetting(setting, Settings[setting]);
+  for (const SettingRow& row : kSchema) {
+    if (row.saved != Saved::Yes) continue;
+    if (row.setting == Setting::Startup) CoupleStartupFlags(Settings);
+    SaveSetting(row.setting, Settings[row.setting]);
   }
 }
 

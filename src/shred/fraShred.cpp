@@ -2,7 +2,7 @@
 #include "shred/fraShred.h"
 
 #include "platform/ErroHandle.h"
-#include "platform/app_title.h"
+#include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "shred/dropped_files.h"
@@ -28,20 +28,28 @@ std::string Outcome(int done, int count, const std::string& what, const char* ho
 
 }  // namespace
 
-fraShred::fraShred(MainWindow& window) : window_(window) {
+fraShred::fraShred(MainWindow& window) : Panel(IDD_fraShred, IDC_fraShred), window_(window) {
   for (SpinButton* spin : {&UpDown1, &UpDown2}) {
     spin->SetRange(0, kHighestLevel);
     spin->SetValue(kLevelAtStart);  // and writes it into the level box
   }
 }
 
-HWND fraShred::Create(HWND parent) { return Dialog::Create(IDD_fraShred, parent); }
-
-void fraShred::OnCommand(int id, int notification) {
-  if (notification == BN_CLICKED && walks_ == 0) Click(id);
+void fraShred::LoadEraseSettings() {
+  resumeNext([this] { chkOptions.Load(); });
+  resumeNext([this] { txtLevel.Load(); });
 }
 
-void fraShred::Click(int id) {
+void fraShred::KeepSettings() {
+  chkOptions.Keep();
+  txtLevel.Keep();
+}
+
+void fraShred::OnClick(int id) {
+  if (walks_ == 0) Press(id);
+}
+
+void fraShred::Press(int id) {
   switch (id) {
     case IDC_cmdFileShred:
       AddFiles(manual_);
@@ -67,21 +75,18 @@ void fraShred::Click(int id) {
   }
 }
 
-bool fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+std::optional<LRESULT> fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_DROPFILES) {
     TakeDrop(wParam);
-    return true;
+    return 0;
   }
   if (message == WM_VKEYTOITEM) {
+    constexpr LRESULT kTheListGoesOn = -1;
     if (LOWORD(wParam) == VK_DELETE && walks_ == 0) RemoveSelected(reinterpret_cast<HWND>(lParam));
-    answerDirectly_ = -1;  // the list goes on with the key
-    result = -1;
-    return true;
+    return kTheListGoesOn;
   }
-  return false;
+  return {};
 }
-
-void fraShred::ShowBox(const char* text, UINT icon) { ::MessageBoxA(window_.Window(), text, AppTitle.c_str(), icon); }
 
 void fraShred::ShowFileCount(int count) {
   FileCount.SetText(count == 0 ? "" : "There are " + std::to_string(count) + " files ready for deleting!");
@@ -116,7 +121,10 @@ void fraShred::ClearFiles(ShredList& list) {
 }
 
 void fraShred::ShredManually() {
-  if (lstFileShred.ListCount() == 0) return ShowBox("File List is Empty", MB_ICONEXCLAMATION);
+  if (lstFileShred.ListCount() == 0) {
+    ShowMessage("File List is Empty", MB_ICONEXCLAMATION);
+    return;
+  }
   txtMessage.SetText("   Shredding Files at level " + txtLev.Text() + " may take some time.");
   const int count = manual_.Count();
   // The text names the level of the scheduled list, and the shredding goes by that of the manual one. Both are meant.
@@ -131,7 +139,7 @@ void fraShred::ShredManually() {
 // the list.
 int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
   if (list.Count() == 0) {
-    ShowBox("Error: Enter a file for shredding!", MB_ICONERROR);
+    ShowMessage("Error: Enter a file for shredding!", MB_ICONERROR);
     return 0;
   }
   const Walk walk(*this);
@@ -166,7 +174,10 @@ void fraShred::AddFolder() {
 }
 
 void fraShred::ShredFolders() {
-  if (lstFolder.ListCount() == 0) return ShowBox("Folder List is Empty", MB_ICONEXCLAMATION);
+  if (lstFolder.ListCount() == 0) {
+    ShowMessage("Folder List is Empty", MB_ICONEXCLAMATION);
+    return;
+  }
   const Walk walk(*this);
   int gone = 0;
   const int count = lstFolder.ListCount();

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "platform/controls.h"
-#include "platform/dialog.h"
 #include "platform/main_window.h"
+#include "platform/panel.h"
+#include "settings/bound_controls.h"
 #include "shred/fraShred_ids.h"
 #include "shred/frmAddDir.h"
 #include "shred/shred_list.h"
@@ -11,11 +12,9 @@
 namespace shred {
 using namespace platform;
 
-class fraShred : public Dialog {
+class fraShred final : public Panel {
  public:
   explicit fraShred(MainWindow& window);
-  HWND Create(HWND parent);
-
   // The scheduled list from and to its file "QUELLIX_Shred" in the program's folder. Loading fills the list box alone: a
   // scheduled run goes by the collection and finds nothing until files are added. That is meant.
   void LoadFiles();
@@ -26,15 +25,20 @@ class fraShred : public Dialog {
   // gone; those that the collection did not know stay in it, to be listed again at the next start.
   void ShredDelete();
 
-  CheckBox chkOptions{*this, IDC_chkOptions};  // "Enable Schedule" of the scheduled list
-  TextBox txtLevel{*this, IDC_txtLevel};       // security level of the scheduled list
-  TextBox txtLev{*this, IDC_txtLev};           // security level of the manual lists
-  ListBox lstFiles{*this, IDC_lstFiles};
+  // Whether an erase run begins with the scheduled list, and whether there is one to be saved.
+  bool IsScheduleOn() const { return chkOptions.Value() == 1; }
+  bool HasScheduledFiles() const { return lstFiles.ListCount() > 0; }
+
+  // Panel
+  void LoadEraseSettings() override;
+  void KeepSettings() override;
 
  private:
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
-  void Click(int id);
+  friend struct PanelForTests;  // which fills the controls as their user would
+
+  void OnClick(int id) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void Press(int id);
 
   // While one stands, a list is walked and window events run; the user changes none of the lists meanwhile.
   class Walk {
@@ -61,9 +65,12 @@ class fraShred : public Dialog {
   void RemoveSelected(HWND list);
   void RemoveSelectedFiles(ShredList& list);
   void TakeDrop(WPARAM drop);
-  void ShowBox(const char* text, UINT icon);
 
   MainWindow& window_;
+  settings::SettingCheckBox chkOptions{*this, IDC_chkOptions, settings::Setting::chkOptions};  // of the scheduled list
+  settings::SettingTextBox txtLevel{*this, IDC_txtLevel, settings::Setting::txtLevel};         // of the scheduled list
+  TextBox txtLev{*this, IDC_txtLev};  // security level of the manual lists
+  ListBox lstFiles{*this, IDC_lstFiles};
   SpinButton UpDown1{*this, IDC_UpDown1, txtLev};
   SpinButton UpDown2{*this, IDC_UpDown2, txtLevel};
   ListBox lstFileShred{*this, IDC_lstFileShred};

@@ -22,24 +22,20 @@ void frmAddDir::OnInit() {
   for (const std::string& drive : Drives()) drvList.AddItem(drive);
   drvList.Choose(kDriveAtStart);
   resumeNext([this] { Open(kDriveAtStart); });
-  ::SetFocus(dirList.Handle());
+  MoveFocusTo(dirList.Handle());
 }
 
-void frmAddDir::OnCommand(int id, int notification) {
+void frmAddDir::OnNotification(int id, int notification) {
   if (id == IDC_drvList && notification == CBN_SELCHANGE) ChangeDrive();
   if (id == IDC_dirList && notification == LBN_DBLCLK) OpenSelected();
-  if (id == IDC_cmdAdd && notification == BN_CLICKED) {
-    // Enter in the list presses the default button; there it opens the chosen folder first, as a double click does.
-    if (::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened) return OpenSelected();
-    Add();
-  }
-  if ((id == IDC_cmdCancel && notification == BN_CLICKED) || id == IDCANCEL) Close();
 }
 
-bool frmAddDir::OnMessage(UINT message, WPARAM, LPARAM, LRESULT&) {
-  if (message != WM_CLOSE) return false;
-  Close();
-  return true;
+void frmAddDir::OnClick(int id) {
+  if (id == IDC_cmdCancel) return Close();
+  if (id != IDC_cmdAdd) return;
+  // Enter in the list presses the default button; there it opens the chosen folder first, as a double click does.
+  if (::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened) return OpenSelected();
+  Add();
 }
 
 // A folder that cannot be read is not opened; what is shown stays.

@@ -11,7 +11,7 @@
 namespace shred {
 using namespace platform;
 
-class frmAddDir : public Dialog {
+class frmAddDir final : public Dialog {
  public:
   // Shows the window and returns the chosen folder's full path once it is closed; empty when none was chosen. Window events
   // run meanwhile; `owner` takes no input.
@@ -19,8 +19,8 @@ class frmAddDir : public Dialog {
 
  private:
   void OnInit() override;
-  void OnCommand(int id, int notification) override;
-  bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+  void OnClick(int id) override;
+  void OnNotification(int id, int notification) override;
 
   void Open(const std::string& folder);
   void OpenSelected();

@@ -149,7 +149,7 @@ TEST_F(EraseRunFailures, TheErrorOfACleanerStaysPending) {
   FakeEraseRunHost host;
   host.Tick(kWin, 0);
   host.onCall = [](const std::string& call) {
-    if (call == "clean WindowsTemp") Raise(kPermissionDenied);
+    if (call == "clean chkWinsettings 0") Raise(kPermissionDenied);
   };
   doClean(host);
   EXPECT_EQ(Err.Number(), 70);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "erase/run_in_progress.h"
 #include "fake_erase_run_host.h"
 
 using namespace erase;
@@ -23,7 +24,7 @@ const std::string kFullRange = "bar range 0 to " + std::to_string(kFullBar);
 Lines ActionsOf(const ExpectedItem& item, int value) {
   Lines actions = {"bar value " + std::to_string(value)};
   if (item.logLine != nullptr) actions.push_back(std::string("log: ") + item.logLine);
-  if (item.cleaner != Cleaner::None) actions.push_back("clean " + NameOf(item.cleaner));
+  if (item.logLine != nullptr) actions.push_back("clean " + NameOf(item.array, item.index));
   if (item.secondLogLine != nullptr) actions.push_back(std::string("log: ") + item.secondLogLine);
   actions.push_back("pause");
   return actions;
@@ -106,6 +107,20 @@ TEST(EraseOnly, WritesTwoLinesForTheNetscapeCacheAroundItsCleaner) {
   EXPECT_THAT(host.log, ElementsAre("Erasing Netscape Cache...", "Erasing Netscape Cookies...", "", kErased));
 }
 
+TEST(EraseOnly, RunsTheSecondCleanerOfAnItemAlsoWhenTheFirstFails) {
+  FakeEraseRunHost host;
+  host.items.At(0).secondCleaner = ItemsToRun::Another();
+  host.Tick(kIe, 0);
+  host.onCall = [](const std::string& call) {
+    if (call == "clean chkIEsettings 0") Raise(kPermissionDenied);
+  };
+  RunEraseOnly(host);
+  EXPECT_EQ(host.CountOf("clean chkIEsettings 0"), 1u);
+  EXPECT_EQ(host.CountOf("clean unknown"), 1u);
+  EXPECT_EQ(host.CountOf("pause"), 1u);
+  Err.Clear();
+}
+
 TEST(EraseOnly, TakesTheLogOfTheRunBeforeAway) {
   FakeEraseRunHost host;
   host.log = {"of an earlier run"};
@@ -118,20 +133,40 @@ TEST(EraseOnly, TakesTheLogOfTheRunBeforeAway) {
 TEST(EraseOnly, DoesNothingWhileARunIsInProgress) {
   FakeEraseRunHost host;
   host.TickAll();
-  host.stopButton = true;
   host.closeBrowsersFlag = true;
+  const RunScope another;
   RunEraseOnly(host);
-  EXPECT_THAT(host.calls, ElementsAre("? stop button"));
+  EXPECT_THAT(host.calls, IsEmpty());
 }
 
 TEST(EraseOnly, DoesNothingWhileAnEarlierPressIsStillClosingBrowsers) {
   FakeEraseRunHost host;
   host.TickAll();
-  host.closingBrowsers = true;
   host.closeBrowsersFlag = true;
+  Lines within;
+  host.onCall = [&](const std::string& call) {
+    if (call != "close browser frames") return;
+    const std::size_t before = host.calls.size();
+    RunEraseOnly(host);
+    RunEraseAndReboot(host);
+    within.assign(host.calls.begin() + static_cast<std::ptrdiff_t>(before), host.calls.end());
+  };
   RunEraseOnly(host);
-  RunEraseAndReboot(host);
-  EXPECT_THAT(host.Actions(), ElementsAre("show bar"));
+  EXPECT_THAT(within, ElementsAre("show bar"));
+  EXPECT_EQ(host.CountOf("clear log"), 1u);
+}
+
+TEST(EraseOnly, IsOverWhenItReturnsWhateverFailed) {
+  for (const bool fails : {false, true}) {
+    FakeEraseRunHost host;
+    host.Tick(kIe, 0);
+    host.onCall = [fails](const std::string& call) {
+      EXPECT_TRUE(RunInProgress) << call;
+      if (fails && call == "stop button on") Raise(kPermissionDenied);
+    };
+    RunEraseOnly(host);
+    EXPECT_FALSE(RunInProgress);
+  }
 }
 
 TEST(EraseOnly, DoesNothingWhenPressedWithinItsOwnRun) {
@@ -146,7 +181,7 @@ TEST(EraseOnly, DoesNothingWhenPressedWithinItsOwnRun) {
     within.assign(host.calls.begin() + static_cast<std::ptrdiff_t>(before), host.calls.end());
   };
   RunEraseOnly(host);
-  EXPECT_THAT(within, ElementsAre("? stop button", "show bar", "? stop button"));
+  EXPECT_THAT(within, ElementsAre("show bar"));
   EXPECT_THAT(host.log, ElementsAre("Erasing Internet Location Bar History...", "", kErased));
 }
 
@@ -163,9 +198,8 @@ TEST(EraseOnly, ClosesTheBrowsersFirstWhenTheFlagIsSetAlsoForAnEmptySelection) {
   FakeEraseRunHost host;
   host.closeBrowsersFlag = true;
   RunEraseOnly(host);
-  EXPECT_THAT(host.calls, ElementsAre("? stop button", "? close browsers flag", "close browser frames",
-                                      "close window: Internet Explorer", "show bar", "? selected boxes",
-                                      "information: No item(s) has been selected"));
+  EXPECT_THAT(host.calls, ElementsAre("? close browsers flag", "close browser frames", "close window: Internet Explorer",
+                                      "show bar", "? selected boxes", "information: No item(s) has been selected"));
 }
 
 TEST(EraseOnly, GoesByTheFlagAndNotByTheBox) {
@@ -181,7 +215,7 @@ TEST(EraseOnly, ClearsTheStopRequestBeforeTheRunAndSetsItAfterwards) {
   host.stop = true;
   host.Tick(kIe, 0);
   RunEraseOnly(host);
-  EXPECT_EQ(host.CountOf("clean TypedUrls"), 1u);
+  EXPECT_EQ(host.CountOf("clean chkIEsettings 0"), 1u);
   EXPECT_EQ(host.log.back(), kErased);
   EXPECT_TRUE(host.stop);
   EXPECT_FALSE(host.stopButton);
@@ -190,9 +224,9 @@ TEST(EraseOnly, ClearsTheStopRequestBeforeTheRunAndSetsItAfterwards) {
 TEST(EraseAndReboot, ShowsTheBarBeforeItLooksForARunInProgress) {
   FakeEraseRunHost host;
   host.TickAll();
-  host.stopButton = true;
+  const RunScope another;
   RunEraseAndReboot(host);
-  EXPECT_THAT(host.calls, ElementsAre("show bar", "? stop button"));
+  EXPECT_THAT(host.calls, ElementsAre("show bar"));
 }
 
 TEST(EraseAndReboot, RefusesAnEmptySelectionAndDoesNotReboot) {
@@ -200,8 +234,7 @@ TEST(EraseAndReboot, RefusesAnEmptySelectionAndDoesNotReboot) {
   host.closeBrowsersFlag = true;
   host.rebootAfter = true;
   RunEraseAndReboot(host);
-  EXPECT_THAT(host.calls,
-              ElementsAre("show bar", "? stop button", "? selected boxes", "information: No Item Has Been Selected"));
+  EXPECT_THAT(host.calls, ElementsAre("show bar", "? selected boxes", "information: No Item Has Been Selected"));
 }
 
 TEST(EraseAndReboot, RebootsOnceTheRunIsOverAndLeavesTheBrowsersAlone) {
@@ -253,7 +286,7 @@ TEST(Stop, WithinACleanerLetsTheItemEndWithItsPause) {
   FakeEraseRunHost host;
   host.Tick(kNet, 3);
   host.Tick(kOpera, 0);
-  host.onCall = StopAt(host, "clean NetscapeCache");
+  host.onCall = StopAt(host, "clean chkNetsettings 3");
   RunEraseOnly(host);
   EXPECT_THAT(host.log, ElementsAre("Erasing Netscape Cache...", "Erasing Netscape Cookies...", "", kStopped));
   EXPECT_EQ(host.CountOf("pause"), 1u);
@@ -350,7 +383,7 @@ TEST(DoClean, RunsAnItemWhenTheNumberInItsFlagIsOne) {
     FakeEraseRunHost host;
     host.flags[{kIe, 0}] = flag;
     doClean(host);
-    EXPECT_EQ(host.CountOf("clean TypedUrls"), 1u) << "flag [" << flag << "]";
+    EXPECT_EQ(host.CountOf("clean chkIEsettings 0"), 1u) << "flag [" << flag << "]";
   }
 }
 
@@ -361,7 +394,7 @@ TEST(DoClean, PassesOverAnItemWithAnyOtherFlagAndGoesOn) {
     host.flags[{kIe, 0}] = flag;
     host.flags[{kOpera, 2}] = "1";
     doClean(host);
-    EXPECT_EQ(host.CountOf("clean TypedUrls"), 0u) << "flag [" << flag << "]";
+    EXPECT_EQ(host.CountOf("clean chkIEsettings 0"), 0u) << "flag [" << flag << "]";
     EXPECT_THAT(host.log, ElementsAre("Erasing Opera Typed URLs....", "", kErased)) << "flag [" << flag << "]";
   }
 }

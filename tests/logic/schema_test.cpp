@@ -9,8 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "expected_items.h"
-
 using namespace settings;
 
 namespace {
@@ -28,7 +26,7 @@ struct Expected {
   SettingForm form;
 };
 
-// In reading order, after the items.
+// In reading order; the items go before.
 const Expected kReadByReadStoredSettings[] = {
     {"Scheduling", "chkShEnable", "0", kFlag},
     {"Scheduling", "chkRbt", "0", kFlag},
@@ -55,7 +53,7 @@ const Expected kReadElsewhere[] = {
     {"Name", "Titile", "", kText},
 };
 
-// "section/key" in the order in which they are written, after the items.
+// "section/key" in the order in which they are written; the items go before.
 const std::vector<std::string> kSaved = {
     "Scheduling/ScheduleSecond", "Scheduling/ScheduleHour",  "Scheduling/ScheduleDay", "Scheduling/ScheduleMinutes",
     "Scheduling/ScheduleMin",    "Scheduling/ScheduledTime", "Scheduling/chkOptions",  "Startup/LoadStartup",
@@ -65,24 +63,20 @@ const std::vector<std::string> kSaved = {
 
 std::string PathOf(const SettingRow& row) { return std::string(row.section) + "/" + row.key; }
 
-std::vector<const SettingRow*> RowsReadBy(SettingReader reader) {
+// The rows that are read in these ways, those of the first way first.
+std::vector<const SettingRow*> RowsReadBy(std::initializer_list<ReadBy> ways) {
   std::vector<const SettingRow*> rows;
-  for (const SettingRow& row : kSchema)
-    if (row.reader == reader) rows.push_back(&row);
+  for (const ReadBy way : ways)
+    for (const SettingRow& row : kSchema)
+      if (row.readBy == way) rows.push_back(&row);
   return rows;
 }
 
-// A new installation erases everything.
-std::vector<Expected> ExpectedItemRows(const std::vector<std::string>& keys) {
-  std::vector<Expected> rows;
-  for (const std::string& key : keys) rows.push_back({"CleanSettings", key.c_str(), "1", kFlag});
-  return rows;
-}
-
-void ExpectRows(SettingReader reader, const std::vector<Expected>& expected) {
-  const std::vector<const SettingRow*> rows = RowsReadBy(reader);
-  ASSERT_EQ(rows.size(), expected.size());
-  for (std::size_t i = 0; i < expected.size(); ++i) {
+template <std::size_t Count>
+void ExpectRows(std::initializer_list<ReadBy> ways, const Expected (&expected)[Count]) {
+  const std::vector<const SettingRow*> rows = RowsReadBy(ways);
+  ASSERT_EQ(rows.size(), Count);
+  for (std::size_t i = 0; i < Count; ++i) {
     const std::string path = std::string(expected[i].section) + "/" + expected[i].key;
     EXPECT_EQ(PathOf(*rows[i]), path) << "row " << i;
     EXPECT_STREQ(rows[i]->defaultText, expected[i].defaultText) << "default of " << path;
@@ -90,66 +84,44 @@ void ExpectRows(SettingReader reader, const std::vector<Expected>& expected) {
   }
 }
 
+std::vector<std::string> PathsThatAre(Saved saved) {
+  std::vector<std::string> paths;
+  for (const SettingRow& row : kSchema)
+    if (row.saved == saved) paths.push_back(PathOf(row));
+  return paths;
+}
+
 }  // namespace
 
 TEST(Schema, ReadsTheStoredSettingsInTheirOrderWithTheirDefaults) {
-  const std::vector<std::string> keys = ExpectedItemKeys();
-  std::vector<Expected> expected = ExpectedItemRows(keys);
-  expected.insert(expected.end(), std::begin(kReadByReadStoredSettings), std::end(kReadByReadStoredSettings));
-  ExpectRows(SettingReader::ReadStoredSettings, expected);
+  ExpectRows({ReadBy::StoredSettingsFirst, ReadBy::StoredSettings}, kReadByReadStoredSettings);
 }
 
-TEST(Schema, LeavesTheShredderBoxAndLevelToTheControls) {
-  ExpectRows(SettingReader::LoadEraseSettings, {std::begin(kReadByLoadEraseSettings), std::end(kReadByLoadEraseSettings)});
-}
+TEST(Schema, LeavesTheShredderBoxAndLevelToTheControls) { ExpectRows({ReadBy::EraseSettings}, kReadByLoadEraseSettings); }
 
-TEST(Schema, LeavesTheWarningAndTheCaptionToTheirOwners) {
-  ExpectRows(SettingReader::Elsewhere, {std::begin(kReadElsewhere), std::end(kReadElsewhere)});
-}
+TEST(Schema, LeavesTheWarningAndTheCaptionToTheirOwners) { ExpectRows({ReadBy::Others}, kReadElsewhere); }
 
-TEST(Schema, WritesTheSettingsInTheirOrder) {
-  std::vector<std::string> saved;
-  for (const Setting setting : SaveOrder()) saved.push_back(PathOf(SchemaRow(setting)));
-  std::vector<std::string> expected;
-  for (const std::string& key : ExpectedItemKeys()) expected.push_back("CleanSettings/" + key);
-  expected.insert(expected.end(), kSaved.begin(), kSaved.end());
-  EXPECT_THAT(saved, testing::ElementsAreArray(expected));
-}
+TEST(Schema, WritesTheSettingsInTheirOrder) { EXPECT_THAT(PathsThatAre(Saved::Yes), testing::ElementsAreArray(kSaved)); }
 
 TEST(Schema, SavesNothingOfTheBossKeyTheWarningAndTheCaption) {
-  std::vector<std::string> unsaved;
-  for (const SettingRow& row : kSchema)
-    if (row.saveOrder == kNotSaved) unsaved.push_back(PathOf(row));
-  EXPECT_THAT(unsaved, testing::ElementsAre("Boss/bossKey", "Message_key/Message", "Name/Titile"));
+  EXPECT_THAT(PathsThatAre(Saved::ByOthers), testing::ElementsAre("Boss/bossKey", "Message_key/Message", "Name/Titile"));
 }
 
-TEST(Schema, GivesEverySavedSettingAPositionOfItsOwn) {
-  std::set<int> positions;
-  for (const SettingRow& row : kSchema)
-    if (row.saveOrder != kNotSaved)
-      EXPECT_TRUE(positions.insert(row.saveOrder).second) << PathOf(row) << " shares its position";
-  EXPECT_EQ(positions.size(), kSavedCount);
-  EXPECT_EQ(*positions.begin(), 1);
-  EXPECT_EQ(*positions.rbegin(), static_cast<int>(kSavedCount));
+TEST(Schema, TicksEveryItemOfANewInstallation) {
+  EXPECT_STREQ(kItemSection, "CleanSettings");
+  EXPECT_STREQ(kItemDefault, "1");
 }
 
 TEST(Schema, HasEachSettingAndEachKeyOnce) {
-  const std::size_t others =
-      std::size(kReadByReadStoredSettings) + std::size(kReadByLoadEraseSettings) + std::size(kReadElsewhere);
-  EXPECT_EQ(kItemFlagCount, kExpectedItems.size());
-  EXPECT_EQ(kSettingCount, kItemFlagCount + others);
+  EXPECT_EQ(kSettingCount,
+            std::size(kReadByReadStoredSettings) + std::size(kReadByLoadEraseSettings) + std::size(kReadElsewhere));
   std::set<std::string> paths;
-  for (std::size_t i = 0; i < kSettingCount; ++i) {
-    EXPECT_EQ(static_cast<std::size_t>(kSchema[i].setting), i) << PathOf(kSchema[i]) << " stands in another setting's row";
-    EXPECT_TRUE(paths.insert(PathOf(kSchema[i])).second) << PathOf(kSchema[i]) << " stands twice";
-  }
+  for (const SettingRow& row : kSchema) EXPECT_TRUE(paths.insert(PathOf(row)).second) << PathOf(row) << " is there twice";
 }
 
 TEST(SchemaRow, IsTheRowOfThatSetting) {
   for (const SettingRow& row : kSchema) EXPECT_EQ(&SchemaRow(row.setting), &row) << PathOf(row);
   const std::pair<Setting, const char*> rows[] = {
-      {Setting::LocationbarHistory, "CleanSettings/LocationbarHistory"},
-      {Setting::OTypedUrl, "CleanSettings/OTypedUrl"},
       {Setting::chkShEnable, "Scheduling/chkShEnable"},
       {Setting::CHKieclose, "Scheduling/CHKieclose"},
       {Setting::ScheduledTime, "Scheduling/ScheduledTime"},

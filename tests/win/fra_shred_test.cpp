@@ -1,5 +1,6 @@
 // What the panel "Shredder" does with its controls, step by step: texts that stand for a moment only, each step of the bar,
 // and events that come in the middle. Its lists are filled as Explorer fills them, by a drop.
+
 #include "shred/fraShred.h"
 
 #include <gmock/gmock.h>
@@ -17,6 +18,7 @@
 #include "connection.h"
 #include "main_window_stub.h"
 #include "message_box_user.h"
+#include "panel_for_tests.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
@@ -154,7 +156,8 @@ class FraShred : public testing::Test {
   const HWND parent =
       ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW, 0, 0, 600, 500, nullptr, nullptr, nullptr, nullptr);
   MainWindowStub window{parent};
-  fraShred panel{window};
+  PanelForTests filled{window};
+  fraShred& panel = filled.panel;
 };
 using ManualShredTest = FraShred;
 using ScheduledShredTest = FraShred;
@@ -165,8 +168,7 @@ using SavingTest = FraShred;
 
 TEST_F(ManualShredTest, SaysWithThreeBlanksWhatItsLevelIsAndThenTheLevelOfTheScheduledList) {
   Drop(IDC_lstFileShred, Files(2));
-  panel.txtLev.SetText("1");
-  panel.txtLevel.SetText("2");
+  filled.SetLevels("1", "2");
   const TextRecord message(Item(IDC_txtMessage));
   Press(IDC_cmdshredFiles);
   EXPECT_THAT(message.Texts(), ElementsAre("   Shredding Files at level 1 may take some time.",
@@ -207,12 +209,12 @@ TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeftOrWereNeverThere) 
 }
 
 TEST_F(ManualShredTest, CountsNoFileThatIsGoneWithoutBeingOverwritten) {
-  panel.txtLev.SetText("many");
+  filled.SetLevels("many", "50");
   Drop(IDC_lstFileShred, Files(1));
   Press(IDC_cmdshredFiles);
   EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
   EXPECT_EQ(Text(IDC_txtMessage), "0 of 1 file shredded.");
-  panel.txtLev.SetText("1");
+  filled.SetLevels("1", "50");
   Drop(IDC_lstFileShred, Files(1));
   Press(IDC_cmdshredFiles);
   EXPECT_EQ(Text(IDC_txtMessage), "1 file shredded.");
@@ -334,7 +336,7 @@ TEST_F(ScheduledShredTest, EndsAtAStopRequestBehindTheFileInHandAndKeepsTheOther
   }
   EXPECT_THAT(NamesIn(folder.Path()), UnorderedElementsAre("a", "c"));
   EXPECT_EQ(Count(IDC_lstFiles), 2);
-  EXPECT_EQ(panel.lstFiles.Item(0), folder / "a");
+  EXPECT_EQ(filled.lstFiles.Item(0), folder / "a");
 
   StopErase = false;
   panel.ShredDelete();
@@ -425,7 +427,7 @@ TEST_F(DropTest, OfANameOutsideTheCodePageMeansThatFileAndNoneThatLooksLikeIt) {
 }
 
 TEST_F(SavingTest, WritesNothingAtADeleteKeyWithoutAChosenLine) {
-  panel.lstFiles.AddItem("C:\\work\\file");
+  filled.lstFiles.AddItem("C:\\work\\file");
   ::SendMessageA(Item(IDC_lstFiles), WM_KEYDOWN, VK_DELETE, 0);
   EXPECT_EQ(Count(IDC_lstFiles), 1);
   EXPECT_FALSE(IsThere(kListFile));
@@ -433,7 +435,7 @@ TEST_F(SavingTest, WritesNothingAtADeleteKeyWithoutAChosenLine) {
 
 // A click that comes while the list is saved would otherwise leave half of it in the file of an empty list.
 TEST_F(SavingTest, LetsNoButtonChangeTheListMeanwhile) {
-  for (int number = 0; number < 100; ++number) panel.lstFiles.AddItem("C:\\work\\file");
+  for (int number = 0; number < 100; ++number) filled.lstFiles.AddItem("C:\\work\\file");
   events.AtTheNext([this] { Press(IDC_cmdCustomDeleteAll); });
   ::Sleep(50);  // so that the saving looks for events at its first line
   panel.SaveSettingsToFile();

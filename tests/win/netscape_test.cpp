@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "erase/run_cleaner.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "netscape_profiles.h"
@@ -11,6 +10,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "run_item.h"
 #include "scratch_key.h"
 #include "shell_folders.h"
 #include "window_event.h"
@@ -111,7 +111,7 @@ TEST_P(Netscape, IsCleanedByItsItems) {
   RegisterCommunicator("joe", communicator);
   for (const TestedCleaner& cleaner : kCleaners) {
     LayOutRegistered(communicator);
-    RunCleaner(cleaner.item);
+    RunItem(cleaner.item);
     EXPECT_EQ(FilesBelow(communicator), RegisteredBut(cleaner)) << cleaner.name;
   }
 }

@@ -8,7 +8,6 @@
 #include "cleaners/OperaClean.h"
 #include "cleaners/wipe_state.h"
 #include "connection.h"
-#include "erase/run_cleaner.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "nothing_pending.h"
@@ -18,6 +17,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "run_item.h"
 #include "scratch_folder.h"
 #include "scratch_key.h"
 #include "second_name.h"
@@ -291,16 +291,16 @@ TEST_P(Opera, KeepsItsCacheFoldersAsTheyAreWhileTheyAreHiddenOrOfTheSystem) {
 
 TEST_P(Opera, IsCleanedByItsItemsInTheOlderLayoutAndThenInTheSeventh) {
   const struct {
-    Cleaner item;
+    const char* item;
     Names deleted;
-  } rows[] = {{Cleaner::OperaCookies, {current / "0\\cookies.dat", profile + "\\cookies4.dat"}},
-              {Cleaner::OperaCache, {current / "0\\Cache\\x", profile + "\\cache4\\x"}},
-              {Cleaner::OperaTypedUrls, {profile + "\\global.dat", profile + "\\opera.dir"}}};
+  } rows[] = {{"Ocookies", {current / "0\\cookies.dat", profile + "\\cookies4.dat"}},
+              {"OClean", {current / "0\\Cache\\x", profile + "\\cache4\\x"}},
+              {"OTypedUrl", {profile + "\\global.dat", profile + "\\opera.dir"}}};
   for (const auto& row : rows)
     for (const std::string& path : row.deleted) PutFile(path);
   for (const auto& row : rows) {
     const FileCalls calls;
-    RunCleaner(row.item);
+    RunItem(row.item);
     EXPECT_EQ(calls.Deleted(), row.deleted);
   }
 }

@@ -1,14 +1,16 @@
 // The scheduled list between the panel and its file "QUELLIX_Shred" in the program's folder. The panel has no window here,
 // as at the start of the program; the test program's folder is C:\test.
+#include "shred/fraShred.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "main_window_stub.h"
 #include "message_box_user.h"
+#include "panel_for_tests.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "scratch_folder.h"
-#include "shred/fraShred.h"
 #include "window_event.h"
 
 using namespace platform;
@@ -43,12 +45,12 @@ class ShredListFile : public testing::Test {
 
   Paths Lines() const {
     Paths lines;
-    for (int line = 0; line < panel.lstFiles.ListCount(); ++line) lines.push_back(panel.lstFiles.Item(line));
+    for (int line = 0; line < filled.lstFiles.ListCount(); ++line) lines.push_back(filled.lstFiles.Item(line));
     return lines;
   }
 
   void Fill(const Paths& paths) {
-    for (const std::string& path : paths) panel.lstFiles.AddItem(path);
+    for (const std::string& path : paths) filled.lstFiles.AddItem(path);
   }
 
   Paths LoadedFrom(const std::string& bytes) {
@@ -64,7 +66,8 @@ class ShredListFile : public testing::Test {
   }
 
   MainWindowStub window;
-  fraShred panel{window};
+  PanelForTests filled{window};
+  fraShred& panel = filled.panel;
 };
 using LoadFilesTest = ShredListFile;
 using SaveSettingsToFileTest = ShredListFile;
@@ -169,7 +172,7 @@ TEST_F(SaveSettingsToFileTest, IsUndoneByLoading) {
   for (int number = 0; number < 5000; ++number) paths.push_back("C:\\work\\file " + std::to_string(number) + ", old.txt");
   Fill(paths);
   panel.SaveSettingsToFile();
-  panel.lstFiles.Clear();
+  filled.lstFiles.Clear();
   panel.LoadFiles();
   EXPECT_EQ(Lines(), paths);
 }
@@ -181,7 +184,7 @@ TEST_F(SaveSettingsToFileTest, LeavesTheOldListThatAnotherProgramHolds) {
   for (const DWORD share : {0ul, static_cast<DWORD>(FILE_SHARE_READ)}) {
     const UniqueFile holder(::CreateFileA(kListFile, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(holder);
-    panel.lstFiles.Clear();
+    filled.lstFiles.Clear();
     ExpectSavingLeavesTheOldList();
   }
   EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);

@@ -1,3 +1,5 @@
+quellix_win_test(catalogue)
+target_include_directories(catalogue_test PRIVATE ../logic/support ../harness)
 quellix_win_test(find_os VERSIONS ${ALL_VERSIONS})
 quellix_win_test(reg32 VERSIONS ${ALL_VERSIONS})
 quellix_win_test(erro_handle DISPLAY)

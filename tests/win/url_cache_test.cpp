@@ -5,9 +5,9 @@
 #include "cleaners/cache_walks.h"
 #include "cleaners/url_cache_walk.h"
 #include "cookies/keep_list.h"
-#include "erase/run_cleaner.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "run_item.h"
 #include "window_event.h"
 
 using namespace cleaners;
@@ -312,9 +312,9 @@ TEST_F(ClearUrlCacheTest, RemovesAThousandEntries) {
 }
 
 TEST_F(ClearUrlCacheTest, IsWhatTheItemOfTheCacheAndThatOfTheCookiesRun) {
-  for (const Cleaner cleaner : {Cleaner::Cache, Cleaner::CookiesThenCache}) {
+  for (const char* item : {"TemporaryInternetFile", "Cookies"}) {
     MakeOneOfEach();
-    RunCleaner(cleaner);
+    RunItem(item);
     EXPECT_EQ(CachedUrls(), (std::vector<std::string>{"Visited: user@http://site.example/"}));
   }
 }

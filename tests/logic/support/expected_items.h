@@ -1,14 +1,13 @@
-// What the catalogue of erasable items is to hold, written down apart from it (erase_items.inc), and names for its
-// enumerators in messages.
+// What the catalogue of erasable items is to hold, written down apart from it (erase_items.inc), and names for boxes in
+// messages.
 #pragma once
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <string>
 #include <vector>
 
-#include "erase/catalogue.h"
+#include "erase/erase_item.h"
 
 using namespace erase;
 
@@ -18,8 +17,7 @@ struct ExpectedItem {
   const char* key;  // of the item's flag
   const char* caption;
   bool runs;
-  const char* logLine;  // null: none
-  Cleaner cleaner;
+  const char* logLine;        // null: none
   const char* secondLogLine;  // null: none
 };
 
@@ -28,40 +26,12 @@ inline constexpr auto kWin = BoxArray::chkWinsettings;
 inline constexpr auto kNet = BoxArray::chkNetsettings;
 inline constexpr auto kOpera = BoxArray::chkOsettings;
 
-inline Cleaner ExpectedCleaner(const std::string& key) {
-  static const std::map<std::string, Cleaner> cleaners = {
-      {"LocationbarHistory", Cleaner::TypedUrls},
-      {"ClearAutoComplete", Cleaner::AutoCompleteForms},
-      {"ClearAutoCompletePower", Cleaner::AutoCompletePasswords},
-      {"TemporaryInternetFile", Cleaner::Cache},
-      {"InternetHistory", Cleaner::IEHistory},
-      {"ClearLockedIndex", Cleaner::LockedIndex},
-      {"Cookies", Cleaner::CookiesThenCache},
-      {"WinTempFileFolder", Cleaner::WindowsTemp},
-      {"RecentDocumentList", Cleaner::RecentDocs},
-      {"RecycleBin", Cleaner::RecycleBin},
-      {"ScanDisk", Cleaner::ScanDiskFiles},
-      {"FindFileFolderHistory", Cleaner::Find},
-      {"RunHistory", Cleaner::RunHistory},
-      {"OpenSavedDialoge", Cleaner::Clipboard},
-      {"EraseRegistryFrame", Cleaner::RegistryStreams},
-      {"NTypedHistory", Cleaner::NetscapeTypedUrls},
-      {"NClearMailHistry", Cleaner::NetscapeMail},
-      {"NCache", Cleaner::NetscapeCache},
-      {"Ocookies", Cleaner::OperaCookies},
-      {"OClean", Cleaner::OperaCache},
-      {"OTypedUrl", Cleaner::OperaTypedUrls},
-  };
-  const auto found = cleaners.find(key);
-  return found != cleaners.end() ? found->second : Cleaner::None;
-}
-
 inline const char* NullIfEmpty(const char* text) { return *text != 0 ? text : nullptr; }
 
 // In the order in which they run; those that never run come last.
 inline const std::vector<ExpectedItem> kExpectedItems = {
 #define ITEM(array, index, key, caption, runs, logLine, secondLogLine) \
-  {BoxArray::array, index, key, caption, runs, NullIfEmpty(logLine), ExpectedCleaner(key), NullIfEmpty(secondLogLine)},
+  {BoxArray::array, index, key, caption, runs, NullIfEmpty(logLine), NullIfEmpty(secondLogLine)},
 #include "erase_items.inc"
 #undef ITEM
 };
@@ -98,30 +68,4 @@ inline std::vector<std::string> ExpectedItemKeys() {
 inline std::string NameOf(BoxArray array, int index) {
   static const char* const names[] = {"chkIEsettings", "chkWinsettings", "chkNetsettings", "chkOsettings"};
   return std::string(names[static_cast<std::size_t>(array)]) + " " + std::to_string(index);
-}
-
-inline std::string NameOf(Cleaner cleaner) {
-  static const char* const names[] = {"None",
-                                      "TypedUrls",
-                                      "AutoCompleteForms",
-                                      "AutoCompletePasswords",
-                                      "Cache",
-                                      "IEHistory",
-                                      "LockedIndex",
-                                      "CookiesThenCache",
-                                      "WindowsTemp",
-                                      "RecentDocs",
-                                      "RecycleBin",
-                                      "ScanDiskFiles",
-                                      "Find",
-                                      "RunHistory",
-                                      "Clipboard",
-                                      "RegistryStreams",
-                                      "NetscapeTypedUrls",
-                                      "NetscapeMail",
-                                      "NetscapeCache",
-                                      "OperaCookies",
-                                      "OperaCache",
-                                      "OperaTypedUrls"};
-  return names[static_cast<std::size_t>(cleaner)];
 }

@@ -1,8 +1,11 @@
 // A window for an erase run that writes down every call in order.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <map>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -13,13 +16,59 @@
 using namespace erase;
 using namespace platform;
 
-class FakeEraseRunHost final : public EraseRunHost {
+// The items of the expected table as a run takes them. Each that writes a line has a cleaner of its own that does nothing,
+// and the item of two cleaners has two.
+class ItemsToRun {
+ public:
+  ItemsToRun() {
+    for (const ExpectedItem& item : kExpectedItems) {
+      items_.push_back({.array = item.array,
+                        .index = item.index,
+                        .key = item.key,
+                        .caption = item.caption,
+                        .logLine = item.logLine,
+                        .secondLogLine = item.secondLogLine,
+                        .runs = item.runs ? Runs::Yes : Runs::Never});
+      if (item.logLine == nullptr) continue;
+      items_.back().cleaner = kCleaners[names_.size()];
+      names_.push_back(NameOf(item.array, item.index));
+    }
+  }
+
+  std::span<const EraseItem> Items() const { return items_; }
+  EraseItem& At(std::size_t position) { return items_[position]; }
+
+  // "chkIEsettings 0" for the cleaner of that box's item.
+  std::string NameOfCleaner(Cleaner cleaner) const {
+    const auto found = std::find(kCleaners.begin(), kCleaners.end(), cleaner);
+    const auto place = static_cast<std::size_t>(found - kCleaners.begin());
+    return place < names_.size() ? names_[place] : "unknown";
+  }
+
+  // A cleaner that belongs to no item.
+  static Cleaner Another() { return kCleaners.back(); }
+
+ private:
+  template <int number>
+  static void Clean() {}
+  template <int... numbers>
+  static std::array<Cleaner, sizeof...(numbers)> MakeCleaners(std::integer_sequence<int, numbers...>) {
+    return {&Clean<numbers>...};
+  }
+  inline static const std::array<Cleaner, 100> kCleaners = MakeCleaners(std::make_integer_sequence<int, 100>());
+
+  std::vector<EraseItem> items_;
+  std::vector<std::string> names_;
+};
+
+class FakeEraseRunHost final : public EraseRunHost, public RunView {
  public:
   // Every call; one that only asks begins with "? ".
   std::vector<std::string> calls;
   // Runs within each call before the call does its work, with the call's text; may throw or change the state.
   std::function<void(const std::string&)> onCall;
 
+  ItemsToRun items;
   std::vector<std::string> log;
   std::string status;
   int value = 0, min = 0, max = 100;
@@ -27,7 +76,6 @@ class FakeEraseRunHost final : public EraseRunHost {
   bool stopButton = false;
   bool scheduleEnabled = false, closeBrowsersBox = false, closeBrowsersFlag = false;
   bool scheduledShred = false, rebootAfter = false;
-  bool closingBrowsers = false;
   int selectedBoxes = 0;
   std::map<std::pair<BoxArray, int>, std::string> flags;
 
@@ -38,8 +86,8 @@ class FakeEraseRunHost final : public EraseRunHost {
   }
 
   void TickAll() {
-    for (const auto* items : {&kItemsThatRun, &kItemsThatNeverRun})
-      for (const ExpectedItem& item : *items) Tick(item.array, item.index);
+    for (const auto* group : {&kItemsThatRun, &kItemsThatNeverRun})
+      for (const ExpectedItem& item : *group) Tick(item.array, item.index);
   }
 
   // The calls that do something.
@@ -55,6 +103,9 @@ class FakeEraseRunHost final : public EraseRunHost {
     for (const std::string& call : calls) count += call == text ? 1u : 0u;
     return count;
   }
+
+  RunView& View() override { return *this; }
+  std::span<const EraseItem> Items() override { return items.Items(); }
 
   void ClearLog() override {
     Note("clear log");
@@ -84,7 +135,6 @@ class FakeEraseRunHost final : public EraseRunHost {
   }
   void ShowProgress() override { Note("show bar"); }
 
-  bool StopButtonEnabled() override { return Answer("stop button", stopButton); }
   void EnableStopButton(bool enabled) override {
     Note(enabled ? "stop button on" : "stop button off");
     stopButton = enabled;
@@ -108,11 +158,10 @@ class FakeEraseRunHost final : public EraseRunHost {
     stop = newStop;
   }
 
-  void RunCleaner(Cleaner cleaner) override { Note("clean " + NameOf(cleaner)); }
+  void RunCleaner(Cleaner cleaner) override { Note("clean " + items.NameOfCleaner(cleaner)); }
   void PauseAfterItem() override { Note("pause"); }
   void CloseBrowserFrames() override { Note("close browser frames"); }
   void CloseWindowByTitle(const char* title) override { Note(std::string("close window: ") + title); }
-  bool ClosingBrowsers() override { return closingBrowsers; }
   void MinimiseAllWindows() override { Note("minimise all windows"); }
   void ShredScheduledFiles() override { Note("shred scheduled files"); }
   void Reboot() override { Note("reboot"); }

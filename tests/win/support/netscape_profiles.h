@@ -6,18 +6,17 @@
 #include <vector>
 
 #include "cleaners/NetScapeEraser.h"
-#include "erase/catalogue.h"
+
 #include "scratch_folder.h"
 
 using namespace cleaners;
-using namespace erase;
 using namespace platform;
 
 using Names = std::vector<std::string>;
 
 struct TestedCleaner {
   const char* name;
-  Cleaner item;
+  const char* item;
   void (*clean)();
   Names ofRegistered;  // what goes of a profile that the registry names
   Names ofMozilla;     // what goes below the folder of Mozilla's profiles
@@ -25,19 +24,19 @@ struct TestedCleaner {
 
 inline const std::vector<TestedCleaner> kCleaners = {
     {"NSTypedUrl",
-     Cleaner::NetscapeTypedUrls,
+     "NTypedHistory",
      &NSTypedUrl,
      {"FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "URLFieldSchema.tbl"},
      {"joe\\abc.slt\\FieldSchema.tbl", "joe\\abc.slt\\schemaconcat.TBL", "joe\\abc.slt\\Value.tbl",
       "joe\\abc.slt\\a\\b\\c\\URLFieldSchema.tbl"}},
     {"CleanNetscapeMail",
-     Cleaner::NetscapeMail,
+     "NClearMailHistry",
      &CleanNetscapeMail,
      {"mail\\trash", "mail\\trash.nsm"},
      {"trash", "joe\\abc.slt\\Mail\\pop.example\\Trash", "joe\\abc.slt\\Mail\\pop.example\\Trash.msf",
       "joe\\abc.slt\\Mail\\pop.example\\ash"}},
     {"CleanNescapeCache",
-     Cleaner::NetscapeCache,
+     "NCache",
      &CleanNescapeCache,
      {"cache\\0A\\M0A1.gif", "cache\\0A\\deep\\deeper\\M0A2.gif", "cache\\fat.db"},
      {"Cache\\x", "joe\\abc.slt\\Cache\\_CACHE_001_", "joe\\abc.slt\\Cache\\Cache\\1A", "joe\\abc.slt\\a\\b\\c\\CACHE\\2B"}},

@@ -1,0 +1,22 @@
+// The one place that shows message boxes.
+#pragma once
+
+#include <string>
+
+#include "platform/win32.h"
+
+namespace platform {
+
+// The window that has the keyboard while the program asks something: the main window, or what is open over it and disables
+// it. `mainWindow` may belong to another process.
+HWND WindowInFront(HWND mainWindow);
+
+// Shows a message over the window in front and returns the user's answer (IDOK, IDYES ...). Window events run meanwhile. The
+// title is the application's as it is at that moment, unless one is given. `style`: MB_ of winuser.h.
+int ShowMessage(const std::string& text, UINT style);
+int ShowMessage(const std::string& text, const std::string& title, UINT style);
+
+// True while a message or a window is open that the user has to close first: nothing else is asked meanwhile.
+bool IsSomethingAsked();
+
+}  // namespace platform
