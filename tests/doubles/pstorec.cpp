@@ -21,8 +21,6 @@
 #include <ole2.h>
 #include <pstore.h>
 
-using namespace platform;
-
 namespace {
 
 struct Subtype {

@@ -11,8 +11,12 @@
 using namespace automation;
 using namespace platform;
 
+namespace platform {
+
 FARPROC FindSystemFunction(const char*, const char*) { return nullptr; }
 bool IsSystemDllPresent(const char*) { return true; }
+
+}  // namespace platform
 
 namespace {
 

@@ -33,6 +33,8 @@ inline FARPROC TrueFunction(const char* dll, const char* name) {
   return module != nullptr ? ::GetProcAddress(module, name) : nullptr;
 }
 
+namespace platform {
+
 FARPROC FindSystemFunction(const char* dll, const char* name) {
   LookedUpFunctions.push_back(name);
   const auto replaced = ReplacedFunctions.find(name);
@@ -40,3 +42,5 @@ FARPROC FindSystemFunction(const char* dll, const char* name) {
 }
 
 bool IsSystemDllPresent(const char* dll) { return LoadFromSystemFolder(dll) != nullptr; }
+
+}  // namespace platform
