@@ -27,6 +27,7 @@ set(LOGIC_SOURCES
   src/shred/folder_lines.cpp
   src/shred/list_file.cpp
   src/shred/overwrite_sequence.cpp
+  src/shred/shred_run.cpp
   src/erase/erase_run.cpp
   src/app/panel_navigation.cpp
   src/app/start_up.cpp

@@ -25,7 +25,7 @@ quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 409600)
 quellix_audit(imports_of_the_companion ${audit_pe} ${shipped}/iea.exe --max-size 131072)
 quellix_audit(same_bytes_elsewhere bash tools/audit/same_bytes.sh)
 quellix_audit(format bash tools/format.sh --all --check)
-quellix_audit(rooms ${QUELLIX_PYTHON} -B -m tools.check_rooms --only includes picture)
+quellix_audit(rooms ${QUELLIX_PYTHON} -B -m tools.check_rooms)
 
 file(GLOB tools CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/test_*.py)
 list(TRANSFORM tools REPLACE "^.*/(test_[^/]*)\\.py$" "tests.tools.\\1")

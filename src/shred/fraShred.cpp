@@ -8,6 +8,7 @@
 #include "shred/dropped_files.h"
 #include "shred/modShred.h"
 #include "shred/open_files.h"
+#include "shred/shred_run.h"
 
 namespace shred {
 using namespace platform;
@@ -19,12 +20,6 @@ constexpr int kHighestLevel = 100;
 constexpr char kStatusAtRest[] = "Status";
 
 bool IsThere(const std::string& path) { return NativeAttributes(ToNativePath(path)) != INVALID_FILE_ATTRIBUTES; }
-
-// "3 files shredded.", "1 file shredded." or, when that is not true of all, "2 of 3 files shredded."
-std::string Outcome(int done, int count, const std::string& what, const char* how) {
-  return (done == count ? "" : std::to_string(done) + " of ") + std::to_string(count) + " " + what +
-         (count == 1 ? "" : "s") + how;
-}
 
 }  // namespace
 
@@ -88,9 +83,7 @@ std::optional<LRESULT> fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM l
   return {};
 }
 
-void fraShred::ShowFileCount(int count) {
-  FileCount.SetText(count == 0 ? "" : "There are " + std::to_string(count) + " files ready for deleting!");
-}
+void fraShred::ShowFileCount(int count) { FileCount.SetText(FilesReady(count)); }
 
 void fraShred::ResetStatus() {
   PbarShred.SetRange(0, 100);
@@ -125,18 +118,16 @@ void fraShred::ShredManually() {
     ShowMessage("File List is Empty", MB_ICONEXCLAMATION);
     return;
   }
-  txtMessage.SetText("   Shredding Files at level " + txtLev.Text() + " may take some time.");
+  txtMessage.SetText(MessageBefore(txtLev.Text()));
   const int count = manual_.Count();
-  // The text names the level of the scheduled list, and the shredding goes by that of the manual one. Both are meant.
-  if (count > 0) txtMessage.SetText("Shredding Files at level " + txtLevel.Text() + " may take more time.");
+  if (count > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
   const int shredded = RunShred(manual_, txtLev.Text(), nullptr);
   ClearFiles(manual_);
-  txtMessage.SetText(Outcome(shredded, count, "file", " shredded."));
+  txtMessage.SetText(FilesShredded(shredded, count));
 }
 
-// Gives the number of files that were there, are gone and were overwritten without an error on the way. Errors are told
-// where they arise. `*cutShort`, when given, ends the run behind the file in hand as soon as it is true; the others stay on
-// the list.
+// Gives the number of files that were shredded. Errors are told where they arise. `*cutShort`, when given, ends the run
+// after the file in hand as soon as it is true; the others stay on the list.
 int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
   if (list.Count() == 0) {
     ShowMessage("Error: Enter a file for shredding!", MB_ICONERROR);
@@ -146,20 +137,19 @@ int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cu
   DoEvents();
   const std::vector<std::string> paths = list.Collection();
   PbarShred.SetRange(0, list.Count());
-  int step = 0;
-  int shredded = 0;
+  ShredRun run(static_cast<int>(paths.size()));
   const ReportBurst burst;
-  for (const std::string& path : paths) {
-    if (cutShort != nullptr && *cutShort) break;
+  while (run.GoesOn(cutShort != nullptr && *cutShort)) {
+    const std::string& path = paths[static_cast<std::size_t>(run.Steps())];
     const bool wasThere = IsThere(path);
     const int reports = burst.Reports();
     quietly([&] { ShredFile(path, level); });
-    quietly([&] { ShowStep(++step, static_cast<int>(paths.size())); });
-    shredded += wasThere && !IsThere(path) && burst.Reports() == reports ? 1 : 0;
+    run.Add({.wasThere = wasThere, .isThere = IsThere(path), .failed = burst.Reports() != reports});
+    quietly([&] { ShowStep(run.Steps(), run.Count()); });
   }
-  list.RemoveFirst(step);
+  list.RemoveFirst(run.Steps());
   ResetStatus();
-  return shredded;
+  return run.Shredded();
 }
 
 // The range each time: a run of the scheduled list in the middle of a manual one has set its own.
@@ -190,7 +180,7 @@ void fraShred::ShredFolders() {
     gone += wasThere && !FolderCheck(folder) ? 1 : 0;
   }
   lstFolder.Clear();
-  txtMessage.SetText(Outcome(gone, count, "folder", " deleted."));
+  txtMessage.SetText(FoldersDeleted(gone, count));
 }
 
 void fraShred::RemoveSelected(HWND list) {

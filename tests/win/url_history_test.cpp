@@ -102,7 +102,7 @@ TEST_F(CURLHistoryTest, PassesOnWhateverFailsAtItsStart) {
     server.Break({call});
     const RuntimeError error = RaisedError([] { const CURLHistory history; });
     EXPECT_EQ(error.number, kFail) << call;
-    EXPECT_EQ(error.description, "Automation error") << call;
+    EXPECT_STREQ(error.description, "Automation error") << call;
     EXPECT_EQ(server.OutstandingReferences(), 0) << call;
     EXPECT_EQ(spy->LiveBlocks(), 0u) << call;
   }
@@ -113,7 +113,7 @@ TEST_F(CURLHistoryTest, CannotBeCreatedWhereNoStoreIsInstalled) {
     const OtherServer nothing(file);
     const RuntimeError error = RaisedError([] { const CURLHistory history; });
     EXPECT_EQ(error.number, 429) << file;
-    EXPECT_EQ(error.description, "ActiveX component can't create object") << file;
+    EXPECT_STREQ(error.description, "ActiveX component can't create object") << file;
   }
 }
 
@@ -134,7 +134,7 @@ TEST_F(CURLHistoryTest, RaisesWhatWinesOwnStoreAnswersAndLeaksNothing) {
   const std::size_t before = spy->LiveBlocks();
   const RuntimeError error = RaisedError([] { const CURLHistory history; });
   EXPECT_EQ(error.number, kNotImplemented);
-  EXPECT_EQ(error.description, "Automation error");
+  EXPECT_STREQ(error.description, "Automation error");
   EXPECT_EQ(spy->LiveBlocks(), before);
 }
 
@@ -153,7 +153,7 @@ TEST_F(CURLHistoryTest, AnIndexOutsideOfItRaisesSubscriptOutOfRange) {
   CURLHistory history;
   for (const std::int32_t index : {0, 4, -1, INT_MIN, INT_MAX}) {
     EXPECT_EQ(RaisedError([&] { history.Item(index); }).number, 9) << index;
-    EXPECT_EQ(RaisedError([&] { history.Item(index); }).description, "Subscript out of range") << index;
+    EXPECT_STREQ(RaisedError([&] { history.Item(index); }).description, "Subscript out of range") << index;
   }
 }
 
@@ -198,7 +198,7 @@ TEST_F(CURLHistoryTest, AddURLPassesAFailureOn) {
   server.Break({"AddUrl"});
   const RuntimeError error = RaisedError([&] { history.AddURL(kA, L"A", 0); });
   EXPECT_EQ(error.number, kFail);
-  EXPECT_EQ(error.description, "Automation error");
+  EXPECT_STREQ(error.description, "Automation error");
 }
 
 // Refresh

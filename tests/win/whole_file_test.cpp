@@ -40,7 +40,7 @@ int Raises(Statement&& statement) {
   try {
     statement();
   } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.description, RuntimeErrorDescription(error.number));
+    EXPECT_STREQ(error.description, RuntimeErrorDescription(error.number));
     return error.number;
   }
   return 0;

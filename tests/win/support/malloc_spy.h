@@ -12,8 +12,6 @@
 
 #include "platform/win32.h"
 
-using namespace platform;
-
 class MallocSpy : public IMallocSpy {
  public:
   MallocSpy() { registered_ = ::CoRegisterMallocSpy(this) == S_OK; }
