@@ -2,6 +2,7 @@
 # windows.h. They are built twice, into the program and natively for the tests under sanitizers; that enforces the rule.
 
 set(LOGIC_SOURCES
+  src/platform/decimal.cpp
   src/platform/os_name.cpp
   src/platform/path_text.cpp
   src/platform/plain_text.cpp
