@@ -1,10 +1,9 @@
 #include "platform/text_value.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
 
+#include "platform/decimal.h"
 #include "platform/runtime_error.h"
 
 namespace platform {
@@ -40,7 +39,7 @@ std::size_t NumberLength(std::string_view text) {
 }
 
 double Convert(std::string_view number) {
-  const double value = std::strtod(std::string(number).c_str(), nullptr);
+  const double value = platform::DecimalValue(number);
   if (!std::isfinite(value)) Raise(kOverflow);
   return value;
 }
@@ -48,7 +47,7 @@ double Convert(std::string_view number) {
 double HalfToEven(double number) {
   const double floor = std::floor(number);
   const double rest = number - floor;
-  if (rest < 0.5 || (rest == 0.5 && std::fmod(floor, 2.0) == 0.0)) return floor;
+  if (rest < 0.5 || (rest == 0.5 && std::floor(floor / 2.0) * 2.0 == floor)) return floor;
   return floor + 1.0;
 }
 
@@ -82,11 +81,7 @@ double NumberAtHead(std::string_view text) {
   return length != 0 ? Convert(std::string_view(trimmed).substr(0, length)) : 0.0;
 }
 
-std::string TextOf(double number) {
-  char text[40];
-  std::snprintf(text, sizeof text, "%.15g", number == 0.0 ? 0.0 : number);  // no minus sign before a zero
-  return text;
-}
+std::string TextOf(double number) { return platform::DecimalText(number); }
 
 std::int16_t ToInteger(double number) { return Rounded<std::int16_t>(number); }
 std::int32_t ToLong(double number) { return Rounded<std::int32_t>(number); }
