@@ -5,7 +5,7 @@ option(QUELLIX_TESTS "build the test programs" OFF)
 # What the oldest supported systems have; everything later is bound late.
 add_compile_definitions(WINVER=0x0400 _WIN32_WINNT=0x0400 _WIN32_WINDOWS=0x0400 _WIN32_IE=0x0400)
 add_compile_options(
-  -march=i486 -mtune=i686 -fno-threadsafe-statics -ffunction-sections -fdata-sections
+  -march=i486 -mtune=i686 -fno-threadsafe-statics -ffunction-sections
   "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
 # The program's own addresses; no quotes reach the resource compiler.
 add_compile_definitions(
@@ -24,33 +24,13 @@ add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
 target_include_directories(quellix_core PUBLIC src)
 target_link_libraries(quellix_core PUBLIC comctl32 advapi32 user32 gdi32 kernel32)
 
-# What ships loads on the oldest supported systems, at a fixed address, and comes out the same wherever it is built.
-set(SHIPPED_LINK_OPTIONS
-  -static -s
-  -Wl,--gc-sections
-  -Wl,--major-os-version,4 -Wl,--minor-os-version,0
-  -Wl,--major-subsystem-version,4 -Wl,--minor-subsystem-version,0
-  -Wl,--disable-dynamicbase -Wl,--disable-reloc-section -Wl,--disable-nxcompat
-  -Wl,--no-insert-timestamp)
-# The runtime as what ships takes it.
-set(SHIPPED_RUNTIME src/platform/crt_floor.cpp src/platform/standard_errors.cpp)
-
-add_executable(Quellix WIN32 src/app/WinMain.cpp ${SHIPPED_RUNTIME} src/app/quellix.rc)
-set_source_files_properties(src/app/quellix.rc PROPERTIES
-  INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest")
-file(GLOB panel_templates CONFIGURE_DEPENDS src/*/*.rc src/*/*_ids.h src/app/res/*)
-set_property(SOURCE src/app/quellix.rc APPEND PROPERTY OBJECT_DEPENDS "${panel_templates}")
-target_link_libraries(Quellix PRIVATE quellix_core)
-target_link_options(Quellix PRIVATE ${SHIPPED_LINK_OPTIONS})
-include(cmake/companions.cmake)
+if(NOT QUELLIX_TESTS)
+  include(cmake/shipped.cmake)
+  add_subdirectory(bench)
+endif()
 
 if(QUELLIX_TESTS)
   enable_testing()
   add_subdirectory(tests/win)
   include(tests/other_tests.cmake)
-endif()
-
-if(NOT QUELLIX_TESTS)
-  add_subdirectory(bench)
 endif()

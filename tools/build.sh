@@ -6,7 +6,8 @@ build_preset() { # preset, what it is in words
   mkdir -p build/log
   if ! { [ -f "build/$1/build.ninja" ] || cmake --preset "$1"; } >"$log" 2>&1 ||
      ! cmake --build --preset "$1" >>"$log" 2>&1; then
-    grep -nE 'error:|warning:|FAILED|CMake Error|undefined reference' "$log" | head -n 40 >&2 || true
+    grep -nE 'error:|warning:|FAILED|undefined reference' "$log" | head -n 40 >&2 || true
+    sed -n '/^CMake Error/,/^Call Stack/{/^  [^ ]/p}' "$log" >&2  # the message alone
     fail "Building $2 failed; the whole output is in $log."
   fi
 }

@@ -43,6 +43,9 @@ install_packages() { # what for, packages...
 need_compiler() {
   install_packages 'the cross compiler and build tools' \
     g++-mingw-w64-i686-win32 cmake ninja-build python3
+  # What ships takes its runtime from there; the compiler calls itself 12-win32.
+  local release; release=$(i686-w64-mingw32-g++-win32 -dumpversion)
+  install_packages "the compiler's own sources" "gcc-${release%%-*}-source"
 }
 
 need_test_compiler() {

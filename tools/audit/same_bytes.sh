@@ -5,7 +5,7 @@ cd "$(dirname "$0")/../.."
 copy=build/same-bytes
 rm -rf "$copy"
 mkdir -p "$copy"
-git ls-files -co --exclude-standard -z -- CMakeLists.txt CMakePresets.json cmake src companions bench | tar -c --null -T - | tar -x -C "$copy"
+git ls-files -co --exclude-standard -z -- CMakeLists.txt CMakePresets.json cmake src companions bench tests/runtime | tar -c --null -T - | tar -x -C "$copy"
 { cmake --preset win32 -S "$copy" -B "$copy/build/win32" && cmake --build "$copy/build/win32" --target Quellix iea; } >"$copy/log.txt" 2>&1 ||
   { tail -n 20 "$copy/log.txt"; exit 1; }
 status=0

@@ -1,0 +1,47 @@
+// Where a program of ours begins, instead of in the compiler's start-up code. That one holds instructions that a 486 lacks,
+// reads a command line that nobody asks it for, and sets up a console, signals and threads that nobody uses.
+//
+// What is left to do before WinMain: name the tables in which exceptions find their handlers, and make the static objects.
+// `exit` destroys them. Linked first, without link-time optimisation.
+#include <cstdlib>
+
+#include "platform/win32.h"
+
+extern "C" {
+void WinMainCRTStartup();
+
+// The unwinder keeps the record, six words of its own, and reads the tables at the first exception.
+void __register_frame_info(const void* tables, void* record);
+
+// Made by the linker: -1, then the functions that make the static objects, the last one to be called first, then null.
+using Constructor = void (*)();
+extern const Constructor constructors[] __asm__("___CTOR_LIST__");
+}
+
+namespace {
+
+// Nothing, at the beginning of all unwind tables, since this file is the first; unwind_tables_end.cpp holds their end.
+__extension__ [[gnu::section(".eh_frame"), gnu::used]] const char unwindTables[0] = {};
+
+void* unwindRecord[8];
+
+void MakeStaticObjects() {
+  const Constructor* last = constructors + 1;
+  while (*last != nullptr) ++last;
+  while (--last != constructors) (*last)();
+}
+
+}  // namespace
+
+// For the destructors of static objects; the system's C library has it under another name.
+int atexit(void (*destroy)()) { return ::_onexit(reinterpret_cast<_onexit_t>(destroy)) != nullptr ? 0 : -1; }
+
+// The end of a program whose unwind tables are broken; the C library's own would show a message.
+void abort() { ::ExitProcess(3); }
+
+void WinMainCRTStartup() {
+  __register_frame_info(unwindTables, unwindRecord);
+  MakeStaticObjects();
+  char noCommandLine[] = "";
+  std::exit(::WinMain(::GetModuleHandleA(nullptr), nullptr, noCommandLine, SW_SHOWDEFAULT));
+}
