@@ -13,6 +13,12 @@ add_compile_definitions(
   "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_HELP_ADDRESS=\"${QUELLIX_HELP_ADDRESS}\">"
   "$<$<COMPILE_LANGUAGE:CXX>:QUELLIX_CONTACT_ADDRESS=\"${QUELLIX_CONTACT_ADDRESS}\">")
 
+if(NOT QUELLIX_TESTS)
+  # The whole program is optimised when it is linked, in one piece: the compiler fails on programs of several pieces.
+  set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
+  add_link_options(-march=i486 -mtune=i686 -ffunction-sections -flto=1 -flto-partition=one)
+endif()
+
 if(QUELLIX_TESTS)
   # Compile options only: the linker would look for a runtime library that this system's compiler has not.
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
