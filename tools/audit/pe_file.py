@@ -10,6 +10,7 @@ from dataclasses import dataclass
 EXPORT, IMPORT, RESOURCE, DELAY_IMPORT = 0, 1, 2, 13
 ICON, GROUP_ICON, VERSION, MANIFEST = 3, 14, 16, 24
 PE32_MAGIC = 0x10B
+CODE_FLAGS = 0x20000020  # holds code, may be executed
 
 
 class BadPe(Exception):
@@ -21,6 +22,7 @@ class Section:
     address: int
     size: int
     offset: int
+    code: bool
 
 
 @dataclass(frozen=True)
@@ -51,6 +53,7 @@ class PeFile:
         self.magic = self._unpack("<H", optional)[0]
         if self.magic != PE32_MAGIC:
             raise BadPe(f"is not PE32 (machine {self.machine:#06x}, magic {self.magic:#05x})")
+        self.image_base = self._unpack("<I", optional + 28)[0]
         self.os_version = self._unpack("<HH", optional + 40)
         self.subsystem_version = self._unpack("<HH", optional + 48)
         self.subsystem, self.dll_characteristics = self._unpack("<HH", optional + 68)
@@ -97,7 +100,8 @@ class PeFile:
 
     def _section(self, offset: int) -> Section:
         _, address, size, raw = self._unpack("<IIII", offset + 8)
-        return Section(address, size, raw)
+        flags = self._unpack("<I", offset + 36)[0]
+        return Section(address, size, raw, bool(flags & CODE_FLAGS))
 
     def _offset(self, address: int, size: int = 1) -> int:
         for section in self.sections:
