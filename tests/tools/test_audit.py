@@ -133,6 +133,10 @@ class Imports(ProgramCase):
         found = self.with_calls(["GetProcessTimes(0,0,0,0,0)"])
         self.assertEqual(found, ["kernel32.dll GetProcessTimes: tag stub9x: always fails on Windows 95, 98 and Me"])
 
+    def test_a_second_thread_is_refused(self):
+        found = self.with_calls(["CreateThread(0,0,0,0,0,0)"])
+        self.assertEqual(found, ["kernel32.dll CreateThread: starts a thread, and the runtime is for one"])
+
     def test_a_function_that_came_with_internet_explorer_is_refused(self):
         found = self.with_calls(["PathFileExistsA(0)"], "-lshlwapi")
         self.assertEqual(found, ["shlwapi.dll PathFileExistsA: tier ie3: comes with Internet Explorer 3"])

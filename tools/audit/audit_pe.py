@@ -32,6 +32,8 @@ FLAG_NAMES = {
     0x2000: "WDM_DRIVER",
     0x4000: "GUARD_CF",
 }
+# The runtime of what ships is compiled for one thread (docs/runtime.md).
+THREAD_STARTERS = {"CreateThread", "CreateRemoteThread", "_beginthread", "_beginthreadex", "timeSetEvent"}
 PNG = b"\x89PNG\r\n\x1a\n"
 OLD_DEPTHS = (4, 8)  # bits a pixel: 16 and 256 colours
 PROGRAM_MANIFEST = 1  # the only name under which the system looks for a program's manifest
@@ -66,6 +68,8 @@ def check_imports(pe: PeFile, floor: Floor) -> list[str]:
             found.append(f"{entry.dll} #{entry.ordinal}: imported by ordinal")
         elif entry.function is None:
             found.append(f"{entry.dll}: listed as imported, but nothing is taken from it")
+        elif entry.function in THREAD_STARTERS:
+            found.append(f"{entry.dll} {entry.function}: starts a thread, and the runtime is for one")
         else:
             objection = floor.objection(entry.dll, entry.function)
             if objection:
