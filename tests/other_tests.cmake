@@ -21,8 +21,15 @@ function(quellix_audit name)
 endfunction()
 
 set(audit_pe ${QUELLIX_PYTHON} -B -m tools.audit.audit_pe)
-quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 409600)
-quellix_audit(imports_of_the_companion ${audit_pe} ${shipped}/iea.exe --max-size 131072)
+quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 307200)
+quellix_audit(imports_of_the_companion ${audit_pe} ${shipped}/iea.exe --max-size 40960)
+foreach(program Quellix iea)
+  quellix_audit(instructions/${program} ${QUELLIX_PYTHON} -B -m tools.audit.audit_instructions
+    ${shipped}/${program}.exe build/win32/${program}.map)
+endforeach()
+# Builds its own program, linked as what ships is.
+add_test(NAME runtime/probe COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.runtime.test_runtime
+  WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
 quellix_audit(same_bytes_elsewhere bash tools/audit/same_bytes.sh)
 quellix_audit(format bash tools/format.sh --all --check)
 quellix_audit(rooms ${QUELLIX_PYTHON} -B -m tools.check_rooms)

@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Prints where the bytes of what ships are, from the maps that the linker wrote.
 
-usage: size_table.py PROGRAM MAP [PROGRAM MAP]...
+usage: python3 -m tools.size_table PROGRAM MAP [PROGRAM MAP]...
 
 A function belongs to the room whose namespace its name holds first; with it goes what was inlined into it.
 """
@@ -14,10 +13,9 @@ from collections import Counter
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tools/audit"))
-import pe_file  # noqa: E402
-from link_map import Piece, read_map  # noqa: E402
-from pe_file import PeFile  # noqa: E402
+from tools.audit import pe_file
+from tools.audit.link_map import Piece, read_map
+from tools.audit.pe_file import PeFile
 
 LIBRARY, RUNTIME, START = "standard library", "C++ runtime", "WinMain and start-up"
 TABLES, CONSTANTS, VARIABLES, IMPORTS = "tables for exceptions", "constants and texts", "variables", "imports"

@@ -34,7 +34,7 @@ void MakeStaticObjects() {
 }  // namespace
 
 // For the destructors of static objects; the system's C library has it under another name.
-int atexit(void (*destroy)()) { return ::_onexit(reinterpret_cast<_onexit_t>(destroy)) != nullptr ? 0 : -1; }
+int atexit(void (*destroy)()) { return _onexit(reinterpret_cast<_onexit_t>(destroy)) != nullptr ? 0 : -1; }
 
 // The end of a program whose unwind tables are broken; the C library's own would show a message.
 void abort() { ::ExitProcess(3); }
@@ -43,5 +43,5 @@ void WinMainCRTStartup() {
   __register_frame_info(unwindTables, unwindRecord);
   MakeStaticObjects();
   char noCommandLine[] = "";
-  std::exit(::WinMain(::GetModuleHandleA(nullptr), nullptr, noCommandLine, SW_SHOWDEFAULT));
+  std::exit(WinMain(::GetModuleHandleA(nullptr), nullptr, noCommandLine, SW_SHOWDEFAULT));
 }

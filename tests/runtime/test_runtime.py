@@ -6,9 +6,7 @@ import sys
 import unittest
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "tools"))
-from wine_home import BUILD, WineHome
+from tools.wine_home import BUILD, ROOT, WineHome
 
 EXPECTED = """
 made first static

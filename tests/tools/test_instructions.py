@@ -7,12 +7,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
-AUDIT = Path(__file__).resolve().parents[2] / "tools/audit"
-sys.path[:0] = [str(AUDIT), str(Path(__file__).resolve().parent)]
-
-import small_programs as small
-from audit_instructions import LIST, BadList, audit, read_list
-from link_map import BadMap, read_map
+from tests.tools import small_programs as small
+from tools.wine_home import ROOT
+from tools.audit.audit_instructions import LIST, BadList, audit, read_list
+from tools.audit.link_map import BadMap, read_map
 
 ASKS_FIRST = """pushf; pop %eax; mov %eax, %ecx; xor $0x200000, %eax; push %eax; popf; pushf; pop %eax; cmp %eax, %ecx
 je 1f; cpuid; 1: ret"""
@@ -119,8 +117,9 @@ class Lists(unittest.TestCase):
 class CommandLine(ProgramCase):
     def run_audit(self, code: str) -> tuple[int, str]:
         self.build(code)
-        command = [sys.executable, str(AUDIT / "audit_instructions.py"), "small.exe", "small.map"]
-        done = subprocess.run(command, cwd=self.folder, stdout=subprocess.PIPE, text=True)
+        command = [sys.executable, "-B", "-m", "tools.audit.audit_instructions", "small.exe", "small.map"]
+        done = subprocess.run([*command[:4], *(str(self.folder / name) for name in command[4:])], cwd=ROOT,
+                              stdout=subprocess.PIPE, text=True)
         return done.returncode, done.stdout
 
     def test_a_planted_instruction_is_one_line_and_status_1(self):

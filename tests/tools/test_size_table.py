@@ -7,11 +7,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
-sys.path[:0] = [str(ROOT / "tools"), str(Path(__file__).resolve().parent)]
-
-import small_programs as small
-from size_table import HEADERS, LIBRARY, RUNTIME, START, TABLES, function_name, row_of, rooms, sizes, table
+from tests.tools import small_programs as small
+from tools.size_table import HEADERS, LIBRARY, RUNTIME, START, TABLES, function_name, row_of, rooms, sizes, table
 
 ROOMS = re.compile(r"\b(app|shred)::")
 

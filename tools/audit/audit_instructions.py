@@ -14,8 +14,8 @@ from bisect import bisect_right
 from dataclasses import dataclass
 from pathlib import Path
 
-from link_map import BadMap, Output, Piece, read_map
-from pe_file import BadPe, PeFile
+from tools.audit.link_map import BadMap, Output, Piece, read_map
+from tools.audit.pe_file import BadPe, PeFile
 
 LIST = Path(__file__).with_name("instructions.txt")
 DISASSEMBLER = ["i686-w64-mingw32-objdump", "-d", "-z", "-w", "-M", "intel", "--no-show-raw-insn"]
