@@ -11,6 +11,7 @@ extern "C" {
 void WinMainCRTStartup();
 
 // The unwinder keeps the record, six words of its own, and reads the tables at the first exception.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the unwinder's own name
 void __register_frame_info(const void* tables, void* record);
 
 // Made by the linker: -1, then the functions that make the static objects, the last one to be called first, then null.
@@ -21,7 +22,7 @@ extern const Constructor constructors[] __asm__("___CTOR_LIST__");
 namespace {
 
 // Nothing, at the beginning of all unwind tables, since this file is the first; unwind_tables_end.cpp holds their end.
-__extension__ [[gnu::section(".eh_frame"), gnu::used]] const char unwindTables[0] = {};
+__extension__ __attribute__((section(".eh_frame"), used)) const char unwindTables[0] = {};
 
 void* unwindRecord[8];
 
