@@ -49,7 +49,9 @@ class Natural {
     return rest;
   }
 
+  // Base up to 10.
   void MultiplyByPowerOf(std::uint32_t base, int power) {
+    for (; power >= 4; power -= 4) MultiplyAdd(base * base * base * base, 0);
     for (; power > 0; --power) MultiplyAdd(base, 0);
   }
 
@@ -91,7 +93,11 @@ std::string AllDigits(std::uint64_t bits, int& exponent) {
   whole.MultiplyByPowerOf(5, -power);  // m / 2^k is m * 5^k / 10^k
   exponent = std::min(power, 0);
   std::string digits;
-  while (!whole.IsZero()) digits += static_cast<char>('0' + whole.Divide(10));
+  while (!whole.IsZero()) {
+    std::uint32_t four = whole.Divide(10000);
+    for (int count = 0; count < 4; ++count, four /= 10) digits += static_cast<char>('0' + four % 10);
+  }
+  digits.erase(digits.find_last_not_of('0') + 1);  // at the head of the number, which is still the end of the text
   std::reverse(digits.begin(), digits.end());
   return digits;
 }
