@@ -2,7 +2,8 @@
 
 usage: python3 -m tools.size_table PROGRAM MAP [PROGRAM MAP]...
 
-A function belongs to the room whose namespace its name holds first; with it goes what was inlined into it.
+A function belongs to the room whose namespace its name holds first, and with it goes what was inlined into it. What the lowest
+room makes of a piece of another one's code, such as a statement that may fail, belongs to that one.
 """
 from __future__ import annotations
 
@@ -17,6 +18,7 @@ from tools.audit import pe_file
 from tools.audit.link_map import Piece, read_map
 from tools.audit.pe_file import PeFile
 
+LOWEST = "platform"
 LIBRARY, RUNTIME, START = "standard library", "C++ runtime", "WinMain and start-up"
 TABLES, CONSTANTS, VARIABLES, IMPORTS = "tables for exceptions", "constants and texts", "variables", "imports"
 HEADERS = "headers and padding"
@@ -43,11 +45,11 @@ def plain_names(names: list[str]) -> dict[str, str]:
 
 def row_of(name: str, of_rooms: re.Pattern[str]) -> str:
     """The row that the function of this plain name counts for."""
-    if name.startswith(("WinMain", "atexit", "abort")):
+    if name.startswith(("WinMain", "atexit", "abort", "_sub_I_")):  # the last makes the static objects
         return START
-    room = of_rooms.search(name)
-    if room:
-        return room[1]
+    named = of_rooms.findall(name)
+    if named:
+        return next((room for room in named if room != LOWEST), LOWEST)
     # What the library makes of its own templates counts for it; the type information that it compiles does not.
     if LIBRARY_NAME.match(re.sub(r"^[^(<]*\s(?=[\w:]+[(<])", "", name)) and "type_info" not in name:
         return LIBRARY

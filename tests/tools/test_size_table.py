@@ -10,7 +10,7 @@ from pathlib import Path
 from tests.tools import small_programs as small
 from tools.size_table import HEADERS, LIBRARY, RUNTIME, START, TABLES, function_name, row_of, rooms, sizes, table
 
-ROOMS = re.compile(r"\b(app|shred)::")
+ROOMS = re.compile(r"\b(app|platform|shred)::")
 
 
 class Rows(unittest.TestCase):
@@ -20,6 +20,9 @@ class Rows(unittest.TestCase):
             "shred::(anonymous namespace)::Fill(char*) [clone .constprop.0]": "shred",
             "std::_Function_handler<void (), app::frmMain::OnInit()::{lambda()#1}>::_M_invoke(std::_Any_data const&)": "app",
             "void app::Each<shred::List>(shred::List&)": "app",
+            "platform::ListBox::RemoveItem(int)": "platform",
+            "platform::Statement::Statement<shred::Run()::{lambda()#1}>(shred::Run()::{lambda()#1}&&)": "shred",
+            "_sub_I_65535_0.0": START,
             "std::vector<int, std::allocator<int> >::push_back(int&&)": LIBRARY,
             "void std::__introsort_loop<int*>(int*, int*)": LIBRARY,
             "std::__cxx11::basic_string<char> std::operator+<char>(char const*, char const*)": LIBRARY,
