@@ -5,7 +5,12 @@ set(logic "${CMAKE_SOURCE_DIR}/build/logic")
 set(shipped "${CMAKE_SOURCE_DIR}/build/dist")
 
 add_test(NAME logic/rules COMMAND ${logic}/tests/logic/logic_tests --gtest_brief=1)
-add_test(NAME logic/fuzzers COMMAND ctest --test-dir ${logic} --output-on-failure -R fuzz)
+file(GLOB fuzzers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/fuzz/*_fuzz.cpp)
+foreach(source ${fuzzers})
+  cmake_path(GET source STEM name)
+  string(REGEX REPLACE "_fuzz$" "" short ${name})
+  add_test(NAME fuzz/${short} COMMAND ctest --test-dir ${logic} --output-on-failure -R ^fuzz/${short}$ --no-tests=error)
+endforeach()
 
 file(GLOB outside CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/ui/test_*.py)
 foreach(source ${outside})
