@@ -1,5 +1,10 @@
 # Sourced: builds a CMake preset, quietly; what went wrong is shown, the whole output kept.
 
+configure_preset() { # preset
+  mkdir -p build/log
+  cmake --preset "$1" >"build/log/$1.txt" 2>&1 || fail "The build cannot be set up; see build/log/$1.txt."
+}
+
 build_preset() { # preset, what it is in words
   local log="build/log/$1.txt"
   step "building $2"

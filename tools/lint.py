@@ -1,0 +1,129 @@
+"""clang-tidy over all the product's sources, a room at a time and the rooms beside each other.
+
+usage: python3 -m tools.lint [--all]     every finding as clang-tidy tells it, and exit status 1 when there is any
+
+Most of the time that clang-tidy takes for a file goes into the system's headers, so the files of a room are looked at as
+one. Where that cannot be compiled, because two of them have something of the same name, they are parted. What was found
+clean and has not changed since is not looked at again, unless --all asks for it.
+"""
+import argparse
+import hashlib
+import json
+import os
+import re
+import shlex
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from functools import cache
+from pathlib import Path
+
+from tools.wine_home import BUILD, ROOT
+
+STAMPS = BUILD / "lint"
+COMMANDS = BUILD / "win32/compile_commands.json"
+COMPILER = "i686-w64-mingw32-g++-win32"
+INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
+# The paths through a function that are followed: five times as many take three times as long and have found nothing more.
+ANALYZER = ["-analyzer-opt-analyze-headers", "-analyzer-config", "max-nodes=40000"]
+
+
+def run(*command: str) -> subprocess.CompletedProcess:
+    return subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+
+
+@cache
+def compiler_headers() -> tuple[str, ...]:
+    """The cross compiler's own include folders, which clang-tidy does not know by itself."""
+    told = subprocess.run([COMPILER, "-E", "-x", "c++", "-", "-v"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                          stderr=subprocess.PIPE, text=True, check=True).stderr
+    listed = told.partition("#include <...> search starts here:\n")[2].partition("End of search list.")[0]
+    return tuple(line.strip() for line in listed.splitlines())
+
+
+@cache
+def tools_used() -> str:
+    return run("clang-tidy", "--version").stdout + run(COMPILER, "--version").stdout + (ROOT / ".clang-tidy").read_text()
+
+
+def flags_of(command: str) -> tuple[str, ...]:
+    """What of a command of the cross compiler says how a source is to be read."""
+    words = shlex.split(command)
+    kept = [word for word in words if re.match(r"-D|-I|-std=|-f(?!file-prefix)", word)]
+    return tuple(word.replace("-I", f"-I{ROOT}/", 1) if word.startswith("-I") and word[2] != "/" else word for word in kept)
+
+
+def groups() -> list[tuple[tuple[str, ...], list[Path]]]:
+    """The sources of each room or companion that are compiled alike, with their flags; the largest ones come first."""
+    found: dict[tuple, list[Path]] = {}
+    for entry in json.loads(COMMANDS.read_text()):
+        path = Path(entry["file"])
+        name = path.relative_to(ROOT).as_posix()
+        if name.startswith(("src/", "companions/")) and path.suffix == ".cpp":
+            found.setdefault((path.parent, flags_of(entry["command"])), []).append(path)
+    return sorted(((flags, sorted(set(files))) for (_, flags), files in found.items()), key=lambda group: -len(group[1]))
+
+
+def made_of(files: list[Path]) -> list[Path]:
+    """The files and every header of the product that they include, by name."""
+    seen, waiting = set(), list(files)
+    while waiting:
+        path = waiting.pop()
+        if path in seen:
+            continue
+        seen.add(path)
+        for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            waiting += [found for found in (path.parent / name, ROOT / "src" / name, ROOT / "companions" / name) if found.is_file()]
+    return sorted(seen)
+
+
+def stamp(flags: tuple[str, ...], files: list[Path]) -> Path:
+    digest = hashlib.sha256("\0".join([tools_used(), *flags, *ANALYZER]).encode())
+    for path in made_of(files):
+        digest.update(f"\0{path.relative_to(ROOT)}\0".encode() + path.read_bytes())
+    return STAMPS / digest.hexdigest()
+
+
+def tidy(flags: tuple[str, ...], files: list[Path], unit: Path) -> str:
+    """The findings in sources that are looked at as one."""
+    unit.write_text("".join(f'#include "{path}"  // NOLINT(bugprone-suspicious-include)\n' for path in files))
+    options = ["--target=i686-w64-windows-gnu", "-nostdinc", "-nostdinc++", *flags]
+    options += [word for folder in compiler_headers() for word in ("-isystem", folder)]
+    options += [word for one in ANALYZER for word in ("-Xclang", one)]
+    done = run("clang-tidy", "--quiet", str(unit), "--", *options)
+    if len(files) > 1 and "[clang-diagnostic-error]" in done.stdout:
+        middle = len(files) // 2
+        return tidy(flags, files[:middle], unit) + tidy(flags, files[middle:], unit)
+    if done.returncode and not done.stdout:
+        return done.stderr
+    return done.stdout
+
+
+def check(group: tuple[tuple[str, ...], list[Path]], anew: bool) -> str:
+    flags, files = group
+    clean = stamp(flags, files)
+    if clean.exists() and not anew:
+        return ""
+    unit = clean.with_suffix(".cpp")
+    found = tidy(flags, files, unit)
+    unit.unlink()
+    if not found:
+        clean.touch()
+    return found
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(prog="lint")
+    parser.add_argument("--all", action="store_true", help="also what was found clean and has not changed since")
+    anew = parser.parse_args().all
+    STAMPS.mkdir(parents=True, exist_ok=True)
+    everything = groups()
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        found = list(pool.map(lambda group: check(group, anew), everything))
+    text = "".join(found)
+    print(text or f"lint: nothing to object to in {sum(len(files) for _, files in everything)} files")
+    return 1 if text else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
