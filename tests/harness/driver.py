@@ -51,6 +51,7 @@ class Desktop(Windows, Input, Popups, Registry):
         self.main_class = main_class
         self.pid = 0
         self._clicks: list[tuple[float, int, int]] = []
+        self._handles: dict[tuple[int, int], int] = {}
         self._leave = contextlib.ExitStack()
 
     # Life

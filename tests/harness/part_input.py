@@ -69,14 +69,9 @@ class Input:
         if not target.enabled and not even_if_disabled:
             raise AssertionError(f"a user cannot click what is disabled: {dict(target)}")
         x, y = target.centre
-        for window in self.windows():
-            left, top, right, bottom = window.rect
-            if window["class"] == "tooltips_class32":  # goes away when the mouse comes
-                continue
-            if window.visible and not window.iconic and left <= x < right and top <= y < bottom:
-                if window.hwnd != target.root:
-                    raise AssertionError(f"{window['class']} '{window.title}' covers {target.text!r} at {x},{y}")
-                break
+        window = self.probe.ask("windowat", x, y)
+        if not window or window.hwnd != target.root:
+            raise AssertionError(f"{window and (window['class'], window.title)} covers {target.text!r} at {x},{y}")
         return target
 
     def click(self, name, window=None, even_if_disabled: bool = False, button: int = 1) -> None:

@@ -6,14 +6,15 @@ from tools.wine_home import wait_for
 
 
 class Windows:
-    def windows(self) -> list[View]:
-        return self.probe.ask("windows")
+    def windows(self, class_name: str | None = None) -> list[View]:
+        """The windows of the screen from the top down, or those of a class."""
+        return self.probe.ask("windows", *[class_name] * (class_name is not None))
 
     def find_windows(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
                      pid: int | None = None) -> list[View]:
-        return [w for w in self.windows()
-                if (class_name is None or w["class"].lower() == class_name.lower()) and (title is None or w.title == title)
-                and (visible is None or w.visible == visible) and (pid is None or w.pid == pid)]
+        return [w for w in self.windows(class_name)
+                if (title is None or w.title == title) and (visible is None or w.visible == visible)
+                and (pid is None or w.pid == pid)]
 
     def find_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
                     pid: int | None = None) -> View | None:
@@ -39,7 +40,9 @@ class Windows:
         return found
 
     def _window_handle(self, window) -> int:
-        return self.main.hwnd if window is None else window if isinstance(window, int) else window.hwnd
+        if window is None:
+            return self.probe.ask("top", self.main_class).hwnd or self.main.hwnd
+        return window if isinstance(window, int) else window.hwnd
 
     def handle(self, name, window=None) -> int:
         """The window handle of a control: by name, by (name, index) of an array, by id, or already a View.
@@ -51,10 +54,16 @@ class Windows:
         number = name if isinstance(name, int) else self.ids.get(name)
         if number is None:
             raise LookupError(f"no header names a control {name}")
-        found = self.probe.ask("withid", self._window_handle(window), number)
+        root = self._window_handle(window)
+        before = self._handles.get((root, number))
+        if before and self.probe.ask("placeof", before) == {"id": number, "root": root}:
+            return before
+        found = self.probe.ask("withid", root, number)
         shown = [c for c in found if c.visible]
         if len(shown or found) != 1:
             raise LookupError(f"{len(found)} controls have the id {number} of {name}, {len(shown)} of them on show")
+        if len(found) == 1:  # to look through a hundred controls takes a hundred times as long as to ask one
+            self._handles[root, number] = found[0].hwnd
         return (shown or found)[0].hwnd
 
     def control(self, name, window=None) -> View:
@@ -121,10 +130,8 @@ class Windows:
 
     def status_text(self, part: int = 1, window=None) -> str:
         """The text of a part of the window's status bar."""
-        bars = self.controls(window, "msctls_statusbar32")
-        if not bars:
-            raise LookupError("the window has no status bar")
-        return bars[0].simple_text if bars[0].simple else bars[0].parts[part]
+        bar = self.control("stBar", window)
+        return bar.simple_text if bar.simple else bar.parts[part]
 
     def wait_status(self, text: str, part: int = 1, seconds: float = 20) -> None:
         wait_for(f"the status bar to say {text!r}", lambda: self.status_text(part) == text, seconds)

@@ -8,6 +8,7 @@
 #include "probe_looks.h"
 #include "probe_processes.h"
 #include "probe_registry.h"
+#include "probe_windows.h"
 
 #include <windows.h>
 
@@ -19,53 +20,6 @@
 #include <map>
 
 namespace {
-
-std::string describeTopWindow(HWND window, int z) {
-  DWORD pid = 0;
-  const DWORD thread = ::GetWindowThreadProcessId(window, &pid);
-  wchar_t title[512] = L"";
-  // The title that the window manager keeps: no message, so a hung program cannot hold this up.
-  ::InternalGetWindowText(window, title, 512);
-  return json::Object()
-      .raw("hwnd", hexHandle(window))
-      .text("class", className(window))
-      .text("title", title)
-      .number("pid", pid)
-      .number("tid", thread)
-      .flag("visible", ::IsWindowVisible(window))
-      .flag("iconic", ::IsIconic(window))
-      .flag("enabled", ::IsWindowEnabled(window))
-      .raw("rect", windowRectangle(window))
-      .raw("owner", hexHandle(::GetWindow(window, GW_OWNER)))
-      .number("style", static_cast<DWORD>(::GetWindowLongA(window, GWL_STYLE)))
-      .number("exstyle", static_cast<DWORD>(::GetWindowLongA(window, GWL_EXSTYLE)))
-      .number("z", z)
-      .done();
-}
-
-BOOL CALLBACK collect(HWND window, LPARAM into) {
-  reinterpret_cast<std::vector<HWND>*>(into)->push_back(window);
-  return TRUE;
-}
-
-std::vector<HWND> topWindows() {
-  std::vector<HWND> found;
-  ::EnumWindows(collect, reinterpret_cast<LPARAM>(&found));
-  return found;
-}
-
-std::vector<HWND> descendants(HWND window) {
-  std::vector<HWND> found;
-  ::EnumChildWindows(window, collect, reinterpret_cast<LPARAM>(&found));
-  return found;
-}
-
-std::string windows(const Words&) {
-  json::Array all;
-  int z = 0;
-  for (const HWND window : topWindows()) all.add(describeTopWindow(window, z++));
-  return all.done();
-}
 
 // All of a window's controls, or only those of one class.
 std::string controls(const Words& words) {
@@ -81,6 +35,15 @@ std::string control(const Words& words) {
   if (!::IsWindow(window)) return failure("no such window");
   Asker ask;
   return describeControl(ask, window);
+}
+
+// Where a window that was found before belongs now; it may be gone and its handle another one's.
+std::string placeOf(const Words& words) {
+  const HWND window = toWindow(words.at(1));
+  return json::Object()
+      .number("id", ::IsWindow(window) ? ::GetDlgCtrlID(window) : 0)
+      .raw("root", hexHandle(::GetAncestor(window, GA_ROOT)))
+      .done();
 }
 
 std::string withId(const Words& words) {
@@ -305,6 +268,9 @@ std::string broadcast(const Words& words) {
 
 const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands{
     {L"windows", windows},
+    {L"top", top},
+    {L"windowat", windowAt},
+    {L"placeof", placeOf},
     {L"controls", controls},
     {L"control", control},
     {L"withid", withId},
