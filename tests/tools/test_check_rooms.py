@@ -19,7 +19,7 @@ GOOD = {
     "src/settings/schema.h": '#include "platform/runtime_error.h"\nnamespace settings { int Count(); inline int two[] = {1, 2}; }\n',
     "src/platform/runtime_error.h": "// an erase run, its settings and a shred are words like others\nnamespace platform {\n"
                                     "struct ErrObject { int Number(); };\ninline ErrObject Err;\ninline int N() { return Err.Number(); }\n}\n",
-    "src/platform/crt_floor.cpp": 'extern "C" {\nextern const void* const import;\n}\nnamespace std { void __throw_bad_alloc() {} }\n',
+    "src/platform/startup.cpp": 'extern "C" {\nextern const void* const import;\n}\nnamespace std { void __throw_bad_alloc() {} }\n',
     "companions/iea/iea.cpp": '#include "iea.h"\n#include "platform/runtime_error.h"\nint main() { return platform::N(); }\n',
 }
 
