@@ -123,6 +123,7 @@ std::string& ItemFlag(const EraseItem& item) {
 
 std::vector<settings::ItemFlag> StoredItemFlags() {
   std::vector<settings::ItemFlag> flags;
+  flags.reserve(kCount);
   for (const EraseItem* item : kInBoxOrder) flags.push_back({item->key, &ItemFlag(*item)});
   return flags;
 }

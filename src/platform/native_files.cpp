@@ -116,10 +116,10 @@ NativePath ToNativePath(const std::wstring& fullPath) {
 std::string ShownPath(const NativePath& path) { return Narrow(WithoutPrefix(path)); }
 
 std::string AnsiPath(const NativePath& path) {
-  const std::string shown = ShownPath(path);
+  std::string shown = ShownPath(path);
   if (!UsesWideNames() || ToNativePath(shown) == path) return shown;
   const NativePath shortForm = ShortForm(path);
-  const std::string shortPath = ShownPath(shortForm);
+  std::string shortPath = ShownPath(shortForm);
   if (!shortPath.empty() && ToNativePath(shortPath) == shortForm) return shortPath;
   const std::string marked = Narrow(WithoutPrefix(path), WC_NO_BEST_FIT_CHARS);
   return marked.find('?') != std::string::npos ? marked : std::string();

@@ -9,7 +9,6 @@
 // Nothing else in the program handles errors, and nobody but these touches Err.
 #pragma once
 
-#include <concepts>
 #include <memory>
 #include <string_view>
 #include <type_traits>
@@ -62,9 +61,8 @@ const char* RuntimeErrorDescription(int number);
 // for all of them, so that each trap exists once in the program and not once for each statement.
 class Statement {
  public:
-  template <class Callable>
-  requires(!std::same_as<std::remove_cvref_t<Callable>, Statement>)
-      Statement(Callable&& callable)  // not explicit: a lambda is handed over as it stands in the call
+  template <class Callable, class = std::enable_if_t<!std::is_same_v<std::remove_cvref_t<Callable>, Statement>>>
+  Statement(Callable&& callable)  // not explicit: a lambda is handed over as it stands in the call
       : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
         run_([](void* object) { static_cast<void>((*static_cast<std::remove_reference_t<Callable>*>(object))()); }) {}
 

@@ -23,7 +23,7 @@ std::string PathOf(const ItemIdList* items) {
 std::string FindSpecialFolder(int identifier) {
   ItemIdList* items = nullptr;
   if (late::SHGetSpecialFolderLocation(kNoRealWindow, identifier, &items) != NOERROR) return {};
-  const std::string path = PathOf(items);
+  std::string path = PathOf(items);
   late::CoTaskMemFree(items);
   return path;
 }

@@ -27,7 +27,7 @@ std::vector<std::basic_string<Char>> Split(std::basic_string_view<Char> answer) 
 std::vector<std::string> SplitDialogAnswer(std::string_view answer) { return Split(answer); }
 std::vector<std::wstring> SplitDialogAnswer(std::wstring_view answer) { return Split(answer); }
 
-bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0", 2)) != buffer.npos; }
-bool IsWholeAnswer(std::wstring_view buffer) { return buffer.find(std::wstring_view(L"\0", 2)) != buffer.npos; }
+bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0\0", 2)) != buffer.npos; }
+bool IsWholeAnswer(std::wstring_view buffer) { return buffer.find(std::wstring_view(L"\0\0", 2)) != buffer.npos; }
 
 }  // namespace shred

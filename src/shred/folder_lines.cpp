@@ -23,7 +23,8 @@ FolderLines LinesOfFolder(std::string_view folder, const std::vector<std::string
   for (std::size_t start = 0; start < folder.size(); ++depth) {
     const std::size_t end = std::min(folder.find('\\', start), folder.size());
     const std::string name(folder.substr(start, end - start));
-    path = depth == 0 ? AppendBackslash(name) : AppendBackslash(path) + name;
+    path = AppendBackslash(path.empty() ? name : path);
+    if (depth > 0) path += name;
     add(depth == 0 ? path : name, path);
     start = end + 1;
   }
