@@ -63,9 +63,10 @@ class AddFolder(ShredderCase):
         self.double_click("   work")
         wait_for("the folders in C:\\work", lambda: "      alpha" in self.folders())
 
-    def added(self) -> list[str]:
+    def wait_added(self, *folders: str) -> None:
+        """The window is closed, and after that the program takes over what was chosen in it."""
         self.wait_closed()
-        return self.d.items("lstFolder")
+        wait_for(f"the folder list to hold {folders}", lambda: self.d.items("lstFolder") == list(folders))
 
     def test_opens_on_drive_c_with_its_folders_and_keeps_the_main_window_from_input(self):
         lines = self.folders()
@@ -88,12 +89,12 @@ class AddFolder(ShredderCase):
     def test_add_takes_the_chosen_folder_whether_or_not_it_is_opened(self):
         self.open_work()
         self.d.click("cmdAdd", self.window)
-        self.assertEqual(self.added(), [r"C:\work"])
+        self.wait_added(r"C:\work")
         self.window = self.open()
         self.open_work()
         self.d.click_item("dirList", "      beta", self.window)
         self.d.click("cmdAdd", self.window)
-        self.assertEqual(self.added(), [r"C:\work", r"C:\work\beta"])
+        self.wait_added(r"C:\work", r"C:\work\beta")
 
     def test_enter_opens_the_chosen_folder_and_adds_the_opened_one(self):
         d = self.d
@@ -105,22 +106,22 @@ class AddFolder(ShredderCase):
         d.key("Return")
         wait_for("the folder in that", lambda: self.folders()[-1] == "            delta")
         d.key("Return")
-        self.assertEqual(self.added(), [r"C:\work\beta\gamma"])
+        self.wait_added(r"C:\work\beta\gamma")
 
     def test_cancel_esc_and_the_title_bar_add_nothing(self):
         d = self.d
         self.open_work()
         d.click("cmdCancel", self.window)
-        self.assertEqual(self.added(), [])
+        self.wait_added()
         self.window = self.open()
         d.key("Escape")
-        self.assertEqual(self.added(), [])
+        self.wait_added()
         self.window = self.open()
         left, top, right, _ = d.wait_window("#32770", TITLE).rect
         x = next(x for x in range(right - 6, left, -2)
                  if d.send(self.window, WM_NCHITTEST, 0, x | top + 12 << 16).result == CLOSE_BUTTON)
         d.click_at(x - 3, top + 12)
-        self.assertEqual(self.added(), [])
+        self.wait_added()
 
     def test_another_drive_shows_its_folders(self):
         self.d.choose("drvList", "D:", self.window)
@@ -128,7 +129,7 @@ class AddFolder(ShredderCase):
         self.double_click("   on d")
         wait_for("the folder in it", lambda: self.folders()[-1] == "      deeper")
         self.d.click("cmdAdd", self.window)
-        self.assertEqual(self.added(), [r"D:\on d"])
+        self.wait_added(r"D:\on d")
 
     def test_a_drive_that_cannot_be_read_is_put_back_to_the_one_on_show(self):
         d = self.d
