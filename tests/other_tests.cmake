@@ -22,3 +22,12 @@ add_test(NAME audit/wording COMMAND ${QUELLIX_PYTHON} -B ${CMAKE_SOURCE_DIR}/too
 add_test(NAME audit/same_bytes_elsewhere COMMAND bash ${CMAKE_SOURCE_DIR}/tools/audit/same_bytes.sh)
 add_test(NAME audit/format COMMAND bash ${CMAKE_SOURCE_DIR}/tools/format.sh --all --check)
 add_test(NAME audit/of_the_audits COMMAND ${QUELLIX_PYTHON} -B -m unittest discover -q ${CMAKE_SOURCE_DIR}/tests/tools)
+
+add_subdirectory(${CMAKE_SOURCE_DIR}/tests/standin ${CMAKE_BINARY_DIR}/tests/standin)
+file(GLOB with_standin CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/standin/test_*.py)
+foreach(source ${with_standin})
+  cmake_path(GET source STEM name)
+  string(REGEX REPLACE "^test_" "" short ${name})
+  add_test(NAME standin/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.standin.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+  set_tests_properties(standin/${short} PROPERTIES TIMEOUT 300)
+endforeach()
