@@ -4,7 +4,10 @@
 
 #include <string>
 
+#include "platform/path.h"
+
 namespace cleaners {
+using namespace platform;
 
 void CleanOperaCookies();
 void CleanOpera7Cookies();
@@ -13,10 +16,10 @@ void CleanOpera7Cache();
 void CleanOperaTypedUrls();
 
 // The folder that the browser has registered, read as a number: "0" for every path, so that the older layout is looked for
-// in a folder "0" below the current one. That is meant.
+// in a folder "0" below the current one, and an installation of any other place keeps its files.
 std::string OperaPath();
 
-// The path of a shell folder (a CSIDL_ value of shlobj.h) with "\" behind it; empty when the system does not know it.
-std::string GetSpecialFolder(int identifier);
+// The path of a shell folder (a CSIDL_ value of shlobj.h); empty when the system does not know it.
+Path GetSpecialFolder(int identifier);
 
 }  // namespace cleaners

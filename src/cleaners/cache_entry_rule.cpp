@@ -5,15 +5,13 @@
 namespace cleaners {
 using namespace platform;
 
-bool IsRemovedByCacheWalk(std::string_view url) {
+bool IsDeletedByCacheWalk(std::string_view url) {
   const std::string start = UpperCase(url.substr(0, 8));
   return start != "VISITED:" && start != "COOKIE:";
 }
 
 bool IsCookieUrl(std::string_view url) { return url.substr(0, 7) == "Cookie:"; }
 
-std::string CookieName(std::string_view localFileName) {
-  return std::string(localFileName.substr(localFileName.rfind('\\') + 1));
-}
+WideText CookieName(WideView localFileName) { return WideText(localFileName.substr(localFileName.rfind('\\') + 1)); }
 
 }  // namespace cleaners

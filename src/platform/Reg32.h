@@ -1,17 +1,18 @@
-// A thin layer over the registry, and the name of the operating system. Texts are ANSI; a root is a predefined key
-// (HKEY_CURRENT_USER, ...). Failures go to the error reporter under "Reg32," and the procedure's name.
+// A thin layer over the registry, and the name of the operating system. Texts are ANSI if not said otherwise; a root is a
+// predefined key (HKEY_CURRENT_USER, ...). Failures go to the error reporter under "Reg32," and the procedure's name.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "platform/wide_text.h"
 #include "platform/win32.h"
 
 namespace platform {
 
 // Opens the key, creating it when it is missing, and writes the value. Only the types 0 and 1 are written, as the text's
-// bytes without a terminating zero; any other type writes nothing. That pair is meant.
+// bytes without a terminating zero; any other type writes nothing. Every value that the program keeps is such a text.
 void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type);
 
 // Despite its name a number: the text value as a 32-bit integer. `defaultValue` for a missing value, one that is not a
@@ -20,8 +21,9 @@ std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::s
                               const std::int32_t& defaultValue = 0);
 
 // The text value up to its first NUL; nothing when key or value is missing, cannot be read or is no text (REG_SZ). Reports
-// nothing.
+// nothing. The wide form is for what names a path.
 std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName);
+std::optional<WideText> TextValue(HKEY root, const WideText& subKey, const WideText& valueName);
 
 // A missing key or value is no error.
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);

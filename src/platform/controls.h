@@ -2,7 +2,7 @@
 //
 // Two promises that the program relies on: setting a check box's Value fires its Click handler, and so does choosing an
 // option button. A panel's window may be created after its controls were set: until then a wrapper keeps what it was
-// given, answers from it, and shows it once the window stands.
+// given, answers from it, and shows it once the window exists.
 #pragma once
 
 #include <deque>
@@ -12,6 +12,7 @@
 
 #include "platform/dialog.h"
 #include "platform/handles.h"
+#include "platform/wide_text.h"
 
 namespace platform {
 
@@ -117,7 +118,8 @@ class OptionButton : public Control {
   OptionGroup& group_;
 };
 
-// The lines stand in the object as well, and are read from there: a line may be too long for a system to give it back.
+// The lines are kept in the object as well, and are read from there: a line may be too long for a system to give it back.
+// Where the system has wide windows, they show what the ANSI code page lacks.
 class ListBox : public Control {
  public:
   using Control::Control;
@@ -134,13 +136,14 @@ class ListBox : public Control {
     HWND window_;
   };
 
-  void AddItem(const std::string& text);  // and makes the list scroll sideways as far as the text is long
-  void RemoveItem(int index);             // nothing for a line that is not there
+  void AddItem(const WideText& text);  // and makes the list scroll sideways as far as the text is long
+  void AddItem(const std::string& ansi);
+  void RemoveItem(int index);  // nothing for a line that is not there
   void Clear();
   int ListCount() const { return static_cast<int>(items_.size()); }
-  std::string Item(int index) const;  // empty for a line that is not there
+  WideText Item(int index) const;  // empty for a line that is not there
 
-  // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
+  // The chosen line, of a list that has one at most; -1 for none. Once the window exists.
   int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
   // The chosen lines, in their order, of a list that may have several.
   std::vector<int> Selected() const;
@@ -149,15 +152,15 @@ class ListBox : public Control {
 
  private:
   void ShowState() override;
-  bool Show(const std::string& text);
-  std::deque<std::string> items_;
+  bool Show(const WideText& text);
+  std::deque<WideText> items_;
   int widest_ = 0;  // pixels
 };
 
 class ComboBox : public Control {
  public:
   using Control::Control;
-  void AddItem(const std::string& text);  // once the window stands
+  void AddItem(const std::string& text);  // once the window exists
 
   // Of a list without a box to write in: shows the entry that is the text, case aside. Fires nothing.
   void Choose(const std::string& text);
@@ -220,7 +223,7 @@ class StatusBar : public Control {
  public:
   using Control::Control;
 
-  // Two panels; the first is as wide as its text needs. Once the window stands.
+  // Two panels; the first is as wide as its text needs. Once the window exists.
   void Arrange(const std::string& firstText);
   void SetPanel2(const std::string& text);
 };

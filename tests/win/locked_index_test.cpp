@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
@@ -50,8 +51,8 @@ class LockedIndexTest : public testing::Test {
     }
   }
 
-  const std::string cookiesFolder = FindSpecialFolder(kCookiesFolder);
-  const std::string historyFolder = FindSpecialFolder(kHistoryFolder);
+  const std::string cookiesFolder = TextOf(FindSpecialFolder(kCookiesFolder));
+  const std::string historyFolder = TextOf(FindSpecialFolder(kHistoryFolder));
   const std::string cookies = cookiesFolder + "\\index.dat";
   const std::string history = historyFolder + "\\index.dat";
   const std::string inner = historyFolder + "\\History.IE5\\index.dat";
@@ -69,7 +70,7 @@ bool IsBlank(const std::string& bytes) { return bytes.find_first_not_of(' ') == 
 
 TEST(FindSpecialFolder, GivesAFoldersPath) {
   for (const SpecialFolder folder : {kCookiesFolder, kHistoryFolder, kDesktopFolder, kDocumentsFolder, kProfileFolder}) {
-    const std::string path = FindSpecialFolder(folder);
+    const std::string path = TextOf(FindSpecialFolder(folder));
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     ASSERT_NE(attributes, INVALID_FILE_ATTRIBUTES) << folder;
     EXPECT_NE(attributes & FILE_ATTRIBUTE_DIRECTORY, 0u) << path;
@@ -80,7 +81,7 @@ TEST(FindSpecialFolder, GivesAFoldersPath) {
 TEST(FindSpecialFolder, GivesNothingForAPlaceThatIsNoFolderOfTheDiskOrUnknown) {
   constexpr int kControlPanel = 3, kRecycleBin = 10;
   for (const int identifier : {kControlPanel, kRecycleBin, 200, 9999, -1})
-    EXPECT_EQ(FindSpecialFolder(identifier), "") << identifier;
+    EXPECT_EQ(FindSpecialFolder(identifier), Path()) << identifier;
 }
 
 TEST_F(LockedIndexTest, FillsAllThreeFilesWithBlanks) {
@@ -177,7 +178,7 @@ TEST_F(LockedIndexTest, TouchesNothingAfterAStop) {
   for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), TracesOf(file)) << file;
 }
 
-// The stop arrives while the first file that is there is written: it is filled to its end, and those behind it in the
+// The stop arrives while the first file that is there is written: it is filled to its end, and those after it in the
 // order stay as they are.
 TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
   const std::vector<std::string> order = Targets();
@@ -192,8 +193,8 @@ TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
     const std::string bytes = ReadWhole(order[first]);
     EXPECT_EQ(bytes.size(), length);
     EXPECT_TRUE(IsBlank(bytes)) << order[first];
-    for (std::size_t behind = first + 1; behind < order.size(); ++behind)
-      EXPECT_EQ(ReadWhole(order[behind]), TracesOf(order[behind]));
+    for (std::size_t later = first + 1; later < order.size(); ++later)
+      EXPECT_EQ(ReadWhole(order[later]), TracesOf(order[later]));
     ASSERT_TRUE(::DeleteFileA(order[first].c_str()));
   }
 }

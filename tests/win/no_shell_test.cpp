@@ -2,6 +2,7 @@
 // shell's libraries away.
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/OperaClean.h"
 #include "cleaners/modCleanItems.h"
@@ -13,7 +14,7 @@
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
 #include "scratch_folder.h"
-#include "shred/modShred.h"
+#include "shred/folder_removal.h"
 
 using namespace cleaners;
 using namespace platform;
@@ -56,7 +57,7 @@ TEST_F(WithoutShell, TheFindCleanerDeletesTheValuesAndLeavesAtTheMissingFunction
   ASSERT_EQ(QueryValue(kFind, "a"), ERROR_SUCCESS);
   ClearFind();
   EXPECT_EQ(QueryValue(kFind, "a"), ERROR_FILE_NOT_FOUND);
-  EXPECT_TRUE(log.Lines().empty()) << "the statements behind the failing one run all the same";
+  EXPECT_TRUE(log.Lines().empty()) << "the statements after the failing one run all the same";
   EXPECT_EQ(Err.Number(), 0) << "the error is reported and cleared";
 }
 
@@ -74,8 +75,8 @@ TEST_F(WithoutShell, TheTemporaryFolderIsNotCleanedWhileItsNeighboursAreUnknown)
 
 TEST_F(WithoutShell, TheShredderLeavesFoldersSinceNobodyTellsWhichOnesToKeep) {
   ::CreateDirectoryA("C:\\test\\folder", nullptr);
-  EXPECT_FALSE(RemoveFolderTree("C:\\test\\folder"));
-  EXPECT_TRUE(FolderCheck("C:\\test\\folder"));
+  EXPECT_FALSE(RemoveFolderTree(At("C:\\test\\folder")));
+  EXPECT_TRUE(FolderCheck(At("C:\\test\\folder")));
 }
 
 TEST_F(WithoutShell, TheOtherBrowsersAreCleanedWhereTheRegistryOrTheCurrentFolderLeadsToThem) {

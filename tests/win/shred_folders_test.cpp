@@ -6,12 +6,13 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "ansi_paths.h"
 #include "file_calls.h"
 #include "import_hook.h"
 #include "platform/ErroHandle.h"
 #include "platform/native_files.h"
 #include "scratch_folder.h"
-#include "shred/modShred.h"
+#include "shred/folder_removal.h"
 
 using namespace platform;
 using namespace shred;
@@ -40,16 +41,21 @@ void MakeFile(const std::string& path, DWORD attributes = FILE_ATTRIBUTE_NORMAL)
   EXPECT_TRUE(file) << path << " cannot be made, system error " << ::GetLastError();
 }
 
+// As the program takes them over from the system.
+bool RemoveFolderTree(const std::string& folder) { return shred::RemoveFolderTree(At(folder)); }
+void ClearSubFolders(const std::string& folder) { shred::ClearSubFolders(At(folder)); }
+void ShredFolder(const std::string& folder) { shred::ShredFolder(At(folder)); }
+
 class ShredFolders : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    AnsiNamesOnlyForTests = ByAnsi();
     Err.Clear();
     ::SetCurrentDirectoryA("C:\\current");
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     EXPECT_THAT(MissingCanaries(), IsEmpty());
     EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
     EXPECT_EQ(burst.Reports(), 0) << "these procedures never report";
@@ -267,7 +273,7 @@ TEST_P(ShredFolders, LeaveTheFoldersThatTheSystemAndTheProgramLiveIn) {
 }
 
 TEST_P(ShredFolders, LeaveThemWhenAnotherPathLeadsThere) {
-  // The answer rests on the numbers that folders have, and the ANSI way stands for systems that give them none.
+  // The answer rests on the numbers that folders have, and the ANSI way is that of systems that give them none.
   if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   const std::string profile = std::getenv("USERPROFILE");
   for (const std::string& path : {std::string("C:\\to c\\windows"), std::string("C:\\to c\\test"),

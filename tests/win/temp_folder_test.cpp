@@ -75,7 +75,7 @@ const LogLine kAborted = {"Windows Temporary Files **** aborted by user", "(stam
 class TempFolder : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    AnsiNamesOnlyForTests = ByAnsi();
     StopErase = false;
     ::SetCurrentDirectoryA("C:\\current");
     FillTemp(kTemp);
@@ -83,7 +83,7 @@ class TempFolder : public testing::TestWithParam<const char*> {
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     StopErase = false;
     LogCleanResult = &RecordNothing;
     EXPECT_EQ(MissingCanaries(), missing_) << "canaries are gone";
@@ -317,9 +317,9 @@ TEST_P(TempFolder, KeepsWhatIsLeftWhenTheStopComesMidway) {
   static LogLine last;
   SetTemp(kTemp, nullptr);
   MakeFile(std::string(kTemp) + "\\zz\\trace.tmp");
-  LogCleanResult = [](const std::string& text1, const std::string& text2) {
+  LogCleanResult = [](WideView text1, WideView text2) {
     StopErase = true;
-    last = {text1, text2.find(" @ ") != std::string::npos ? "(stamp)" : text2};
+    last = {Narrow(text1), text2.find(L" @ ") != WideView::npos ? "(stamp)" : Narrow(text2)};
   };
   ClearWindowsTemp();
   EXPECT_EQ(last, kAborted);
@@ -329,7 +329,7 @@ TEST_P(TempFolder, KeepsWhatIsLeftWhenTheStopComesMidway) {
 
 TEST(GetTempDir, IsWhatTheSystemReportsAndEmptyWhenThatIsTooLong) {
   SetTemp(kTemp, nullptr);
-  EXPECT_EQ(GetTempDir(), std::string(kTemp) + "\\");
+  EXPECT_EQ(GetTempDir(), Widen(kTemp) + L"\\");
   SetTemp(Setting("QUELLIX_TEST_TOO_LONG").c_str(), nullptr);
-  EXPECT_EQ(GetTempDir(), "");
+  EXPECT_EQ(GetTempDir(), L"");
 }

@@ -1,0 +1,115 @@
+#include "shred/folder_removal.h"
+
+#include "cleaners/folder_facts.h"
+#include "cleaners/folder_walk.h"
+#include "cleaners/mask_ending.h"
+#include "platform/message_pump.h"
+#include "platform/native_files.h"
+#include "platform/runtime_error.h"
+#include "shred/folder_chain.h"
+
+namespace shred {
+using namespace platform;
+
+namespace {
+
+// False for a folder that stays as it is, also where the system lacks a function that would tell which folders to keep.
+bool IsRemovableFolder(const Path& folder) {
+  bool removable = false;
+  resumeNext([&] {
+    removable = cleaners::IsWalkableFolder(folder) &&
+                cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
+  });
+  return removable;
+}
+
+void DeleteFilesIn(const Path& folder, WideView mask) {
+  FolderListing listing(folder);
+  FolderEntry entry;
+  while (listing.Next(entry)) {
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) NativeDeleteFile(folder / entry.name);
+    DoEventsNowAndThen();
+  }
+}
+
+void RemoveSubfolder(const Path& folder, const FolderEntry& entry) {
+  // Asked once more: a link may have taken the folder's place since it was listed.
+  if (!IsLink(entry.attributes) && !IsLink(NativeAttributes(folder))) {
+    NativeSetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
+    for (const WideView mask : {Wide<"*.gif">(), Wide<"*.htm">(), Wide<"*.cab">(), Wide<"*.jpg">(), Wide<"*.css">(),
+                                Wide<"*.swf">(), Wide<"*">(), Wide<"*.*">()})
+      DeleteFilesIn(folder, mask);
+  } else if (!IsNamedLink(entry)) {
+    return;
+  }
+  NativeRemoveFolder(folder);
+}
+
+// Deletes what is read-only too.
+class TreeRemoval final : public cleaners::FolderVisitor {
+ public:
+  bool IsOver() override { return false; }
+
+  void AtFile(const Path& path, const FolderEntry& entry) override {
+    if (NativeDeleteFile(path) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
+    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    NativeDeleteFile(path);
+  }
+
+  void AtFolder(const Path& path) override {
+    if (NativeRemoveFolder(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
+    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    NativeRemoveFolder(path);
+  }
+};
+
+void RemoveFirstSubfolder(const Path& root) {
+  FolderListing listing(root);
+  FolderEntry entry;
+  bool over = false;
+  while (!over && listing.Next(entry)) {
+    if (IsFolder(entry.attributes) && entry.name != L"." && entry.name != L"..") {
+      RemoveSubfolder(root / entry.name, entry);
+      // The walk and the test whether the subfolder exists share one listing: after the test it names that subfolder alone.
+      over = true;
+    }
+    DoEvents();
+  }
+}
+
+// True when the folder itself is gone.
+bool RemoveTree(const Path& root) {
+  TreeRemoval removal;
+  cleaners::WalkFolder(root, removal);
+  removal.AtFolder(root);
+  return NativeAttributes(root) == INVALID_FILE_ATTRIBUTES;
+}
+
+}  // namespace
+
+bool FolderCheck(const Path& path, bool create) {
+  if (IsFolder(NativeAttributes(path))) return true;
+  if (create) {
+    for (const Path& folder : FolderChain(path))
+      if (!IsFolder(NativeAttributes(folder))) NativeMakeFolder(folder);
+  }
+  return false;
+}
+
+bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
+
+void ClearSubFolders(const Path& folder) {
+  if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
+}
+
+bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
+
+// The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
+void ShredFolder(const Path& folder) {
+  if (!IsRemovableFolder(folder)) return;
+  DeleteFilesIn(folder, Wide<"*.*">());
+  if (cleaners::IsWalkableFolder(folder)) RemoveFirstSubfolder(folder);
+  if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
+}
+
+}  // namespace shred
