@@ -71,7 +71,9 @@ class StandInDesktop(Desktop):
         return self.probe.ask("start", folder or path.rpartition("\\")[0], f'"{path}" {arguments}'.strip(),
                               r"C:\standin\standin.dll").pid
 
-    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str | None = None) -> int:
+    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str | None = None,
+                      library: str | None = None) -> int:
+        assert not library, "the stand-in is the library"
         path = rf"{folder or self.program_folder}\{self.program}"
         self.pid = self.start_under(self.rules, path, arguments, self.current_folder)
         if wait_for_window:
