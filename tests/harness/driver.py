@@ -5,6 +5,7 @@ desktop (programs/uiprobe.cpp) tells what the windows show; what the user does g
 Nothing here sleeps for a result: every action waits until Windows has taken the input, every check is a `wait_...`.
 """
 import contextlib
+import os
 import shutil
 import subprocess
 from pathlib import Path
@@ -102,9 +103,17 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         self.explorer = self.home.start("explorer", f"/desktop={self.desktop},{SIZE}", stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._leave.callback(self._reap, self.explorer)
+        # A program that comes before the desktop is on the screen starts a second shell for it, with a taskbar of its own.
+        wait_for("the virtual desktop on the screen", self._is_desktop_on_screen)
         # The probe also keeps the desktop open: Wine closes one that has no program left.
         self._start_probe()
         wait_for("the taskbar of the virtual desktop", self.taskbar)
+
+    def _is_desktop_on_screen(self) -> bool:
+        found = subprocess.run(["xdotool", "search", "--name", f"{self.desktop} - Wine desktop"], check=False,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                               env=dict(os.environ, DISPLAY=self.display.name))
+        return bool(found.stdout.strip())
 
     def _start_probe(self) -> None:
         self.probe = Probe(self.home, self.desktop)
