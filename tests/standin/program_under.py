@@ -16,7 +16,7 @@ RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
 ADD_FOLDER, COOKIES = "Quellix-Add Folder", "Cookies Manager"
 OF_FILES = {"CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "DragQueryFileA", "DragQueryFileW", "FindFirstFileA",
             "FindFirstFileW", "GetFileInformationByHandle", "GetFinalPathNameByHandleW", "GetShortPathNameA", "MoveFileA",
-            "MoveFileExA", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
+            "MoveFileExW", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
 PRIVILEGE = ["OpenProcessToken", "LookupPrivilegeValueA", "AdjustTokenPrivileges"]
 CACHE_WALK = ["FindFirstUrlCacheEntryA", "FindCloseUrlCache"]
 OTHERS = {*PRIVILEGE, *CACHE_WALK, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindowsEx", "RegisterServiceProcess",

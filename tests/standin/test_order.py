@@ -12,7 +12,7 @@ LOOK = "GetAsyncKeyState"
 LOOKS = [F9, SHIFT, CONTROL, U, H] = [0x78, 0x10, 0x11, 0x55, 0x48]
 TWENTIETH = slice(5 * 19, 5 * 20)  # of the looks at the keyboard, the keys that it asks for
 ACTIONS = {"SetWindowPlacement", "ShowWindow", "SetForegroundWindow", "Shell_NotifyIconA", "RegisterServiceProcess"}
-NIM_ADD, NIM_DELETE = 0, 2
+NIM_ADD, NIM_MODIFY, NIM_DELETE = 0, 1, 2
 SW_HIDE, SW_SHOWNORMAL, SW_SHOW = 0, 1, 5
 ICON_RECORD = "<6I64s"
 
@@ -61,7 +61,9 @@ class TheOrder(UnderWindows):
                    ("SetWindowPlacement", "browser", SW_HIDE), ("ShowWindow", "main", SW_HIDE),
                    ("SetWindowPlacement", "browser", SW_SHOWNORMAL), ("ShowWindow", "main", SW_SHOWNORMAL),
                    ("SetForegroundWindow", "main"), ("ShowWindow", "main", SW_SHOW),
-                   ("SetForegroundWindow", "main"), ("Shell_NotifyIconA", NIM_ADD), ("RegisterServiceProcess", "process", 0))
+                   ("SetForegroundWindow", "main"), ("Shell_NotifyIconA", NIM_ADD),
+                   # The icon is there already, so that it cannot be added and is changed.
+                   ("Shell_NotifyIconA", NIM_MODIFY), ("RegisterServiceProcess", "process", 0))
 
     def test_of_going_invisible_is_task_list_then_icon_then_window(self):
         self.check(self.poll_with(CONTROL, H),
