@@ -576,7 +576,7 @@ class AWindowThatIsBusy(CookieCase):
         return self.d.send(self.d.handle(name, self.window), LB_GETCOUNT).result
 
     def wait_counts(self, current: int, kept: int) -> None:
-        wait_for("every line", lambda: (self.count(CURRENT), self.count(KEPT)) == (current, kept), 60)
+        wait_for("every line", lambda: (self.count(CURRENT), self.count(KEPT)) == (current, kept), 300)
 
     def press_while_filling(self, button: str) -> None:
         self.press(button)

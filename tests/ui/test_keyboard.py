@@ -40,17 +40,16 @@ class TheKeyboard(KeyboardCase):
 
     def test_goes_on_from_stop_when_the_run_ended_while_another_program_was_in_front(self):
         d = self.d
-        self.press_erase_only()
-        d.wait_enabled("cmdStop")
-        for _ in range(3):
-            if d.focus().hwnd == d.handle("cmdStop"):
-                break
-            d.key("Tab")
-        d.wait_focus("cmdStop")
-        other = browsers.open_windows(d, ("Form", "Other work"))
-        self.addCleanup(d.terminate, other)
-        wait_for("the other program in front", lambda: browsers.in_front(d, process=other))
-        self.assertTrue(d.control("cmdStop").own_enabled, "the run is over too early for this test")
+        with d.time_held():
+            self.press_erase_only()
+            d.wait_enabled("cmdStop")
+            while (before := d.focus().hwnd) != d.handle("cmdStop"):
+                d.key("Tab")
+                wait_for("the keyboard to move on", lambda: d.focus().hwnd != before)
+            other = browsers.open_windows(d, ("Form", "Other work"))
+            self.addCleanup(d.terminate, other)
+            wait_for("the other program in front", lambda: browsers.in_front(d, process=other))
+            self.assertTrue(d.control("cmdStop").own_enabled)
         self.wait_run_over()
         d.second_instance()
         self.wait_in_front()

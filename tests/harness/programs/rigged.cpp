@@ -2,7 +2,6 @@
 // what they are called with, in C:\calls.txt, a line a call, and makes them act as the words in C:\rigged.txt say:
 //
 //   no-reboot            ExitWindowsEx is written down and does nothing
-//   no-window            no dialog window can be created
 //   no-icon N            the first N attempts to add a notification icon fail
 //   slow-instance MS     a window of the class "QuellixMain" takes so long to be created
 //   no-close             a request to close a window of the class "IEFrame" is refused
@@ -50,10 +49,6 @@ std::string ClassOf(HWND window) {
 BOOL WINAPI RiggedExitWindowsEx(UINT flags, DWORD reason) {
   Note("ExitWindowsEx %u", flags);
   return Is("no-reboot") ? TRUE : ::ExitWindowsEx(flags, reason);
-}
-
-HWND WINAPI RiggedCreateDialogParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC procedure, LPARAM parameter) {
-  return Is("no-window") ? nullptr : ::CreateDialogParamA(module, name, parent, procedure, parameter);
 }
 
 HWND WINAPI RiggedCreateWindowExA(DWORD extended, LPCSTR name, LPCSTR title, DWORD style, int x, int y, int width,
@@ -130,7 +125,6 @@ struct Rigged {
   { name, reinterpret_cast<void*>(&function) }
 const Rigged kRigged[] = {RIGGED("GetProcAddress", RiggedGetProcAddress),
                           RIGGED("ExitWindowsEx", RiggedExitWindowsEx),
-                          RIGGED("CreateDialogParamA", RiggedCreateDialogParamA),
                           RIGGED("CreateWindowExA", RiggedCreateWindowExA),
                           RIGGED("LoadImageA", RiggedLoadImageA),
                           RIGGED("OpenIcon", RiggedOpenIcon),
