@@ -1,5 +1,8 @@
 #include "iea_rules.h"
 
+#include <cstddef>
+#include <string>
+
 #include "platform/plain_text.h"
 
 namespace iea {

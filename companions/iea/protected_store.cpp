@@ -6,6 +6,7 @@
 
 #include "iea_rules.h"
 #include "platform/com_interface.h"
+#include "platform/handles.h"
 #include "platform/system_functions.h"
 
 #include <pstore.h>

@@ -1,6 +1,7 @@
 // The program's entry. It reads no command line.
 #include "app/frmMain.h"
 #include "app/single_instance.h"
+#include "platform/controls.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 

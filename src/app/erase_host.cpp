@@ -4,6 +4,7 @@
 #include "cleaners/mdPanic.h"
 #include "erase/catalogue.h"
 #include "platform/ErroHandle.h"
+#include "platform/clsIni.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/stop_request.h"

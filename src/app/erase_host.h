@@ -1,8 +1,12 @@
 // Answers what an erase run asks for from the panels and the rooms below them.
 #pragma once
 
+#include <span>
+#include <string>
+
 #include "app/fraMain.h"
 #include "automation/fraScheduleManager.h"
+#include "erase/erase_item.h"
 #include "erase/erase_run.h"
 #include "platform/main_window.h"
 #include "shred/fraShred.h"

@@ -1,9 +1,13 @@
 // The panel "Help": the links to the help and contact pages, and what the program is.
 #pragma once
 
+#include <optional>
+
 #include "app/fraHelp_ids.h"
 #include "app/link_label.h"
 #include "app/quellix_ids.h"
+#include "platform/controls.h"
+#include "platform/dialog.h"
 #include "platform/panel.h"
 
 namespace app {

@@ -1,5 +1,10 @@
 #include "app/fraMain.h"
 
+#include <cstddef>
+#include <iterator>
+#include <span>
+
+#include "erase/catalogue.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 #include "platform/window_text.h"

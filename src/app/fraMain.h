@@ -2,12 +2,16 @@
 #pragma once
 
 #include <deque>
+#include <string>
 
 #include "app/fraMain_ids.h"
 #include "app/quellix_ids.h"
 #include "cookies/frmCookie.h"
-#include "erase/catalogue.h"
+#include "erase/erase_item.h"
+#include "platform/clsIni.h"
 #include "platform/controls.h"
+#include "platform/dialog.h"
+#include "platform/handles.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
 

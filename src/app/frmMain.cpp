@@ -1,8 +1,13 @@
 #include "app/frmMain.h"
 
+#include <cstdint>
+#include <vector>
+
 #include "app/panel_navigation.h"
 #include "app/single_instance.h"
+#include "app/tray_callback.h"
 #include "automation/modReboot.h"
+#include "automation/timers.h"
 #include "erase/catalogue.h"
 #include "erase/run_in_progress.h"
 #include "platform/ErroHandle.h"
@@ -10,12 +15,15 @@
 #include "platform/message_box.h"
 #include "platform/os_name.h"
 #include "platform/owned_windows.h"
+#include "platform/plain_text.h"
 #include "platform/product.h"
+#include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
-#include "platform/text_value.h"
 #include "platform/window_text.h"
+#include "settings/schema.h"
 #include "settings/settings_store.h"
+#include "settings/settings_variables.h"
 #include "settings/stored_settings.h"
 
 namespace app {

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
 
 #include "app/erase_host.h"
 #include "app/fraHelp.h"
@@ -15,11 +18,15 @@
 #include "automation/fraScheduleManager.h"
 #include "automation/scheduler.h"
 #include "automation/stealth.h"
+#include "erase/erase_run.h"
 #include "erase/fraClean.h"
+#include "platform/clsIni.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
+#include "platform/handles.h"
 #include "platform/internet_transfer.h"
 #include "platform/main_window.h"
+#include "platform/panel.h"
 #include "shred/fraShred.h"
 
 namespace app {

@@ -1,5 +1,8 @@
 #include "app/link_label.h"
 
+#include <string>
+
+#include "platform/handles.h"
 #include "platform/window_text.h"
 
 namespace app {

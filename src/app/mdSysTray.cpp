@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "app/quellix_ids.h"
 #include "platform/handles.h"
+#include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
 namespace app {

@@ -1,8 +1,11 @@
 #include "app/single_instance.h"
 
+#include <string>
+
 #include "platform/app_title.h"
 #include "platform/main_window.h"
 #include "platform/owned_windows.h"
+#include "platform/product.h"
 #include "platform/window_answers.h"
 #include "platform/window_text.h"
 

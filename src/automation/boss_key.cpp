@@ -1,6 +1,6 @@
 #include "automation/boss_key.h"
 
-#include "platform/text_value.h"
+#include "platform/plain_text.h"
 
 namespace automation {
 using namespace platform;

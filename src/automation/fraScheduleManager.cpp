@@ -1,5 +1,9 @@
 #include "automation/fraScheduleManager.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
 #include "automation/boss_key.h"
 #include "automation/restore_label.h"
 #include "automation/updater.h"

@@ -6,9 +6,11 @@
 #include "automation/fraScheduleManager_ids.h"
 #include "automation/schedule_options.h"
 #include "automation/schedule_tick.h"
+#include "platform/controls.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
 #include "settings/bound_controls.h"
+#include "settings/schema.h"
 
 namespace automation {
 using namespace platform;

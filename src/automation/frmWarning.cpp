@@ -2,6 +2,7 @@
 
 #include "automation/warning_text.h"
 #include "platform/runtime_error.h"
+#include "settings/schema.h"
 #include "settings/settings_store.h"
 
 namespace automation {

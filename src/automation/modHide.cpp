@@ -4,6 +4,7 @@
 
 #include "automation/task_list_rule.h"
 #include "platform/os_name.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/window_answers.h"

@@ -1,11 +1,14 @@
 #include "automation/modReboot.h"
 
+#include <string>
+
 #include "automation/run_value.h"
 #include "platform/Reg32.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
+#include "settings/schema.h"
 #include "settings/settings_variables.h"
 
 namespace automation {

@@ -1,5 +1,7 @@
 #include "automation/run_value.h"
 
+#include <optional>
+
 #include "platform/product.h"
 #include "platform/wide_system.h"
 

@@ -1,5 +1,6 @@
 #include "automation/schedule_options.h"
 
+#include "platform/plain_text.h"
 #include "platform/text_value.h"
 
 namespace automation {

@@ -1,5 +1,6 @@
 #include "automation/scheduler.h"
 
+#include "automation/schedule_tick.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"

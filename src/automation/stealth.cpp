@@ -1,13 +1,16 @@
 #include "automation/stealth.h"
 
+#include <string>
 #include <utility>
 
 #include "automation/key_poll.h"
 #include "automation/modHide.h"
+#include "platform/dialog.h"
 #include "platform/message_box.h"
 #include "platform/owned_windows.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
-#include "platform/text_value.h"
+#include "settings/schema.h"
 #include "settings/settings_store.h"
 #include "settings/settings_variables.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/text_value.h"
+#include "platform/plain_text.h"
 
 namespace automation {
 using namespace platform;

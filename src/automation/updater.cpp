@@ -1,9 +1,12 @@
 #include "automation/updater.h"
 
+#include <string>
+
 #include "platform/message_box.h"
 #include "platform/native_files.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace automation {
 using namespace platform;

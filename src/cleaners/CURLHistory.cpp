@@ -1,5 +1,7 @@
 #include "cleaners/CURLHistory.h"
 
+#include <cstddef>
+
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/system_functions.h"

@@ -12,6 +12,7 @@
 
 #include "cleaners/URLHistoryItem.h"
 #include "platform/com_interface.h"
+#include "platform/handles.h"
 
 namespace cleaners {
 using namespace platform;

@@ -1,11 +1,16 @@
 #include "cleaners/NetScapeEraser.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
 #include "cleaners/folder_walk.h"
 #include "cleaners/netscape_rules.h"
 #include "cleaners/wipe_file.h"
 #include "cleaners/wipe_state.h"
 #include "platform/Reg32.h"
 #include "platform/message_pump.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"

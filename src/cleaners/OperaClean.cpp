@@ -7,6 +7,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;

@@ -1,6 +1,8 @@
 #include "cleaners/cache_entry_rule.h"
 
-#include "platform/text_value.h"
+#include <string>
+
+#include "platform/plain_text.h"
 
 namespace cleaners {
 using namespace platform;

@@ -1,8 +1,11 @@
 #include "cleaners/cache_walks.h"
 
+#include <string>
+
 #include "cleaners/cache_entry_rule.h"
 #include "cleaners/url_cache_walk.h"
 #include "platform/message_pump.h"
+#include "platform/path.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/whole_file.h"

@@ -1,10 +1,13 @@
 #include "cleaners/folder_contents.h"
 
+#include <string>
+
 #include "cleaners/clean_log.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/wipe_file.h"
 #include "cleaners/wipe_state.h"
 #include "platform/message_pump.h"
+#include "platform/native_files.h"
 #include "platform/stop_request.h"
 
 namespace cleaners {

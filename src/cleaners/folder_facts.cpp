@@ -1,6 +1,8 @@
 #include "cleaners/folder_facts.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 #include "platform/Reg32.h"
 #include "platform/native_files.h"

@@ -1,7 +1,10 @@
 // What the system tells of a folder that is to be emptied or removed.
 #pragma once
 
+#include <vector>
+
 #include "cleaners/folder_guard.h"
+#include "platform/path.h"
 
 namespace cleaners {
 

@@ -3,6 +3,7 @@
 #include "cleaners/folder_walk.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "cleaners/listed_names.h"

@@ -1,6 +1,7 @@
 // A walk through everything below a folder that never leaves it, on whatever errand.
 #pragma once
 
+#include "platform/handles.h"
 #include "platform/native_files.h"
 
 namespace cleaners {

@@ -1,6 +1,7 @@
 #include "cleaners/listed_names.h"
 
 #include <algorithm>
+#include <string>
 
 namespace cleaners {
 using namespace platform;

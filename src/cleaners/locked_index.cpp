@@ -1,15 +1,16 @@
 #include "cleaners/locked_index.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
+#include "platform/handles.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
-#include "platform/system_error.h"
 #include "platform/whole_file.h"
 
 namespace cleaners {

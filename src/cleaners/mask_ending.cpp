@@ -1,5 +1,7 @@
 #include "cleaners/mask_ending.h"
 
+#include <cstddef>
+
 namespace cleaners {
 using namespace platform;
 

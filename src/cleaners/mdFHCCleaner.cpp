@@ -1,5 +1,7 @@
 #include "cleaners/mdFHCCleaner.h"
 
+#include <string>
+
 #include "cleaners/CURLHistory.h"
 #include "cleaners/value_sweep.h"
 #include "platform/ErroHandle.h"
@@ -8,9 +10,11 @@
 #include "platform/key_tree.h"
 #include "platform/main_window.h"
 #include "platform/native_files.h"
+#include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;

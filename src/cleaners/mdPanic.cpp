@@ -1,6 +1,7 @@
 #include "cleaners/mdPanic.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>

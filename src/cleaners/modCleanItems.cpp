@@ -5,6 +5,7 @@
 #include "platform/main_window.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
+#include "platform/wide_text.h"
 
 namespace cleaners {
 using namespace platform;

@@ -3,13 +3,17 @@
 #include "cleaners/clean_log.h"
 #include "cleaners/folder_contents.h"
 #include "cleaners/temp_folder.h"
+#include "cleaners/temp_guard.h"
 #include "cleaners/wipe_file.h"
 #include "cleaners/wipe_state.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/handles.h"
 #include "platform/key_tree.h"
+#include "platform/path.h"
+#include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/wide_text.h"
 
 namespace cleaners {
 using namespace platform;

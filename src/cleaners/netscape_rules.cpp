@@ -1,5 +1,7 @@
 #include "cleaners/netscape_rules.h"
 
+#include <cstddef>
+
 #include "platform/path.h"
 #include "platform/wide_system.h"
 

@@ -1,6 +1,10 @@
 #include "cleaners/temp_folder.h"
 
+#include <vector>
+
 #include "cleaners/folder_facts.h"
+#include "cleaners/folder_guard.h"
+#include "platform/path.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
 #include "platform/wide_system.h"

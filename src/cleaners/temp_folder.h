@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cleaners/temp_guard.h"
+#include "platform/wide_text.h"
 
 namespace cleaners {
 

@@ -1,5 +1,7 @@
 #include "cleaners/temp_guard.h"
 
+#include "platform/path.h"
+
 namespace cleaners {
 using namespace platform;
 

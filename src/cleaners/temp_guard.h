@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cleaners/folder_guard.h"
+#include "platform/wide_text.h"
 
 namespace cleaners {
 

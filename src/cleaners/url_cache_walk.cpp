@@ -1,5 +1,7 @@
 #include "cleaners/url_cache_walk.h"
 
+#include <cstddef>
+
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/wide_system.h"

@@ -2,6 +2,7 @@
 // are none.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "cleaners/url_cache_record.h"

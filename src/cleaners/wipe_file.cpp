@@ -1,15 +1,18 @@
 #include "cleaners/wipe_file.h"
 
 #include <cstdlib>
+#include <string>
 
 #include "cleaners/clean_log.h"
 #include "cleaners/mask_ending.h"
 #include "cleaners/wipe_fill.h"
 #include "cleaners/wipe_state.h"
+#include "platform/handles.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;

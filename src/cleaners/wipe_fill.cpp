@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/plain_text.h"
 #include "platform/text_value.h"
 
 namespace cleaners {

@@ -1,12 +1,16 @@
 #include "cookies/frmCookie.h"
 
+#include <string>
+#include <vector>
+
 #include "cleaners/cache_entry_rule.h"
 #include "cleaners/url_cache_walk.h"
 #include "cookies/keep_list.h"
 #include "cookies/mdCookies.h"
 #include "platform/message_pump.h"
-#include "platform/runtime_error.h"
+#include "platform/path.h"
 #include "platform/special_folder.h"
+#include "platform/wide_text.h"
 
 namespace cookies {
 using namespace platform;

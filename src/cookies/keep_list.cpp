@@ -1,7 +1,9 @@
 #include "cookies/keep_list.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
+#include <utility>
 
 #include "platform/wide_system.h"
 

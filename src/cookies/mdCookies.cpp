@@ -1,5 +1,8 @@
 #include "cookies/mdCookies.h"
 
+#include <string>
+#include <vector>
+
 #include "cookies/keep_list.h"
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"

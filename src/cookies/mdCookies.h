@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/controls.h"
+#include "platform/dialog.h"
 #include "platform/path.h"
 
 namespace cookies {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/OperaClean.h"

@@ -1,9 +1,12 @@
 // The panel "Erase": the buttons that start and stop a run, its progress and its log.
 #pragma once
 
+#include <string>
+
 #include "erase/erase_run.h"
 #include "erase/fraClean_ids.h"
 #include "platform/controls.h"
+#include "platform/dialog.h"
 #include "platform/panel.h"
 
 namespace erase {

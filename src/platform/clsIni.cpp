@@ -2,6 +2,7 @@
 
 #include "platform/message_box.h"
 #include "platform/native_files.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 

@@ -1,6 +1,7 @@
 #include "platform/controls.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"

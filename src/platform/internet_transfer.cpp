@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 
 namespace platform {

@@ -1,5 +1,6 @@
 #include "platform/key_tree.h"
 
+#include <utility>
 #include <vector>
 
 #include "platform/handles.h"

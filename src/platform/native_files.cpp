@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
+#include <string_view>
 
+#include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
 

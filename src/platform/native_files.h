@@ -5,6 +5,7 @@
 // crosses to the ANSI functions here, and a name that the code page cannot hold is listed by its short name, if it has one.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "platform/path.h"
 
 #include <algorithm>
-#include <iterator>
+#include <string_view>
 
 #include "platform/wide_system.h"
 

@@ -1,5 +1,7 @@
 #include "platform/plain_text.h"
 
+#include <cstddef>
+
 namespace platform {
 
 std::string Trim(std::string_view text) {

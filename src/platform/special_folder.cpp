@@ -1,7 +1,10 @@
 #include "platform/special_folder.h"
 
+#include <string>
+
 #include "platform/native_files.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 

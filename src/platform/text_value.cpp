@@ -1,9 +1,11 @@
 #include "platform/text_value.h"
 
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "platform/decimal.h"
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 
 namespace platform {

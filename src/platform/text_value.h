@@ -8,8 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/plain_text.h"
-
 namespace platform {
 
 // The number that the whole text is, blanks around it allowed; 0 for a text that is not a number.

@@ -1,9 +1,13 @@
 #include "platform/whole_file.h"
 
+#include <cstddef>
+
+#include "platform/handles.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 

@@ -1,5 +1,7 @@
 #include "platform/wide_system.h"
 
+#include <cstddef>
+
 #include "platform/system_functions.h"
 #include "platform/win32.h"
 

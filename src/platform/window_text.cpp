@@ -1,5 +1,7 @@
 #include "platform/window_text.h"
 
+#include <cstddef>
+
 namespace platform {
 
 std::string TextOfWindow(HWND window) {

@@ -2,7 +2,10 @@
 // A click keeps the settings variable equal to the box; loading and saving are one call each.
 #pragma once
 
+#include <string>
+
 #include "platform/controls.h"
+#include "platform/dialog.h"
 #include "settings/schema.h"
 
 namespace settings {

@@ -1,9 +1,13 @@
 #include "settings/settings_store.h"
 
+#include <optional>
+
 #include "platform/Reg32.h"
 #include "platform/app_title.h"
 #include "platform/handles.h"
+#include "platform/product.h"
 #include "platform/system_error.h"
+#include "platform/wide_text.h"
 
 namespace settings {
 using namespace platform;

@@ -1,7 +1,9 @@
 #include "settings/stored_settings.h"
 
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
+#include "settings/schema.h"
 #include "settings/settings_coupling.h"
 #include "settings/settings_store.h"
 

@@ -4,8 +4,6 @@
 #include <span>
 #include <string>
 
-#include "settings/settings_variables.h"
-
 namespace settings {
 
 // An item flag: its key and the variable that holds it.

@@ -1,6 +1,8 @@
 #include "shred/dialog_answer.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string_view>
 
 namespace shred {
 using namespace platform;

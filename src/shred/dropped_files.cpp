@@ -1,5 +1,7 @@
 #include "shred/dropped_files.h"
 
+#include <string>
+
 #include "platform/system_functions.h"
 #include "platform/wide_system.h"
 

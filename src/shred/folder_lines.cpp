@@ -1,5 +1,7 @@
 #include "shred/folder_lines.h"
 
+#include <cstddef>
+
 #include "shred/folder_chain.h"
 
 namespace shred {

@@ -1,6 +1,10 @@
 #include "shred/folder_removal.h"
 
+#include <string>
+#include <vector>
+
 #include "cleaners/folder_facts.h"
+#include "cleaners/folder_guard.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/mask_ending.h"
 #include "platform/message_pump.h"

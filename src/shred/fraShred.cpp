@@ -1,9 +1,13 @@
 #include "shred/fraShred.h"
 
+#include <cstddef>
+#include <vector>
+
 #include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
+#include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "shred/dropped_files.h"
 #include "shred/folder_removal.h"

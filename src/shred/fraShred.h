@@ -1,10 +1,15 @@
 // The panel "Shredder": the manual lists of files and folders, and the scheduled list.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "platform/controls.h"
+#include "platform/dialog.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
 #include "settings/bound_controls.h"
+#include "settings/schema.h"
 #include "shred/fraShred_ids.h"
 #include "shred/frmAddDir.h"
 #include "shred/shred_list.h"

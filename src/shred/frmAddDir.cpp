@@ -1,5 +1,9 @@
 #include "shred/frmAddDir.h"
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "platform/runtime_error.h"
 #include "platform/wide_system.h"
 #include "shred/subfolders.h"

@@ -3,6 +3,7 @@
 
 #include "platform/controls.h"
 #include "platform/dialog.h"
+#include "platform/path.h"
 #include "shred/folder_lines.h"
 #include "shred/frmAddDir_ids.h"
 

@@ -1,6 +1,7 @@
 #include "shred/list_file.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 

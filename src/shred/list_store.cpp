@@ -1,5 +1,7 @@
 #include "shred/list_store.h"
 
+#include <string>
+
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"

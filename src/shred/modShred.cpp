@@ -1,8 +1,15 @@
 #include "shred/modShred.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
 #include "platform/ErroHandle.h"
+#include "platform/handles.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
+#include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "shred/block_writer.h"
 #include "shred/overwrite_sequence.h"

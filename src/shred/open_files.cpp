@@ -1,10 +1,12 @@
 #include "shred/open_files.h"
 
+#include <cstddef>
 #include <string>
 
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 #include "shred/dialog_answer.h"
 
 namespace shred {

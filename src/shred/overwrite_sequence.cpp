@@ -1,6 +1,7 @@
 #include "shred/overwrite_sequence.h"
 
 #include <cmath>
+#include <string>
 
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"

@@ -1,6 +1,8 @@
 #include "shred/shred_list.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 
 namespace shred {
 using namespace platform;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/dialog.h"
 #include "platform/path.h"
 
 namespace shred {

@@ -6,6 +6,7 @@
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace shred {
 using namespace platform;

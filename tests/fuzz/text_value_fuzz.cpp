@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/plain_text.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 #include "property.h"

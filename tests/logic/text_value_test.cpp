@@ -1,4 +1,5 @@
 #include "platform/text_value.h"
+#include "platform/plain_text.h"
 
 #include <gtest/gtest.h>
 
