@@ -123,7 +123,6 @@ RuntimeError ShredFile(const Path& path, const std::string& levelText) {
     TakeAttributesAway(path);
     failure = DeleteFileShred(path, levelText);
   }
-  DoEventsNowAndThen();
   return failure;
 }
 
