@@ -4,11 +4,12 @@
 set(LOGIC_SOURCES
   src/platform/decimal.cpp
   src/platform/os_name.cpp
-  src/platform/path_text.cpp
+  src/platform/path.cpp
   src/platform/plain_text.cpp
   src/platform/runtime_error.cpp
   src/platform/system_error.cpp
   src/platform/text_value.cpp
+  src/platform/wide_text.cpp
   src/cleaners/cache_entry_rule.cpp
   src/cleaners/folder_guard.cpp
   src/cleaners/listed_names.cpp
@@ -50,6 +51,7 @@ set(WINDOWS_SOURCES
   src/platform/panel.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
+  src/platform/wide_system.cpp
   src/platform/window_text.cpp
   src/settings/bound_controls.cpp
   src/settings/settings_store.cpp

@@ -2,6 +2,7 @@
 
 #include "automation/run_value.h"
 #include "platform/Reg32.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
@@ -16,12 +17,6 @@ constexpr char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\"
 static_assert(EWX_REBOOT == 2 && (EWX_REBOOT | EWX_FORCE) == 6);
 static_assert((TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY) == 0x28);
 static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
-
-std::string ShortForm(const std::string& path) {
-  char shortPath[MAX_PATH] = "";
-  const DWORD length = ::GetShortPathNameA(path.c_str(), shortPath, sizeof shortPath);
-  return length < sizeof shortPath ? std::string(shortPath, length) : std::string();
-}
 
 }  // namespace
 
@@ -53,7 +48,7 @@ void RebootSystem(bool force) {
 
 void RegisterStartup() {
   if (settings::Settings[settings::Setting::LoadStartup] == "1") {
-    const std::string file = ProgramFile();
+    const Path file = ProgramFile();
     SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), RunValueData(file, ShortForm(file)), REG_SZ);
   } else {
     DeleteValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName());

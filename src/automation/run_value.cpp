@@ -1,39 +1,31 @@
 #include "automation/run_value.h"
 
-#include <string_view>
-
-#include "platform/path_text.h"
 #include "platform/product.h"
+#include "platform/wide_system.h"
 
 namespace automation {
 using namespace platform;
 
 namespace {
 
-std::string_view FolderPart(std::string_view file) {
-  const std::size_t slash = file.rfind('\\');
-  return slash == std::string_view::npos ? std::string_view() : file.substr(0, slash);
+WideText FolderPart(const Path& file) { return file.IsEmpty() ? WideText() : AppendBackslash(file.Parent().Shown()); }
+WideText BaseName(const Path& file) { return WideText(file.Name().substr(0, file.Name().rfind('.'))); }
+
+// What is read as it is written: without blanks and dots that are cut off, and of letters that the code page has.
+bool LeadsThere(const WideText& part) {
+  return part.find(' ') == WideText::npos && part.find(Wide<".\\">()) == WideText::npos && NarrowExactly(part);
 }
 
-std::string_view BaseName(std::string_view file) {
-  const std::string_view name = file.substr(file.rfind('\\') + 1);
-  return name.substr(0, name.rfind('.'));
-}
-
-using Part = std::string_view (*)(std::string_view);
-
-std::string_view WithoutBlank(std::string_view file, std::string_view shortFile, Part part) {
-  const bool cut = part(file).find(' ') != std::string_view::npos;
-  return cut && !part(shortFile).empty() ? part(shortFile) : part(file);
+std::string Chosen(const WideText& part, const WideText& shortPart) {
+  return Narrow(LeadsThere(part) || shortPart.empty() ? part : shortPart);
 }
 
 }  // namespace
 
 std::string RunValueName() { return QUELLIX_PRODUCT_NAME " - " QUELLIX_VERSION_TEXT; }
 
-std::string RunValueData(const std::string& file, const std::string& shortFile) {
-  return AppendBackslash(WithoutBlank(file, shortFile, &FolderPart)) +
-         std::string(WithoutBlank(file, shortFile, &BaseName)) + ".exe m";
+std::string RunValueData(const Path& file, const Path& shortFile) {
+  return Chosen(FolderPart(file), FolderPart(shortFile)) + Chosen(BaseName(file), BaseName(shortFile)) + ".exe m";
 }
 
 }  // namespace automation

@@ -6,69 +6,65 @@
 #include "cleaners/wipe_state.h"
 #include "platform/Reg32.h"
 #include "platform/message_pump.h"
-#include "platform/path_text.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
-#include "platform/text_value.h"
 
 namespace cleaners {
 using namespace platform;
 
 namespace {
 
-constexpr char kNavigator[] = "Software\\Netscape\\Netscape Navigator";
+constexpr WideView kNavigator = Wide<"Software\\Netscape\\Netscape Navigator">();
 
 // "FieldSchema.tbl" stands in it twice. That is meant and does no harm: the second attempt finds no file.
-constexpr const char* kTypedUrlFiles[] = {"FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "FieldSchema.tbl",
-                                          "URLFieldSchema.tbl"};
-constexpr char kTypedUrlNames[] = "FieldSchema.tbl SchemaConcat.tbl SchemaValue.tbl FieldSchema.tbl URLFieldSchema.tbl";
-constexpr const char* kMailFiles[] = {"mail\\trash", "mail\\trash.nsm"};
-constexpr char kMailNames[] = "trash trash.msf";
-constexpr const char* kCacheFolders[] = {"cache"};
+constexpr WideView kTypedUrlFiles[] = {Wide<"FieldSchema.tbl">(), Wide<"SchemaConcat.tbl">(), Wide<"SchemaValue.tbl">(),
+                                       Wide<"FieldSchema.tbl">(), Wide<"URLFieldSchema.tbl">()};
+constexpr WideView kTypedUrlNames =
+    Wide<"FieldSchema.tbl SchemaConcat.tbl SchemaValue.tbl FieldSchema.tbl URLFieldSchema.tbl">();
+constexpr WideView kMailFiles[] = {Wide<"mail\\trash">(), Wide<"mail\\trash.nsm">()};
+constexpr WideView kMailNames = Wide<"trash trash.msf">();
+constexpr WideView kCacheFolders[] = {Wide<"cache">()};
 
-std::string MachineText(const std::string& key, const char* value) {
-  return TextValue(HKEY_LOCAL_MACHINE, key, value).value_or("");
+WideText NavigatorText(WideView subKey, WideView value) {
+  return TextValue(HKEY_LOCAL_MACHINE, WideText(kNavigator).append(subKey), WideText(value)).value_or(L"");
 }
 
 // Both empty when there is no such profile. A folder that is no full path would be looked for below the current one.
-std::string CommunicatorProfile() {
-  const std::string users = std::string(kNavigator) + "\\Users";
-  const std::string user = Trim(MachineText(users, "CurrentUser"));
-  if (user.empty() || user.find('\\') != std::string::npos) return {};  // it names a key below "Users"
-  const std::string folder = MachineText(users + "\\" + user, "DirRoot");
-  return IsAbsolutePath(folder) ? AppendBackslash(folder) : "";
+Path CommunicatorProfile() {
+  const WideText user = Trim(NavigatorText(Wide<"\\Users">(), Wide<"CurrentUser">()));
+  if (user.empty() || user.find(L'\\') != WideText::npos) return {};  // it names a key below "Users"
+  return FullPath(NavigatorText(WideText(Wide<"\\Users\\">()).append(user), Wide<"DirRoot">()));
 }
 
-std::string Netscape6Profile() {
-  const std::string user = MachineText(std::string(kNavigator) + "\\biff", "CurrentUser");
-  const std::string install = MachineText(std::string(kNavigator) + "\\Main", "Install Directory");
-  return IsUserName(user) && IsAbsolutePath(install) ? ProfileFolderOf(install, user) : "";
+Path Netscape6Profile() {
+  const WideText user = NavigatorText(Wide<"\\biff">(), Wide<"CurrentUser">());
+  const WideText install = NavigatorText(Wide<"\\Main">(), Wide<"Install Directory">());
+  return IsUserName(user) && IsAbsolutePath(install) ? FullPath(ProfileFolderOf(install, user)) : Path();
 }
 
-// On no drive, and so nowhere, when the system knows neither of its two places.
-std::string MozillaRoot() {
-  const std::string profile = AppendBackslash(FindSpecialFolder(kProfileFolder));
-  if (profile != "\\") return profile + "Application Data\\Mozilla\\Profiles";
-  return AppendBackslash(FindSpecialFolder(kApplicationDataFolder)) + "Mozilla\\Profiles";
+// Empty when the system knows neither of its two places.
+Path MozillaRoot() {
+  const Path profile = FindSpecialFolder(kProfileFolder);
+  if (!profile.IsEmpty()) return profile / Wide<"Application Data\\Mozilla\\Profiles">();
+  return FindSpecialFolder(kApplicationDataFolder) / Wide<"Mozilla\\Profiles">();
 }
 
-// From the profile's folder, which ends in "\", down to the one that the target is in. What stands above the profile may
-// lead where it likes.
-bool LeadsThroughALink(const NativePath& target, const NativePath& profile) {
-  for (std::size_t end = target.rfind(L'\\'); end != NativePath::npos && end + 1 >= profile.size();
-       end = target.rfind(L'\\', end - 1))
-    if (IsLink(NativeAttributes(target.substr(0, end)))) return true;
+// From the profile's folder down to the one that the target is in. What the profile lies in may lead where it likes.
+bool LeadsThroughALink(const Path& target, const Path& profile) {
+  Path folder = target;
+  do {
+    folder.RemoveName();
+    if (IsLink(NativeAttributes(folder))) return true;
+  } while (!folder.IsRoot() && !(folder == profile));
   return false;
 }
 
 template <class Names>
-void AppendTargets(const std::string& profile, const Names& names, FileList& results) {
-  if (profile.empty()) return;
-  for (const char* name : names) {
-    const NativePath target = ToNativePath(profile + name);
-    if (!target.empty() && !LeadsThroughALink(target, ToNativePath(profile))) results.push_back(target);
-  }
+void AppendTargets(const Path& profile, const Names& names, FileList& results) {
+  if (profile.IsEmpty()) return;
+  for (const WideView name : names)
+    if (const Path target = profile / name; !LeadsThroughALink(target, profile)) results.push_back(target);
 }
 
 // What the two registered profiles hold of the targets, unless a stop is asked for and `always` is not.
@@ -90,69 +86,48 @@ void DeleteFiles(const FileList& list) {
   }
 }
 
-std::wstring_view NameOf(std::wstring_view path) {
-  if (path.ends_with(L'\\')) path.remove_suffix(1);
-  return path.substr(path.rfind(L'\\') + 1);
-}
-
-// A name outside the code page is none of those that are looked for.
-std::string PlainText(std::wstring_view name) {
-  std::string text;
-  for (const wchar_t character : name) text += character < 0x80 ? static_cast<char>(character) : '?';
-  return text;
-}
-
 class FileSearch final : public FolderVisitor {
  public:
-  FileSearch(const std::string& nameList, FileList& results) : nameList_(nameList), results_(results) {}
+  FileSearch(WideView nameList, FileList& results) : nameList_(nameList), results_(results) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const NativePath& path, const FolderEntry& entry) override {
-    if (IsInNameList(PlainText(entry.listedName), nameList_)) results_.push_back(path);
+  void AtFile(const Path& path, const FolderEntry& entry) override {
+    if (IsInNameList(entry.listedName, nameList_)) results_.push_back(path);
   }
-  void AtFolder(const NativePath&) override {}
+  void AtFolder(const Path&) override {}
 
  private:
-  const std::string& nameList_;
+  WideView nameList_;
   FileList& results_;
 };
 
 class FolderSearch final : public FolderVisitor {
  public:
-  FolderSearch(const std::string& name, FileList& results) : name_(name), results_(results) {}
+  FolderSearch(WideView name, FileList& results) : name_(name), results_(results) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const NativePath&, const FolderEntry&) override {}
-  void AtFolder(const NativePath& path) override {
-    if (path.ends_with(L'\\') && EqualIgnoringCase(PlainText(NameOf(path)), name_)) results_.push_back(path);
+  void AtFile(const Path&, const FolderEntry&) override {}
+  void AtFolder(const Path& path) override {
+    if (EqualIgnoringCase(path.Name(), name_)) results_.push_back(path);
   }
+  void AtLink(const Path&) override {}
 
  private:
-  const std::string& name_;
+  WideView name_;
   FileList& results_;
 };
 
 class Emptying final : public FolderVisitor {
  public:
   bool IsOver() override { return StopErase; }
-  void AtFile(const NativePath& path, const FolderEntry& entry) override {
+  void AtFile(const Path& path, const FolderEntry& entry) override {
     static_cast<void>(OverwriteAndDelete(path, entry.size, WipePasses));
   }
-  void AtFolder(const NativePath& path) override { NativeRemoveFolder(path); }
+  void AtFolder(const Path& path) override { NativeRemoveFolder(path); }
 };
 
-void Search(const std::string& root, FolderVisitor& search) {
-  const NativePath native = WalkableFolder(root);
-  if (!native.empty()) WalkFolder(native, search);
-}
-
-// With or without "\" behind it. Nothing for a path that could not be formed: walked through, it would be the current
-// folder.
-void ClearNativeDirectory(NativePath folder) {
-  if (folder.ends_with(L'\\')) folder.pop_back();
-  if (!IsFolderAndNoLink(NativeAttributes(folder))) return;
-  Emptying emptying;
-  WalkFolder(folder + L'\\', emptying);
+void Search(const Path& root, FolderVisitor& search) {
+  if (IsWalkableFolder(root)) WalkFolder(root, search);
 }
 
 }  // namespace
@@ -171,27 +146,25 @@ void CleanNetscapeMail() {
 
 void CleanNescapeCache() {
   FileList list = Collect(kCacheFolders, true);
-  quietly([&] { FindFoldersByName(MozillaRoot(), "cache", list); });
-  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) ClearNativeDirectory(list[index]);
+  quietly([&] { FindFoldersByName(MozillaRoot(), Wide<"cache">(), list); });
+  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) ClearDirectory(list[index]);
 }
 
-void FindFilesByName(const std::string& root, const std::string& nameList, FileList& results) {
+void FindFilesByName(const Path& root, WideView nameList, FileList& results) {
   FileSearch search(nameList, results);
   Search(root, search);
 }
 
-void FindFoldersByName(const std::string& root, const std::string& name, FileList& results) {
+void FindFoldersByName(const Path& root, WideView name, FileList& results) {
   FolderSearch search(name, results);
   Search(root, search);
 }
 
-void DeleteFile(const NativePath& path, const std::int16_t& passes) {
-  static_cast<void>(OverwriteAndDeleteIfThere(path, passes));
-}
+void DeleteFile(const Path& path, const std::int16_t& passes) { static_cast<void>(OverwriteAndDeleteIfThere(path, passes)); }
 
-void ClearDirectory(const std::string& folder) {
-  const NativePath native = WalkableFolder(folder);
-  if (!native.empty()) ClearNativeDirectory(native);
+void ClearDirectory(const Path& folder) {
+  Emptying emptying;
+  Search(folder, emptying);
 }
 
 }  // namespace cleaners

@@ -6,10 +6,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
-#include "platform/native_files.h"
+#include "platform/path.h"
 
 namespace cleaners {
 using namespace platform;
@@ -19,19 +18,19 @@ void CleanNetscapeMail();
 void CleanNescapeCache();
 
 // What a cleaner collects. The first element is always empty; what is to be removed begins at index 1.
-using FileList = std::vector<NativePath>;
+using FileList = std::vector<Path>;
 
 // Appends every file below `root` whose name occurs in the list's text (netscape_rules.h), and every folder whose name is
-// `name`, case aside. Links are not followed. Nothing is found below a root that cannot be opened.
-void FindFilesByName(const std::string& root, const std::string& nameList, FileList& results);
-void FindFoldersByName(const std::string& root, const std::string& name, FileList& results);
+// `name`, ignoring case. Links are not followed. Nothing is found below a root that cannot be opened.
+void FindFilesByName(const Path& root, WideView nameList, FileList& results);
+void FindFoldersByName(const Path& root, WideView name, FileList& results);
 
 // Overwrites an existing file as many times as `passes` says (WipePasses: not once) and deletes it, unless the stop request
 // comes meanwhile.
-void DeleteFile(const NativePath& path, const std::int16_t& passes);
+void DeleteFile(const Path& path, const std::int16_t& passes);
 
 // Deletes what is in the folder, to any depth; the folder itself stays. A link in it goes as a link. Does nothing for an
-// empty text, a root and a folder that is a link itself.
-void ClearDirectory(const std::string& folder);
+// empty path, a root and a folder that is a link itself.
+void ClearDirectory(const Path& folder);
 
 }  // namespace cleaners

@@ -21,31 +21,30 @@ constexpr DWORD kNotPlain =
 
 bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotPlain) == 0; }
 
-void CleanFile(const std::string& path) {
+void CleanFile(const Path& path) {
   quietly([&] {
-    const NativePath native = ToNativePath(path);
-    if (IsPlainFile(NativeAttributes(native))) NativeDeleteFile(native);
+    if (IsPlainFile(NativeAttributes(path))) NativeDeleteFile(path);
   });
 }
 
 // The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
-void CleanFolder(const std::string& path) {
+void CleanFolder(const Path& folder) {
   quietly([&] {
-    const NativePath folder = ToNativePath(path);
     const DWORD attributes = NativeAttributes(folder);
     if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
-    FolderListing listing(folder + L'\\');
+    FolderListing listing(folder);
     for (FolderEntry entry; !StopErase && listing.Next(entry);) {
-      if (IsPlainFile(entry.attributes)) NativeDeleteFile(folder + L'\\' + entry.name);
+      if (IsPlainFile(entry.attributes)) NativeDeleteFile(folder / entry.name);
       DoEventsNowAndThen();
     }
   });
 }
 
-// Empty when the system does not know the folder of application data: the rest alone would be a path below the current one.
-std::string InProfile7(const char* name) {
-  const std::string folder = valueOr(std::string(), [] { return GetSpecialFolder(kApplicationDataFolder); });
-  return folder.empty() ? "" : folder + "Opera\\OPERA7\\profile\\" + name;
+Path InInstallation(WideView name) { return PathOf(Widen(OperaPath()).append(name)); }
+
+Path InProfile7(WideView name) {
+  const Path folder = valueOr(Path(), [] { return GetSpecialFolder(kApplicationDataFolder); });
+  return folder / Wide<"Opera\\OPERA7\\profile">() / name;
 }
 
 }  // namespace
@@ -55,19 +54,16 @@ std::string OperaPath() {
   return std::to_string(GetSettingString(HKEY_LOCAL_MACHINE, kOperaKey, "Path"));
 }
 
-std::string GetSpecialFolder(int identifier) {
-  const std::string folder = FindSpecialFolder(identifier);
-  return folder.empty() ? "" : folder + "\\";
-}
+Path GetSpecialFolder(int identifier) { return FindSpecialFolder(identifier); }
 
-void CleanOperaCookies() { CleanFile(OperaPath() + "\\cookies.dat"); }
-void CleanOpera7Cookies() { CleanFile(InProfile7("cookies4.dat")); }
-void CleanOperaCache() { CleanFolder(OperaPath() + "\\Cache"); }
-void CleanOpera7Cache() { CleanFolder(InProfile7("cache4")); }
+void CleanOperaCookies() { CleanFile(InInstallation(Wide<"\\cookies.dat">())); }
+void CleanOpera7Cookies() { CleanFile(InProfile7(Wide<"cookies4.dat">())); }
+void CleanOperaCache() { CleanFolder(InInstallation(Wide<"\\Cache">())); }
+void CleanOpera7Cache() { CleanFolder(InProfile7(Wide<"cache4">())); }
 
 void CleanOperaTypedUrls() {
-  CleanFile(InProfile7("global.dat"));
-  CleanFile(InProfile7("opera.dir"));
+  CleanFile(InProfile7(Wide<"global.dat">()));
+  CleanFile(InProfile7(Wide<"opera.dir">()));
 }
 
 }  // namespace cleaners

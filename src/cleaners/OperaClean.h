@@ -4,7 +4,10 @@
 
 #include <string>
 
+#include "platform/path.h"
+
 namespace cleaners {
+using namespace platform;
 
 void CleanOperaCookies();
 void CleanOpera7Cookies();
@@ -16,7 +19,7 @@ void CleanOperaTypedUrls();
 // in a folder "0" below the current one. That is meant.
 std::string OperaPath();
 
-// The path of a shell folder (a CSIDL_ value of shlobj.h) with "\" behind it; empty when the system does not know it.
-std::string GetSpecialFolder(int identifier);
+// The path of a shell folder (a CSIDL_ value of shlobj.h); empty when the system does not know it.
+Path GetSpecialFolder(int identifier);
 
 }  // namespace cleaners

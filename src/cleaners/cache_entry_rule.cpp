@@ -12,8 +12,6 @@ bool IsRemovedByCacheWalk(std::string_view url) {
 
 bool IsCookieUrl(std::string_view url) { return url.substr(0, 7) == "Cookie:"; }
 
-std::string CookieName(std::string_view localFileName) {
-  return std::string(localFileName.substr(localFileName.rfind('\\') + 1));
-}
+WideText CookieName(WideView localFileName) { return WideText(localFileName.substr(localFileName.rfind('\\') + 1)); }
 
 }  // namespace cleaners

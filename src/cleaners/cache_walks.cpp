@@ -25,7 +25,7 @@ void WalkUrlCache(const char* pattern, Visit visit) {
 // 0 for an entry without a file and for a file that is gone.
 std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
   if (walk.LocalFile().empty()) return 0;
-  return valueOr(std::int64_t{0}, [&] { return static_cast<std::int64_t>(FileLen(walk.LocalFile())); });
+  return valueOr(std::int64_t{0}, [&] { return static_cast<std::int64_t>(FileLen(SpelledPath(walk.LocalFile()))); });
 }
 
 }  // namespace

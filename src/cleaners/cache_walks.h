@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+
+#include "platform/wide_text.h"
 
 namespace cleaners {
+using namespace platform;
 
 // Temporary internet files: everything but the history's entries, cookies included (cache_entry_rule.h).
 std::int64_t ClearUrlCache();
@@ -16,7 +18,7 @@ std::int64_t ClearCookies();
 // What the cookie walk asks whether a cookie is to be kept.
 class KeepList {
  public:
-  virtual bool Holds(const std::string& cookieName) const = 0;
+  virtual bool Holds(const WideText& cookieName) const = 0;
 
  protected:
   ~KeepList() = default;

@@ -1,17 +1,18 @@
 // The cleaners' log hook. It deliberately records nothing; the visible lines of a run are written by the run itself.
 #pragma once
 
-#include <string>
+#include "platform/wide_text.h"
 
 namespace cleaners {
+using namespace platform;
 
-using CleanLog = void (*)(const std::string& text1, const std::string& text2);
+using CleanLog = void (*)(WideView text1, WideView text2);
 
-inline void RecordNothing(const std::string&, const std::string&) {}
+inline void RecordNothing(WideView, WideView) {}
 
 inline CleanLog LogCleanResult = &RecordNothing;
 
 // Now, as the long date, " @ " and the long time of the user's locale.
-std::string ResultStamp();
+WideText ResultStamp();
 
 }  // namespace cleaners

@@ -5,7 +5,6 @@
 #include "cleaners/wipe_file.h"
 #include "cleaners/wipe_state.h"
 #include "platform/message_pump.h"
-#include "platform/path_text.h"
 #include "platform/stop_request.h"
 
 namespace cleaners {
@@ -13,9 +12,9 @@ using namespace platform;
 
 namespace {
 
-void RemoveAndLog(const NativePath& folder) {
+void RemoveAndLog(const Path& folder) {
   NativeRemoveFolder(folder);
-  LogCleanResult(AppendBackslash(ShownPath(folder)) + " Erased", ResultStamp());
+  LogCleanResult(AppendBackslash(folder.Shown()).append(Wide<" Erased">()), ResultStamp());
 }
 
 class Clearing final : public FolderVisitor {
@@ -23,8 +22,8 @@ class Clearing final : public FolderVisitor {
   explicit Clearing(bool removeSubFolders) : removeSubFolders_(removeSubFolders) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const NativePath& path, const FolderEntry& entry) override { WipeListedFile(path, entry.size, WipePasses); }
-  void AtFolder(const NativePath& path) override {
+  void AtFile(const Path& path, const FolderEntry& entry) override { WipeListedFile(path, entry.size, WipePasses); }
+  void AtFolder(const Path& path) override {
     if (removeSubFolders_) RemoveAndLog(path);
   }
 
@@ -34,13 +33,12 @@ class Clearing final : public FolderVisitor {
 
 }  // namespace
 
-void ClearFolderContents(const std::string& folder, bool removeFolder, bool removeSubFolders) {
+void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFolders) {
   DoEvents();
-  const NativePath root = WalkableFolder(folder);
-  if (root.empty()) return;
+  if (!IsWalkableFolder(folder)) return;
   Clearing clearing(removeSubFolders);
-  WalkFolder(root, clearing);
-  if (removeFolder && !StopErase) RemoveAndLog(root);
+  WalkFolder(folder, clearing);
+  if (removeFolder && !StopErase) RemoveAndLog(folder);
 }
 
 }  // namespace cleaners

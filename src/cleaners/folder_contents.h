@@ -1,15 +1,16 @@
 // Removing what a folder holds, to any depth, and nothing outside of it.
 #pragma once
 
-#include <string>
+#include "platform/path.h"
 
 namespace cleaners {
+using namespace platform;
 
 // Deletes every file in `folder`; with `removeSubFolders` also its subfolders, else only what they hold; with
 // `removeFolder` the folder itself at the end. Goes on past whatever cannot be deleted and stops at the stop request.
 //
 // The walk stays inside: a link to a folder is removed as a link and never entered, and nothing happens when `folder` is
-// empty, relative, a root or itself a link. Window events run now and then.
-void ClearFolderContents(const std::string& folder, bool removeFolder, bool removeSubFolders);
+// empty, a root or itself a link. Window events run now and then.
+void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFolders);
 
 }  // namespace cleaners

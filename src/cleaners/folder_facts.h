@@ -5,14 +5,11 @@
 
 namespace cleaners {
 
-// The facts about `folder`, a full path with or without "\" behind it. `keep` holds full paths, empty ones among them.
-FolderFacts FindFolderFacts(const std::string& folder, const std::vector<std::string>& keep);
+// The facts about `folder`. Paths of `keep` may be empty.
+FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep);
 
-// Windows, its system folder, Program Files, the program's own folder and the profile; an empty text for each that the
+// Windows, its system folder, Program Files, the program's own folder and the profile; an empty path for each that the
 // system does not tell.
-std::vector<std::string> SystemFolders();
-
-// The text of an environment variable; empty when it is not set or no path.
-std::string EnvironmentText(const char* name);
+std::vector<Path> SystemFolders();
 
 }  // namespace cleaners

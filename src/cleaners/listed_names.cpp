@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
-#include "platform/text_value.h"
-
 namespace cleaners {
 using namespace platform;
 
-bool IsListed(const std::vector<std::string>& names, const std::string& name) {
+bool IsListed(const std::vector<WideText>& names, WideView name) {
   return std::find(names.begin(), names.end(), Trim(name)) != names.end();
 }
 

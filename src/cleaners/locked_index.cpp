@@ -6,7 +6,6 @@
 
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
-#include "platform/path_text.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
@@ -22,8 +21,8 @@ constexpr std::size_t kBlock = 0x10000;  // bytes
 
 // In its place and without cutting it first, so that the blanks lie where the traces lay. The blanks are on the disk when
 // the file is closed.
-void FillWithBlanks(const std::string& path, std::uint64_t length) {
-  const UniqueFile file = NativeOpenForWriting(ToNativePath(path));
+void FillWithBlanks(const Path& path, std::uint64_t length) {
+  const UniqueFile file = NativeOpenForWriting(path);
   if (!file) RaiseLastError();
   const std::string blanks(static_cast<std::size_t>(std::min<std::uint64_t>(length, kBlock)), ' ');
   for (std::uint64_t left = length; left > 0;) {
@@ -35,12 +34,10 @@ void FillWithBlanks(const std::string& path, std::uint64_t length) {
   if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 
-void ClearIndexFile(SpecialFolder folder, const char* name) {
+void ClearIndexFile(SpecialFolder folder, WideView name) {
   quietly([&] {
-    const std::string place = FindSpecialFolder(folder);
-    if (place.empty()) return;  // the system does not know the folder; the name alone would mean the drive's root
-    const std::string path = AppendBackslash(place) + name;
-    if (IsLink(NativeAttributes(ToNativePath(path)))) return;  // the blanks would fill another file
+    const Path path = FindSpecialFolder(folder) / name;
+    if (IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
     const std::uint64_t length = FileLen(path);
     if (!StopErase) FillWithBlanks(path, length);
   });
@@ -49,9 +46,9 @@ void ClearIndexFile(SpecialFolder folder, const char* name) {
 }  // namespace
 
 void ClearLockedIndexFiles() {
-  ClearIndexFile(kCookiesFolder, "index.dat");
-  ClearIndexFile(kHistoryFolder, "index.dat");
-  ClearIndexFile(kHistoryFolder, "history.ie5\\index.dat");
+  ClearIndexFile(kCookiesFolder, Wide<"index.dat">());
+  ClearIndexFile(kHistoryFolder, Wide<"index.dat">());
+  ClearIndexFile(kHistoryFolder, Wide<"history.ie5\\index.dat">());
 }
 
 }  // namespace cleaners

@@ -6,6 +6,7 @@
 #include "platform/Reg32.h"
 #include "platform/handles.h"
 #include "platform/main_window.h"
+#include "platform/native_files.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
@@ -54,9 +55,12 @@ void ClearRunMRU() {
 void cmdAutoComplte() {
   if (StopErase) return;
   reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
-    const std::string companion = ProgramFolder() + "\\iea.exe";
+    const Path companion = ProgramFolder() / Wide<"iea.exe">();
     // The working directory is the text "1", too: meant. The companion needs none.
-    late::ShellOpen(MainWindowHandle, "open", companion.c_str(), "1", "1", SW_HIDE);
+    if (UsesWideNames())
+      late::ShellOpenWide(MainWindowHandle, L"open", companion.Shown().c_str(), L"1", L"1", SW_HIDE);
+    else
+      late::ShellOpen(MainWindowHandle, "open", AnsiForm(companion).c_str(), "1", "1", SW_HIDE);
   });
 }
 

@@ -11,7 +11,7 @@ using namespace platform;
 
 void ClearRecentDocs() {
   resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
-  resumeNext([] { LogCleanResult("Recent Docs List Cleared", ResultStamp()); });
+  resumeNext([] { LogCleanResult(Wide<"Recent Docs List Cleared">(), ResultStamp()); });
 }
 
 void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noProgress, bool noSound) {
@@ -19,16 +19,16 @@ void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noP
     const std::string root = RecycleBinRoot(driveRoot);
     late::SHEmptyRecycleBin(MainWindowHandle, root.c_str(), RecycleBinFlags(noConfirmation, noProgress, noSound));
   });
-  resumeNext([] { LogCleanResult("Recycle Bin Cleared ", ResultStamp()); });
+  resumeNext([] { LogCleanResult(Wide<"Recycle Bin Cleared ">(), ResultStamp()); });
 }
 
 void ClearClipboard() {
   ::OpenClipboard(MainWindowHandle);
   resumeNext([] {
     if (::EmptyClipboard())
-      LogCleanResult("Clipboard Cleared", ResultStamp());
+      LogCleanResult(Wide<"Clipboard Cleared">(), ResultStamp());
     else
-      LogCleanResult("Clipboard ", "Terminated");
+      LogCleanResult(Wide<"Clipboard ">(), Wide<"Terminated">());
   });
   ::CloseClipboard();
 }

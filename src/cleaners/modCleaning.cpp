@@ -48,19 +48,22 @@ void ClearWindowsTemp() {
   resumeNext([] {
     const TempFolderFacts facts = FindTempFolderFacts();
     if (!MayCleanTempFolder(facts)) {
-      LogCleanResult("Windows Temporary Files", "Terminated");
+      LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }
-    ClearFolderContents(facts.reported, false, true);
-    LogCleanResult(StopErase ? "Windows Temporary Files **** aborted by user" : "Windows Temporary Files Cleared",
-                   ResultStamp());
+    ClearFolderContents(FullPath(facts.reported), false, true);
+    LogCleanResult(
+        StopErase ? Wide<"Windows Temporary Files **** aborted by user">() : Wide<"Windows Temporary Files Cleared">(),
+        ResultStamp());
   });
 }
 
 void ClearScanDiskFiles() {
-  resumeNext([] { WipeMatchingFiles("C:\\*.chk"); });
-  resumeNext([] { WipeMatchingFiles("D:\\*.chk"); });
-  resumeNext([] { LogCleanResult(StopErase ? "Scan Disk Files **** aborted by user" : "Scan Disk Files", ResultStamp()); });
+  resumeNext([] { WipeMatchingFiles(Wide<"C:\\*.chk">()); });
+  resumeNext([] { WipeMatchingFiles(Wide<"D:\\*.chk">()); });
+  resumeNext([] {
+    LogCleanResult(StopErase ? Wide<"Scan Disk Files **** aborted by user">() : Wide<"Scan Disk Files">(), ResultStamp());
+  });
 }
 
 void ClearFind() {
@@ -68,9 +71,9 @@ void ClearFind() {
     ClearFindKey(kFindFilesKey);
     ClearFindKey(kFindBarKey);  // also after a stop within the first key, then without its value loop
     if (StopErase)
-      LogCleanResult("Find File List", "**Aborted**");
+      LogCleanResult(Wide<"Find File List">(), Wide<"**Aborted**">());
     else
-      LogCleanResult("Find File List Cleared", ResultStamp());
+      LogCleanResult(Wide<"Find File List Cleared">(), ResultStamp());
   });
 }
 
@@ -81,7 +84,7 @@ void ClearRegistryStreams() {
     SaveKeyValue(HKEY_CURRENT_USER, "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management",
                  "ClearPageFileAtShutdown", "0", REG_SZ);
   });
-  resumeNext([] { LogCleanResult("Registry Streams Cleared", ResultStamp()); });
+  resumeNext([] { LogCleanResult(Wide<"Registry Streams Cleared">(), ResultStamp()); });
 }
 
 }  // namespace cleaners

@@ -1,17 +1,17 @@
 #include "cleaners/temp_folder.h"
 
 #include "cleaners/folder_facts.h"
-#include "platform/path_text.h"
 #include "platform/special_folder.h"
-#include "platform/win32.h"
+#include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;
 
 namespace {
 
-std::vector<std::string> FoldersToKeep() {
-  std::vector<std::string> folders = SystemFolders();
+std::vector<Path> FoldersToKeep() {
+  std::vector<Path> folders = SystemFolders();
   for (const int folder : {kDesktopFolder, kDocumentsFolder, kApplicationDataFolder, kLocalApplicationDataFolder})
     folders.push_back(FindSpecialFolder(folder));
   return folders;
@@ -19,18 +19,22 @@ std::vector<std::string> FoldersToKeep() {
 
 }  // namespace
 
-std::string GetTempDir() {
-  char folder[256] = "";
-  const DWORD length = ::GetTempPathA(255, folder);
-  return length < 255 ? folder : "";
+WideText GetTempDir() {
+  constexpr DWORD kSize = 255;  // characters, the NUL among them
+  if (UsesWideNames()) {
+    wchar_t folder[kSize] = L"";
+    return late::GetTempPathWide(kSize, folder) < kSize ? folder : L"";
+  }
+  char folder[kSize] = "";
+  return Widen(::GetTempPathA(kSize, folder) < kSize ? folder : "");
 }
 
 TempFolderFacts FindTempFolderFacts() {
   TempFolderFacts facts;
-  facts.configured = EnvironmentText("TMP");
-  if (facts.configured.empty()) facts.configured = EnvironmentText("TEMP");
+  facts.configured = EnvironmentText(Wide<"TMP">());
+  if (facts.configured.empty()) facts.configured = EnvironmentText(Wide<"TEMP">());
   facts.reported = AppendBackslash(GetTempDir());
-  static_cast<FolderFacts&>(facts) = FindFolderFacts(facts.reported, FoldersToKeep());
+  static_cast<FolderFacts&>(facts) = FindFolderFacts(FullPath(facts.reported), FoldersToKeep());
   return facts;
 }
 

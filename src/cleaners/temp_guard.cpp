@@ -1,8 +1,5 @@
 #include "cleaners/temp_guard.h"
 
-#include "platform/path_text.h"
-#include "platform/text_value.h"
-
 namespace cleaners {
 using namespace platform;
 
@@ -16,10 +13,10 @@ bool IsTheNamedFolder(const TempFolderFacts& facts) {
 }  // namespace
 
 bool MayCleanTempFolder(const TempFolderFacts& facts) {
-  const std::string name = UpperCase(Trim(facts.reported));
-  if (name == "C:\\WINDOWS\\" || name == "C:\\WINNT\\") return false;
+  const WideText name = Trim(facts.reported);
+  if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
   if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
-  if (facts.reported.find_first_of("*?") != std::string::npos) return false;  // what became of the characters not held
+  if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return false;
   return MayEmptyFolder(facts);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;
@@ -22,7 +23,7 @@ bool UrlCacheWalk::Next() {
   if (!valueOr(false, [this] { return Fetch(); })) return false;
   block_.ReadFrom(&record_, sizeof record_);
   url_ = Text(record_.sourceUrlName);
-  localFile_ = Text(record_.localFileName);
+  localFile_ = Widen(Text(record_.localFileName));
   return true;
 }
 

@@ -7,6 +7,7 @@
 #include "cleaners/url_cache_record.h"
 #include "platform/clsMemoryManagement.h"
 #include "platform/handles.h"
+#include "platform/wide_text.h"
 
 namespace cleaners {
 using namespace platform;
@@ -26,8 +27,8 @@ class UrlCacheWalk {
   // False behind the last entry; what is known of the one before is then empty. An entry that went meanwhile has no URL.
   bool Next();
 
-  const std::string& Url() const { return url_; }              // empty when it has none
-  const std::string& LocalFile() const { return localFile_; }  // full path; empty for an entry without a file
+  const std::string& Url() const { return url_; }           // empty when it has none
+  const WideText& LocalFile() const { return localFile_; }  // as the cache has it; empty for an entry without a file
 
   // Removes the entry together with its file. One that is in use, or gone by now, stays as it is.
   void DeleteEntry();
@@ -44,7 +45,7 @@ class UrlCacheWalk {
   DWORD blockSize_ = 0;  // bytes
   UrlCacheRecord record_{};
   std::string url_;
-  std::string localFile_;
+  WideText localFile_;
 };
 
 }  // namespace cleaners

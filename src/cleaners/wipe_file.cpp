@@ -7,6 +7,7 @@
 #include "cleaners/wipe_fill.h"
 #include "cleaners/wipe_state.h"
 #include "platform/message_pump.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 
@@ -33,7 +34,7 @@ struct PassOutcome {
   RuntimeError failure;
 };
 
-PassOutcome Overwrite(const NativePath& path, std::uint64_t length) {
+PassOutcome Overwrite(const Path& path, std::uint64_t length) {
   const FillBlocks blocks = MakeFillBlocks(RandomFillCharacter(), RandomFillCharacter());
   UniqueFile file;
   const RuntimeError failure = failureOf([&] {
@@ -54,7 +55,7 @@ PassOutcome Overwrite(const NativePath& path, std::uint64_t length) {
 
 }  // namespace
 
-RuntimeError OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+RuntimeError OverwriteAndDelete(const Path& path, std::uint64_t length, std::int16_t passes) {
   PassOutcome outcome{true, {}};
   for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
   if (outcome.failure || StopErase) return outcome.failure;
@@ -63,32 +64,32 @@ RuntimeError OverwriteAndDelete(const NativePath& path, std::uint64_t length, st
   });
 }
 
-RuntimeError OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes) {
+RuntimeError OverwriteAndDeleteIfThere(const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
   return OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
 }
 
-bool FileExistsFs(const NativePath& path) {
+bool FileExistsFs(const Path& path) {
   const DWORD attributes = NativeAttributes(path);
   return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes);
 }
 
-void WipeFile(const std::string& path, std::int16_t passes) {
-  if (const RuntimeError failure = OverwriteAndDeleteIfThere(ToNativePath(path), passes))
-    LogCleanResult(path, failure.description);
+void WipeFile(const Path& path, std::int16_t passes) {
+  if (const RuntimeError failure = OverwriteAndDeleteIfThere(path, passes))
+    LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
-void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes) {
+void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes) {
   if (const RuntimeError failure = OverwriteAndDelete(path, length, passes))
-    LogCleanResult(ShownPath(path), failure.description);
+    LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
-void WipeMatchingFiles(const std::string& mask) {
-  WIN32_FIND_DATAA found;
-  const UniqueFind find(::FindFirstFileA(mask.c_str(), &found));
-  for (bool more = static_cast<bool>(find); more && !StopErase; more = ::FindNextFileA(find.get(), &found) != 0) {
-    const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (!folder && IsMeantByMask(found.cFileName, mask)) WipeFile(found.cFileName, WipePasses);
+void WipeMatchingFiles(WideView mask) {
+  const std::size_t name = mask.rfind(L'\\') + 1;
+  FolderListing listing(PathOf(name == 0 ? Wide<".">() : mask.substr(0, name)), mask.substr(name));
+  for (FolderEntry entry; !StopErase && listing.Next(entry);) {
+    if (!IsFolder(entry.attributes) && IsMeantByMask(entry.listedName, mask))
+      WipeFile(PathOf(Wide<".">()) / entry.name, WipePasses);
     DoEventsNowAndThen();
   }
 }

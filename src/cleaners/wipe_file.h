@@ -2,9 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
-#include "platform/native_files.h"
+#include "platform/path.h"
 #include "platform/runtime_error.h"
 
 namespace cleaners {
@@ -12,23 +11,23 @@ using namespace platform;
 
 // True for an existing file, false for a folder. The scripting file-system object gives the same answer; asking it costs
 // a COM object a file.
-bool FileExistsFs(const NativePath& path);
+bool FileExistsFs(const Path& path);
 
 // Deletes the file, overwritten `passes` times; nothing for a missing file. A failure goes to the cleaners' log hook.
-void WipeFile(const std::string& path, std::int16_t passes);
+void WipeFile(const Path& path, std::int16_t passes);
 
 // What both do with the file: overwrites it `passes` times over `length` bytes and deletes it, unless the stop request comes
 // meanwhile. Gives what failed, if anything did.
-[[nodiscard]] RuntimeError OverwriteAndDelete(const NativePath& path, std::uint64_t length, std::int16_t passes);
+[[nodiscard]] RuntimeError OverwriteAndDelete(const Path& path, std::uint64_t length, std::int16_t passes);
 
 // The same for a path that may lead to no file: then nothing is done. The file is asked for its length.
-[[nodiscard]] RuntimeError OverwriteAndDeleteIfThere(const NativePath& path, std::int16_t passes);
+[[nodiscard]] RuntimeError OverwriteAndDeleteIfThere(const Path& path, std::int16_t passes);
 
 // What WipeFile does, for a file that a listing has just named: `length` is its size in bytes.
-void WipeListedFile(const NativePath& path, std::uint64_t length, std::int16_t passes);
+void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes);
 
 // WipeFile on every name that a listing of `mask` returns, hidden files included, until the stop request. The bare name is
 // used as the listing returns it, so a file is found only relative to the current folder. That is meant.
-void WipeMatchingFiles(const std::string& mask);
+void WipeMatchingFiles(WideView mask);
 
 }  // namespace cleaners

@@ -5,7 +5,6 @@
 #include "cookies/keep_list.h"
 #include "cookies/mdCookies.h"
 #include "platform/message_pump.h"
-#include "platform/path_text.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 
@@ -13,8 +12,8 @@ namespace cookies {
 using namespace platform;
 
 namespace {
-constexpr char kFileName[] = "SafeCookie.dat";
-}
+Path KeepListFile() { return ProgramFolder() / Wide<"SafeCookie.dat">(); }
+}  // namespace
 
 // Filling and moving let window events run, and one of them may close the window, even open it anew: the work that was
 // going on is then over. Meanwhile a button begins nothing else, so that no half-filled list is moved or saved.
@@ -78,7 +77,7 @@ void frmCookie::OnClick(int id) {
 
 void frmCookie::Load() {
   const Work work(*this);
-  const bool read = LoadList(SafeList, AppendBackslash(ProgramFolder()) + kFileName, &work.Over());
+  const bool read = LoadList(SafeList, KeepListFile(), &work.Over());
   if (work.Over()) return;
   keepListRead_ = read;
   ShowCurrentCookies(work);
@@ -98,7 +97,7 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     if (work.Over()) return;
   }
   const ListBox::Filling quietly(lstKeeplist);
-  for (const std::string& name : WithoutKept(current, kept)) {
+  for (const WideText& name : WithoutKept(current, kept)) {
     lstKeeplist.AddItem(name);
     DoEvents();
     if (work.Over()) return;
@@ -127,7 +126,7 @@ void frmCookie::MoveAll(ListBox& from, ListBox& to) {
 
 void frmCookie::SaveAndClose() {
   // A list that could not be read is not overwritten by an empty one.
-  if (keepListRead_ || SafeList.ListCount() > 0) SaveList(SafeList, ProgramFolder() + "\\" + kFileName);
+  if (keepListRead_ || SafeList.ListCount() > 0) SaveList(SafeList, KeepListFile());
   Unload();
 }
 

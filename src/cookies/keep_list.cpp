@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "platform/text_value.h"
+#include "platform/wide_system.h"
 
 namespace cookies {
 using namespace platform;
@@ -44,7 +44,7 @@ std::string NextField(std::string_view text, std::size_t& position) {
   return std::string(field);
 }
 
-std::string Normal(std::string_view name) { return UpperCase(Trim(name)); }
+WideText Normal(WideView name) { return UpperCase(Trim(name)); }
 
 }  // namespace
 
@@ -52,23 +52,23 @@ CookieNames ReadKeepList(std::string_view text) {
   std::string readable(text);
   std::erase(readable, '\0');
   CookieNames names;
-  for (std::size_t position = 0; position < readable.size();) names.push_back(NextField(readable, position));
+  for (std::size_t position = 0; position < readable.size();) names.push_back(Widen(NextField(readable, position)));
   return names;
 }
 
 std::string KeepListText(const CookieNames& names) {
   std::string text;
-  for (const std::string& name : names) text += name + "\r\n";
+  for (const WideText& name : names) text += Narrow(name) + "\r\n";
   return text;
 }
 
-bool IsSameCookie(std::string_view one, std::string_view other) { return Normal(one) == Normal(other); }
+bool IsSameCookie(WideView one, WideView other) { return Normal(one) == Normal(other); }
 
 CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept) {
-  std::map<std::string, std::size_t> toTake;  // how many lines of each name
-  for (const std::string& name : kept) ++toTake[Normal(name)];
+  std::map<WideText, std::size_t> toTake;  // how many lines of each name
+  for (const WideText& name : kept) ++toTake[Normal(name)];
   CookieNames left;
-  for (const std::string& name : current) {
+  for (const WideText& name : current) {
     const auto found = toTake.find(Normal(name));
     if (found != toTake.end() && found->second > 0)
       --found->second;

@@ -1,14 +1,17 @@
-// The cookies to keep: how their file is read and written, and which of the current cookies are on the list. Names are
-// single-byte texts.
+// The cookies to keep: how their file is read and written, and which of the current cookies are on the list. The file is in
+// the ANSI code page.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace cookies {
+#include "platform/wide_text.h"
 
-using CookieNames = std::vector<std::string>;
+namespace cookies {
+using namespace platform;
+
+using CookieNames = std::vector<WideText>;
 
 // The fields of the file's text. A comma or a line end (CR LF, CR or LF) ends a field; double quotes around a field, with
 // blanks before or behind them, are dropped, and a comma between them belongs to the field. A quote that is not closed
@@ -18,8 +21,8 @@ CookieNames ReadKeepList(std::string_view text);
 // One name a line, each line ended by CR LF, as it stands: a name with a comma in it comes back as two. That is meant.
 std::string KeepListText(const CookieNames& names);
 
-// Equal but for case and for blanks around either.
-bool IsSameCookie(std::string_view one, std::string_view other);
+// Equal but for the case of their letters and for blanks around either.
+bool IsSameCookie(WideView one, WideView other);
 
 // The current cookies without those on the keep list: each kept line takes the first line away that it is the same cookie
 // as. The order stays.

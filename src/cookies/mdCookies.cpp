@@ -8,7 +8,7 @@
 namespace cookies {
 using namespace platform;
 
-bool IsKept(const ListBox& list, const std::string& name) {
+bool IsKept(const ListBox& list, const WideText& name) {
   for (int line = 0; line < list.ListCount(); ++line) {
     if (IsSameCookie(list.Item(line), name)) return true;
     DoEvents();
@@ -16,7 +16,7 @@ bool IsKept(const ListBox& list, const std::string& name) {
   return false;
 }
 
-void SaveList(const ListBox& list, const std::string& path) {
+void SaveList(const ListBox& list, const Path& path) {
   quietly([&] {
     CookieNames names;
     for (int line = 0; line < list.ListCount(); ++line) names.push_back(list.Item(line));
@@ -24,13 +24,13 @@ void SaveList(const ListBox& list, const std::string& path) {
   });
 }
 
-bool LoadList(ListBox& list, const std::string& path, const bool* cutShort) {
+bool LoadList(ListBox& list, const Path& path, const bool* cutShort) {
   list.Clear();
   CookieNames names;
   const RuntimeError failure = failureOf([&] { names = ReadKeepList(ReadWholeFile(path)); });
   const bool read = !failure || failure.number == kFileNotFound || failure.number == kPathNotFound;
   const ListBox::Filling quietly(list);
-  for (const std::string& name : names) {
+  for (const WideText& name : names) {
     list.AddItem(name);
     DoEvents();
     if (cutShort != nullptr && *cutShort) break;

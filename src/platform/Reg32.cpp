@@ -3,7 +3,9 @@
 #include "platform/ErroHandle.h"
 #include "platform/handles.h"
 #include "platform/os_name.h"
+#include "platform/system_functions.h"
 #include "platform/text_value.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 
@@ -52,20 +54,35 @@ std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::s
   return result;
 }
 
-std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName) {
+std::optional<WideText> TextValue(HKEY root, const WideText& subKey, const WideText& valueName) {
+  const bool wide = UsesWideNames();
   HKEY opened = nullptr;
-  if (::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) return {};
+  if ((wide ? late::RegOpenKeyExWide(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened)
+            : ::RegOpenKeyExA(root, Narrow(subKey).c_str(), 0, KEY_QUERY_VALUE, &opened)) != ERROR_SUCCESS)
+    return {};
   const UniqueKey key(opened);
   DWORD type = 0;
+  const auto query = [&](void* bytes, DWORD& size) {
+    return wide ? late::RegQueryValueExWide(key.get(), valueName.c_str(), nullptr, &type, static_cast<BYTE*>(bytes), &size)
+                : ::RegQueryValueExA(key.get(), Narrow(valueName).c_str(), nullptr, &type, static_cast<BYTE*>(bytes), &size);
+  };
   DWORD size = 0;
-  if (::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS || type != REG_SZ)
-    return {};
-  std::string text(size, '\0');
-  BYTE* const bytes = reinterpret_cast<BYTE*>(text.data());
-  if (::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, bytes, &size) != ERROR_SUCCESS || type != REG_SZ)
-    return {};
-  text.resize(size);
-  return text.substr(0, text.find('\0'));
+  if (query(nullptr, size) != ERROR_SUCCESS || type != REG_SZ) return {};
+  std::string bytes(size, '\0');
+  if (query(bytes.data(), size) != ERROR_SUCCESS || type != REG_SZ) return {};
+  bytes.resize(size);
+  WideText text;
+  if (wide)
+    text.assign(reinterpret_cast<const wchar_t*>(bytes.data()), size / sizeof(wchar_t));
+  else
+    text = Widen(bytes);
+  return text.substr(0, text.find(L'\0'));
+}
+
+std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName) {
+  const std::optional<WideText> text = TextValue(root, Widen(subKey), Widen(valueName));
+  if (!text) return {};
+  return Narrow(*text);
 }
 
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {

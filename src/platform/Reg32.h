@@ -1,11 +1,12 @@
-// A thin layer over the registry, and the name of the operating system. Texts are ANSI; a root is a predefined key
-// (HKEY_CURRENT_USER, ...). Failures go to the error reporter under "Reg32," and the procedure's name.
+// A thin layer over the registry, and the name of the operating system. Texts are ANSI if not said otherwise; a root is a
+// predefined key (HKEY_CURRENT_USER, ...). Failures go to the error reporter under "Reg32," and the procedure's name.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "platform/wide_text.h"
 #include "platform/win32.h"
 
 namespace platform {
@@ -20,8 +21,9 @@ std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::s
                               const std::int32_t& defaultValue = 0);
 
 // The text value up to its first NUL; nothing when key or value is missing, cannot be read or is no text (REG_SZ). Reports
-// nothing.
+// nothing. The wide form is for what names a path.
 std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName);
+std::optional<WideText> TextValue(HKEY root, const WideText& subKey, const WideText& valueName);
 
 // A missing key or value is no error.
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);

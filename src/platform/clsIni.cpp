@@ -27,7 +27,7 @@ void clsIni::DeleteIni() const {
   // The ending counts in lower case alone, although the system's names know no case. That is meant.
   if (!iniPath_.ends_with(".ini")) {
     ShowError("The file in the IniPath property is not an ini file or doesn't exist!");
-  } else if (!NativeDeleteFile(ToNativePath(iniPath_))) {
+  } else if (!NativeDeleteFile(PathOf(Widen(iniPath_)))) {
     ShowError("The file in the IniPath property was not found!");
   }
 }

@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "platform/runtime_error.h"
+#include "platform/system_functions.h"
 #include "platform/text_value.h"
+#include "platform/wide_system.h"
 #include "platform/window_text.h"
 
 // The common controls' header needs the lean windows.h before it.
@@ -17,13 +19,13 @@ namespace {
 constexpr std::size_t kMeasuredCharacters = 2000;
 
 // Measured in a context of its own, kept for the next text: asking the window for one costs more than the measuring.
-int TextWidth(HWND window, const std::string& text) {
+int TextWidth(HWND window, const WideText& text) {
   static const HDC context = ::CreateCompatibleDC(nullptr);
   const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(::SendMessageA(window, WM_GETFONT, 0, 0));
   const HGDIOBJ before = ::SelectObject(context, font != nullptr ? font : ::GetStockObject(SYSTEM_FONT));
   SIZE size{};
   const int length = static_cast<int>(std::min<std::size_t>(text.size(), kMeasuredCharacters));
-  ::GetTextExtentPoint32A(context, text.data(), length, &size);
+  ::GetTextExtentPoint32W(context, text.data(), length, &size);  // one of the few wide functions that Windows 9x has
   ::SelectObject(context, before);
   return size.cx;
 }
@@ -114,13 +116,18 @@ ListBox::Filling::~Filling() {
   ::InvalidateRect(window_, nullptr, TRUE);
 }
 
-void ListBox::AddItem(const std::string& text) {
+void ListBox::AddItem(const WideText& text) {
   if (Handle() == nullptr || Show(text)) items_.push_back(text);
 }
 
+void ListBox::AddItem(const std::string& ansi) { AddItem(Widen(ansi)); }
+
 // False when the system's list is full.
-bool ListBox::Show(const std::string& text) {
-  if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())) < 0) return false;
+bool ListBox::Show(const WideText& text) {
+  const LRESULT line = UsesWideNames()
+                           ? late::SendMessageWide(Handle(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()))
+                           : Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Narrow(text).c_str()));
+  if (line < 0) return false;
   const int width = TextWidth(Handle(), text) + ::GetSystemMetrics(SM_CXEDGE) * 4;
   if (width <= widest_) return true;
   widest_ = width;
@@ -143,7 +150,7 @@ std::vector<int> ListBox::Selected() const {
 
 void ListBox::ShowState() {
   widest_ = 0;
-  for (const std::string& item : items_) Show(item);
+  for (const WideText& item : items_) Show(item);
 }
 
 void ListBox::Clear() {
@@ -154,8 +161,8 @@ void ListBox::Clear() {
   Send(LB_SETHORIZONTALEXTENT, 0);
 }
 
-std::string ListBox::Item(int index) const {
-  return index >= 0 && index < ListCount() ? items_[static_cast<std::size_t>(index)] : std::string();
+WideText ListBox::Item(int index) const {
+  return index >= 0 && index < ListCount() ? items_[static_cast<std::size_t>(index)] : WideText();
 }
 
 void ListBox::ShowLast() { Send(LB_SETTOPINDEX, static_cast<WPARAM>(ListCount() - 1)); }
@@ -239,7 +246,7 @@ void TimePicker::SetSecond(double second) {
 }
 
 void StatusBar::Arrange(const std::string& firstText) {
-  const int first = TextWidth(Handle(), firstText) + 4 * ::GetSystemMetrics(SM_CXVSCROLL);
+  const int first = TextWidth(Handle(), Widen(firstText)) + 4 * ::GetSystemMetrics(SM_CXVSCROLL);
   int edges[] = {first, -1};
   Send(SB_SETPARTS, 2, reinterpret_cast<LPARAM>(edges));
   Send(SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(firstText.c_str()));

@@ -12,6 +12,7 @@
 
 #include "platform/dialog.h"
 #include "platform/handles.h"
+#include "platform/wide_text.h"
 
 namespace platform {
 
@@ -117,7 +118,8 @@ class OptionButton : public Control {
   OptionGroup& group_;
 };
 
-// The lines stand in the object as well, and are read from there: a line may be too long for a system to give it back.
+// The lines stand in the object as well, and are read from there: a line may be too long for a system to give it back. Where
+// the system has wide windows, they show what the ANSI code page lacks.
 class ListBox : public Control {
  public:
   using Control::Control;
@@ -134,11 +136,12 @@ class ListBox : public Control {
     HWND window_;
   };
 
-  void AddItem(const std::string& text);  // and makes the list scroll sideways as far as the text is long
-  void RemoveItem(int index);             // nothing for a line that is not there
+  void AddItem(const WideText& text);  // and makes the list scroll sideways as far as the text is long
+  void AddItem(const std::string& ansi);
+  void RemoveItem(int index);  // nothing for a line that is not there
   void Clear();
   int ListCount() const { return static_cast<int>(items_.size()); }
-  std::string Item(int index) const;  // empty for a line that is not there
+  WideText Item(int index) const;  // empty for a line that is not there
 
   // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
   int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
@@ -149,8 +152,8 @@ class ListBox : public Control {
 
  private:
   void ShowState() override;
-  bool Show(const std::string& text);
-  std::deque<std::string> items_;
+  bool Show(const WideText& text);
+  std::deque<WideText> items_;
   int widest_ = 0;  // pixels
 };
 

@@ -5,6 +5,8 @@
 
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
+#include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 
@@ -39,7 +41,11 @@ bool IsWindowOfItsOwn(HWND window) { return (::GetWindowLongA(window, GWL_STYLE)
 
 }  // namespace
 
+// As a wide window where the system has them: its lists show names that the code page lacks.
 HWND Dialog::Create(int id, HWND parent) {
+  if (UsesWideNames())
+    return late::CreateDialogParamWide(::GetModuleHandleA(nullptr), MAKEINTRESOURCEW(id), parent, &Dialog::Procedure,
+                                       reinterpret_cast<LPARAM>(this));
   return ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id), parent, &Dialog::Procedure,
                               reinterpret_cast<LPARAM>(this));
 }

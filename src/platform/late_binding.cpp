@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "platform/path_text.h"
-
 namespace platform {
 
 namespace {
@@ -13,7 +11,8 @@ HMODULE LoadSystemDll(const char* dll) {
   char folder[MAX_PATH];
   const UINT length = ::GetSystemDirectoryA(folder, sizeof folder);
   if (length == 0 || length >= sizeof folder) return nullptr;
-  return ::LoadLibraryA((AppendBackslash(folder) + dll).c_str());
+  // Where the folder is a root, two "\" are as good as one; on some code pages its last byte may be half of a letter.
+  return ::LoadLibraryA((std::string(folder) + "\\" + dll).c_str());
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 // like any other. A call site that has another way asks first: `if (late::DeleteFileWide)`.
 #pragma once
 
+#include <bit>
+
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
 
@@ -13,32 +15,44 @@ namespace platform {
 FARPROC FindSystemFunction(const char* dll, const char* name);
 bool IsSystemDllPresent(const char* dll);
 
+// What a function is whatever its arguments are; once in the program for all of them.
+class LateAddress {
+ public:
+  explicit operator bool() const { return Find() != nullptr; }
+
+ protected:
+  constexpr LateAddress(const char* dll, const char* name) : dll_(dll), name_(name) {}
+
+  [[gnu::noinline]] FARPROC Find() const {
+    if (!looked_) {
+      address_ = FindSystemFunction(dll_, name_);
+      looked_ = true;
+    }
+    return address_;
+  }
+  [[gnu::noinline]] FARPROC Demand() const {
+    if (Find() == nullptr) Raise(IsSystemDllPresent(dll_) ? kDllFunctionNotFound : kDllNotLoaded);
+    return address_;
+  }
+
+ private:
+  const char* dll_;
+  const char* name_;
+  mutable FARPROC address_ = nullptr;
+  mutable bool looked_ = false;
+};
+
 template <class Signature>
 class LateFunction;
 
 template <class Result, class... Arguments>
-class LateFunction<Result(WINAPI*)(Arguments...)> {
+class LateFunction<Result(WINAPI*)(Arguments...)> : public LateAddress {
  public:
-  constexpr LateFunction(const char* dll, const char* name) : dll_(dll), name_(name) {}
+  constexpr LateFunction(const char* dll, const char* name) : LateAddress(dll, name) {}
 
   Result operator()(Arguments... arguments) const {
-    if (!*this) Raise(IsSystemDllPresent(dll_) ? kDllFunctionNotFound : kDllNotLoaded);
-    return function_(arguments...);
+    return std::bit_cast<Result(WINAPI*)(Arguments...)>(Demand())(arguments...);
   }
-  explicit operator bool() const {
-    if (!looked_) {
-      function_ = reinterpret_cast<Function>(reinterpret_cast<void*>(FindSystemFunction(dll_, name_)));
-      looked_ = true;
-    }
-    return function_ != nullptr;
-  }
-
- private:
-  using Function = Result(WINAPI*)(Arguments...);
-  const char* dll_;
-  const char* name_;
-  mutable Function function_ = nullptr;
-  mutable bool looked_ = false;
 };
 
 }  // namespace platform

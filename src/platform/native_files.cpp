@@ -11,27 +11,20 @@ namespace platform {
 
 namespace {
 
-std::wstring Widen(const std::string& text) {
-  const int length = static_cast<int>(text.size());
-  std::wstring wide(text.size(), L'\0');
-  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
-  return wide;
-}
-
-// Empty on a system that does not know the flags.
-std::string Narrow(const std::wstring& text, DWORD flags = 0) {
-  const int length = static_cast<int>(text.size());
-  const int needed = ::WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(needed), '\0');
-  ::WideCharToMultiByte(CP_ACP, flags, text.data(), length, narrow.data(), needed, nullptr, nullptr);
-  return narrow;
-}
-
 constexpr std::size_t kShortNameLength = 12;  // 8.3
-constexpr wchar_t kPrefix[] = L"\\\\?\\";
-constexpr wchar_t kSharePrefix[] = L"\\\\?\\UNC\\";
+constexpr DWORD kLongestPath = 0x8000;        // characters
 
-bool StartsWith(const std::wstring& text, const wchar_t* start) { return text.compare(0, std::wcslen(start), start) == 0; }
+template <class Char>
+std::basic_string<Char> TextOf(DWORD (*ask)(Char* text, DWORD size, const void* about), const void* about) {
+  std::basic_string<Char> text(MAX_PATH, Char());
+  for (;;) {
+    const DWORD size = static_cast<DWORD>(text.size());
+    const DWORD length = ask(text.data(), size, about);
+    text.resize(length < size ? length : std::max(2 * size, length));
+    if (length < size) return text;
+    if (size > kLongestPath) return {};
+  }
+}
 
 // The ANSI listing record in the wide one.
 void CopyEntry(const WIN32_FIND_DATAA& from, WIN32_FIND_DATAW& to) {
@@ -44,86 +37,55 @@ void CopyEntry(const WIN32_FIND_DATAA& from, WIN32_FIND_DATAW& to) {
                         static_cast<int>(std::size(to.cAlternateFileName)));
 }
 
-bool IsDots(const wchar_t* name) { return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0')); }
-
-// Whether a path that ends in the name leads to this entry and to no other. Disks of other systems hold names with a "\" or
-// "?", and the conversion to ANSI makes them of characters that look alike. The A functions take blanks and dots at the
-// end of a name away, so "x." would lead to "x".
-bool LeadsToItsEntry(const wchar_t* name) {
-  if (name[0] == L'\0' || std::wcspbrk(name, L"\\/:*?\"<>|") != nullptr) return false;
-  if (UsesWideNames()) return true;
-  const wchar_t last = name[std::wcslen(name) - 1];
-  return last != L' ' && last != L'.';
-}
-
-NativePath ShortForm(const NativePath& path) {
-  wchar_t text[MAX_PATH];
-  const DWORD length = late::GetShortPathNameWide ? late::GetShortPathNameWide(path.c_str(), text, MAX_PATH) : 0;
-  return length < MAX_PATH ? NativePath(text, length) : NativePath();
-}
-
-// The full path of a name made of dots alone is no full path: what such a name leads to differs between the systems.
-bool HasNameOfDots(const std::string& path) {
-  for (std::size_t start = 0; start < path.size();) {
-    const std::size_t end = std::min(path.find('\\', start), path.size());
-    if (end > start && path.find_first_not_of('.', start) >= end) return true;
-    start = end + 1;
-  }
-  return false;
-}
-
-std::wstring WithoutPrefix(const NativePath& path) {
-  if (StartsWith(path, kSharePrefix)) return L"\\\\" + path.substr(std::wcslen(kSharePrefix));
-  return StartsWith(path, kPrefix) ? path.substr(std::wcslen(kPrefix)) : path;
-}
-
 // A folder needs no access for what is asked of it here.
-UniqueFile OpenFolder(const NativePath& folder) {
-  if (folder.empty() || !UsesWideNames()) return UniqueFile();
-  return UniqueFile(late::CreateFileWide(folder.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+UniqueFile OpenFolder(const Path& folder) {
+  if (!UsesWideNames()) return UniqueFile();
+  return UniqueFile(late::CreateFileWide(folder.Native().c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                         nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+UniqueFile Open(const Path& path, DWORD access, DWORD share, DWORD disposition) {
+  return UniqueFile(
+      UsesWideNames()
+          ? late::CreateFileWide(path.Native().c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)
+          : ::CreateFileA(AnsiForm(path).c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 }  // namespace
 
-bool UsesWideNames() {
-  static const bool wide = [] {
-    return late::GetFileAttributesWide && late::FindFirstFileWide && late::FindNextFileWide && late::DeleteFileWide &&
-           late::RemoveDirectoryWide && late::CreateFileWide && late::SetFileAttributesWide &&
-           (late::GetFileAttributesWide(L".") != INVALID_FILE_ATTRIBUTES || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED);
-  }();
-  return wide && !AnsiNamesOnly;
+WideText SystemText(DWORD (*wide)(wchar_t* text, DWORD size, const void* about),
+                    DWORD (*ansi)(char* text, DWORD size, const void* about), const void* about) {
+  return UsesWideNames() ? TextOf(wide, about) : Widen(TextOf(ansi, about));
 }
 
-NativePath ToNativePath(const std::string& path) {
-  if (path.empty()) return {};
-  char* namePart = nullptr;
-  const DWORD needed = ::GetFullPathNameA(path.c_str(), 0, nullptr, &namePart);
-  if (needed == 0) return {};
-  std::string full(needed, '\0');
-  const DWORD length = ::GetFullPathNameA(path.c_str(), needed, full.data(), &namePart);
-  if (length == 0 || length >= needed) return {};
-  full.resize(length);
-  if (HasNameOfDots(full)) return {};
-  return ToNativePath(Widen(full));
+Path PathOf(WideView text) {
+  const Path spelled = SpelledPath(text);
+  if (!spelled.IsEmpty()) return spelled;
+  const RelativeText relative = SplitRelative(text);
+  if (relative.from.empty()) return {};
+  const WideText from = SystemText(
+      [](wchar_t* full, DWORD size, const void* about) -> DWORD {
+        return late::GetFullPathNameWide(static_cast<const wchar_t*>(about), size, full, nullptr);
+      },
+      [](char* full, DWORD size, const void* about) -> DWORD {
+        return ::GetFullPathNameA(Narrow(static_cast<const wchar_t*>(about)).c_str(), size, full, nullptr);
+      },
+      relative.from.c_str());
+  return SpelledPath(from).Resolve(relative.rest);
 }
 
-NativePath ToNativePath(const std::wstring& fullPath) {
-  if (!UsesWideNames() || StartsWith(fullPath, kPrefix) || StartsWith(fullPath, L"\\\\.\\")) return fullPath;
-  return StartsWith(fullPath, L"\\\\") ? kSharePrefix + fullPath.substr(2) : kPrefix + fullPath;
+Path ShortForm(const Path& path) {
+  return SpelledPath(SystemText(
+      [](wchar_t* text, DWORD size, const void* about) -> DWORD {
+        return late::GetShortPathNameWide(static_cast<const Path*>(about)->Native().c_str(), text, size);
+      },
+      [](char* text, DWORD size, const void* about) -> DWORD {
+        return ::GetShortPathNameA(AnsiForm(*static_cast<const Path*>(about)).c_str(), text, size);
+      },
+      &path));
 }
 
-std::string ShownPath(const NativePath& path) { return Narrow(WithoutPrefix(path)); }
-
-std::string AnsiPath(const NativePath& path) {
-  std::string shown = ShownPath(path);
-  if (!UsesWideNames() || ToNativePath(shown) == path) return shown;
-  const NativePath shortForm = ShortForm(path);
-  std::string shortPath = ShownPath(shortForm);
-  if (!shortPath.empty() && ToNativePath(shortPath) == shortForm) return shortPath;
-  const std::string marked = Narrow(WithoutPrefix(path), WC_NO_BEST_FIT_CHARS);
-  return marked.find('?') != std::string::npos ? marked : std::string();
-}
+std::string AnsiForm(const Path& path) { return NarrowExactly(path.Native()).value_or(""); }
 
 void RaiseLastError() { RaiseSystemError(::GetLastError()); }
 
@@ -133,9 +95,8 @@ void WriteOrRaise(HANDLE file, const void* bytes, std::size_t count) {
   if (written != count) Raise(kDiskFull);
 }
 
-DWORD NativeAttributes(const NativePath& path) {
-  if (path.empty()) return INVALID_FILE_ATTRIBUTES;
-  return UsesWideNames() ? late::GetFileAttributesWide(path.c_str()) : ::GetFileAttributesA(Narrow(path).c_str());
+DWORD NativeAttributes(const Path& path) {
+  return UsesWideNames() ? late::GetFileAttributesWide(path.Native().c_str()) : ::GetFileAttributesA(AnsiForm(path).c_str());
 }
 
 bool IsFolder(DWORD attributes) {
@@ -153,35 +114,37 @@ bool IsNamedLink(const FolderEntry& entry) {
   return IsLink(entry.attributes) && (entry.linkTag & kNameSurrogate) != 0;
 }
 
-bool NativeDeleteFile(const NativePath& path) {
-  return (UsesWideNames() ? late::DeleteFileWide(path.c_str()) : ::DeleteFileA(Narrow(path).c_str())) != 0;
+bool NativeDeleteFile(const Path& path) {
+  return (UsesWideNames() ? late::DeleteFileWide(path.Native().c_str()) : ::DeleteFileA(AnsiForm(path).c_str())) != 0;
 }
 
-bool NativeRemoveFolder(const NativePath& path) {
-  return (UsesWideNames() ? late::RemoveDirectoryWide(path.c_str()) : ::RemoveDirectoryA(Narrow(path).c_str())) != 0;
+bool NativeRemoveFolder(const Path& path) {
+  return (UsesWideNames() ? late::RemoveDirectoryWide(path.Native().c_str()) : ::RemoveDirectoryA(AnsiForm(path).c_str())) !=
+         0;
 }
 
-bool NativeSetAttributes(const NativePath& path, DWORD attributes) {
-  return (UsesWideNames() ? late::SetFileAttributesWide(path.c_str(), attributes)
-                          : ::SetFileAttributesA(Narrow(path).c_str(), attributes)) != 0;
+bool NativeMakeFolder(const Path& path) {
+  return (UsesWideNames() ? late::CreateDirectoryWide(path.Native().c_str(), nullptr)
+                          : ::CreateDirectoryA(AnsiForm(path).c_str(), nullptr)) != 0;
 }
 
-UniqueFile NativeOpen(const NativePath& path, DWORD access, DWORD share) {
-  return UniqueFile(UsesWideNames()
-                        ? late::CreateFileWide(path.c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr)
-                        : ::CreateFileA(Narrow(path).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
+bool NativeSetAttributes(const Path& path, DWORD attributes) {
+  return (UsesWideNames() ? late::SetFileAttributesWide(path.Native().c_str(), attributes)
+                          : ::SetFileAttributesA(AnsiForm(path).c_str(), attributes)) != 0;
 }
 
-UniqueFile NativeOpenForWriting(const NativePath& path) { return NativeOpen(path, GENERIC_WRITE, 0); }
+UniqueFile NativeOpen(const Path& path, DWORD access, DWORD share) { return Open(path, access, share, OPEN_EXISTING); }
+UniqueFile NativeOpenForWriting(const Path& path) { return NativeOpen(path, GENERIC_WRITE, 0); }
+UniqueFile NativeCreate(const Path& path) { return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS); }
 
-std::uint64_t NativeFileLength(const NativePath& path) {
+std::uint64_t NativeFileLength(const Path& path) {
   const UniqueFile file = NativeOpenForWriting(path);
   DWORD high = 0;
   const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
   return (static_cast<std::uint64_t>(high) << 32) | low;
 }
 
-std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
+std::optional<FolderIdentity> NativeIdentity(const Path& folder) {
   const UniqueFile opened = OpenFolder(folder);
   BY_HANDLE_FILE_INFORMATION found;
   if (!opened || !::GetFileInformationByHandle(opened.get(), &found)) return {};
@@ -189,17 +152,19 @@ std::optional<FolderIdentity> NativeIdentity(const NativePath& folder) {
   return FolderIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
 }
 
-NativePath NativeFinalPath(const NativePath& folder) {
+Path NativeFinalPath(const Path& folder) {
   const UniqueFile opened = OpenFolder(folder);
   if (!opened || !late::GetFinalPathNameByHandle) return {};
-  const DWORD needed = late::GetFinalPathNameByHandle(opened.get(), nullptr, 0, 0);
-  NativePath path(needed, L'\0');
-  const DWORD length = late::GetFinalPathNameByHandle(opened.get(), path.data(), needed, 0);
-  path.resize(length < needed ? length : 0);
-  return path;
+  return SpelledPath(TextOf<wchar_t>(
+      [](wchar_t* text, DWORD size, const void* handle) -> DWORD {
+        return late::GetFinalPathNameByHandle(const_cast<void*>(handle), text, size, 0);
+      },
+      opened.get()));
 }
 
-FolderListing::FolderListing(const NativePath& folderWithBackslash) : pattern_(folderWithBackslash + L"*") {}
+FolderListing::FolderListing(const Path& folder, WideView mask) {
+  if (!folder.IsEmpty()) pattern_ = AppendBackslash(folder.Native()).append(mask);
+}
 
 bool FolderListing::Read() {
   const bool first = !started_;
@@ -211,7 +176,7 @@ bool FolderListing::Read() {
   }
   WIN32_FIND_DATAA ansi = {};  // not every system fills what it says nothing in
   if (first) {
-    find_.reset(::FindFirstFileA(Narrow(pattern_).c_str(), &ansi));
+    find_.reset(::FindFirstFileA(NarrowExactly(pattern_).value_or("").c_str(), &ansi));
     if (!find_) return false;
   } else if (!::FindNextFileA(find_.get(), &ansi)) {
     return false;
@@ -224,11 +189,11 @@ const wchar_t* FolderListing::UsableName() const {
   const wchar_t* name = data_.cFileName;
   const wchar_t* shortName = data_.cAlternateFileName;
   // The two entries of every folder have no short name; a name that only looks like theirs has one.
-  if (IsDots(name) && shortName[0] == L'\0') return name;
+  if ((name == Wide<".">() || name == Wide<"..">()) && shortName[0] == L'\0') return name;
   // Room for a short name in the folder, as the A functions ask for.
   const bool tooLong = !UsesWideNames() && pattern_.size() + std::wcslen(name) + kShortNameLength >= MAX_PATH;
-  if (LeadsToItsEntry(name) && !IsDots(name) && !(tooLong && LeadsToItsEntry(shortName))) return name;
-  return LeadsToItsEntry(shortName) ? shortName : nullptr;
+  if (LeadsToItself(name) && !(tooLong && LeadsToItself(shortName))) return name;
+  return LeadsToItself(shortName) ? shortName : nullptr;
 }
 
 bool FolderListing::Next(FolderEntry& entry) {

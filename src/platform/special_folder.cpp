@@ -6,42 +6,58 @@
 namespace platform {
 
 namespace {
+
 // A fixed number: the look-up shows nothing that would need an owner.
 const HWND kNoRealWindow = reinterpret_cast<HWND>(100);
 
-std::string PathOf(const ItemIdList* items) {
+WideText TextOf(const ItemIdList* items) {
   if (UsesWideNames() && late::SHGetPathFromIDListWide) {
     wchar_t path[512] = L"";
-    return late::SHGetPathFromIDListWide(items, path) ? AnsiPath(ToNativePath(std::wstring(path))) : "";
+    return late::SHGetPathFromIDListWide(items, path) ? path : L"";
   }
   char path[512] = "";
-  return late::SHGetPathFromIDList(items, path) ? path : "";
+  return Widen(late::SHGetPathFromIDList(items, path) ? path : "");
 }
 
 }  // namespace
 
-std::string FindSpecialFolder(int identifier) {
+Path FindSpecialFolder(int identifier) {
   ItemIdList* items = nullptr;
   if (late::SHGetSpecialFolderLocation(kNoRealWindow, identifier, &items) != NOERROR) return {};
-  std::string path = PathOf(items);
+  const WideText text = TextOf(items);
   late::CoTaskMemFree(items);
-  return path;
+  return SpelledPath(text);
 }
 
-std::string ProgramFile() {
-  if (UsesWideNames() && late::GetModuleFileNameWide) {
-    wchar_t path[MAX_PATH] = L"";
-    return AnsiPath(ToNativePath(std::wstring(path, late::GetModuleFileNameWide(nullptr, path, MAX_PATH))));
-  }
-  char path[MAX_PATH] = "";
-  return std::string(path, ::GetModuleFileNameA(nullptr, path, sizeof path));
+Path WindowsFolder() {
+  return SpelledPath(
+      SystemText([](wchar_t* text, DWORD size, const void*) -> DWORD { return late::GetWindowsDirectoryWide(text, size); },
+                 [](char* text, DWORD size, const void*) -> DWORD { return ::GetWindowsDirectoryA(text, size); }));
 }
 
-std::string ProgramFolder() {
-  const std::string file = ProgramFile();
-  const std::size_t slash = file.rfind('\\');
-  if (slash == std::string::npos) return {};
-  return file.substr(0, slash == 2 ? 3 : slash);
+Path SystemFolder() {
+  return SpelledPath(
+      SystemText([](wchar_t* text, DWORD size, const void*) -> DWORD { return late::GetSystemDirectoryWide(text, size); },
+                 [](char* text, DWORD size, const void*) -> DWORD { return ::GetSystemDirectoryA(text, size); }));
+}
+
+Path ProgramFile() {
+  return SpelledPath(SystemText(
+      [](wchar_t* text, DWORD size, const void*) -> DWORD { return late::GetModuleFileNameWide(nullptr, text, size); },
+      [](char* text, DWORD size, const void*) -> DWORD { return ::GetModuleFileNameA(nullptr, text, size); }));
+}
+
+Path ProgramFolder() { return ProgramFile().Parent(); }
+
+WideText EnvironmentText(WideView name) {
+  return SystemText(
+      [](wchar_t* text, DWORD size, const void* about) -> DWORD {
+        return late::GetEnvironmentVariableWide(static_cast<const wchar_t*>(about), text, size);
+      },
+      [](char* text, DWORD size, const void* about) -> DWORD {
+        return ::GetEnvironmentVariableA(Narrow(static_cast<const wchar_t*>(about)).c_str(), text, size);
+      },
+      name.data());
 }
 
 }  // namespace platform

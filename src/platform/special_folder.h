@@ -1,7 +1,7 @@
-// Folders of the system and of the program. One that the ANSI code page cannot hold stands in its short form.
+// Folders of the system, of its user and of the program.
 #pragma once
 
-#include <string>
+#include "platform/path.h"
 
 namespace platform {
 
@@ -17,14 +17,17 @@ enum SpecialFolder : int {
   kProfileFolder = 40,
 };
 
-// The folder's path, with "\" behind it only where the system gives it so; empty when the system does not know the
-// identifier or the place is no folder of a disk.
-std::string FindSpecialFolder(int identifier);
+// Empty when the system does not know the identifier or the place is no folder of a disk.
+Path FindSpecialFolder(int identifier);
 
-// The path of the executable.
-std::string ProgramFile();
+Path WindowsFolder();
+Path SystemFolder();
 
-// The folder of ProgramFile, without "\" behind it unless it is a root.
-std::string ProgramFolder();
+// The executable, and the folder that it is in.
+Path ProgramFile();
+Path ProgramFolder();
+
+// The text of an environment variable; empty when it is not set.
+WideText EnvironmentText(WideView name);
 
 }  // namespace platform

@@ -22,6 +22,8 @@ inline const LateFunction<HRESULT(WINAPI*)(HWND, LPCSTR, DWORD)> SHEmptyRecycleB
 inline const LateFunction<BOOL(WINAPI*)(DWORD, NOTIFYICONDATAA*)> ShellNotifyIcon{"shell32.dll", "Shell_NotifyIconA"};
 inline const LateFunction<HINSTANCE(WINAPI*)(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)> ShellOpen{"shell32.dll",
                                                                                                    "ShellExecuteA"};
+inline const LateFunction<HINSTANCE(WINAPI*)(HWND, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, INT)> ShellOpenWide{"shell32.dll",
+                                                                                                           "ShellExecuteW"};
 inline const LateFunction<void(WINAPI*)(UINT, const void*)> SHAddToRecentDocs{"shell32.dll", "SHAddToRecentDocs"};
 inline const LateFunction<HRESULT(WINAPI*)(HWND, int, ItemIdList**)> SHGetSpecialFolderLocation{
     "shell32.dll", "SHGetSpecialFolderLocation"};
@@ -71,23 +73,48 @@ inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeV
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, BOOL, TOKEN_PRIVILEGES*, DWORD, TOKEN_PRIVILEGES*, DWORD*)>
     AdjustTokenPrivileges{"advapi32.dll", "AdjustTokenPrivileges"};
 
-// The NT family; Windows 9x exports them as stubs that fail, which UsesWideNames() of native_files.h finds out.
+// The NT family; Windows 9x exports them as stubs that fail, which UsesWideNames() of wide_system.h finds out.
 inline const LateFunction<DWORD(WINAPI*)(LPCWSTR)> GetFileAttributesWide{"kernel32.dll", "GetFileAttributesW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, DWORD)> SetFileAttributesWide{"kernel32.dll", "SetFileAttributesW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, GET_FILEEX_INFO_LEVELS, void*)> GetFileAttributesExWide{
+    "kernel32.dll", "GetFileAttributesExW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, WIN32_FIND_DATAW*)> FindFirstFileWide{"kernel32.dll", "FindFirstFileW"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, WIN32_FIND_DATAW*)> FindNextFileWide{"kernel32.dll", "FindNextFileW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> DeleteFileWide{"kernel32.dll", "DeleteFileW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.dll", "RemoveDirectoryW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, SECURITY_ATTRIBUTES*)> CreateDirectoryWide{"kernel32.dll",
+                                                                                            "CreateDirectoryW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPCWSTR, DWORD)> MoveFileExWide{"kernel32.dll", "MoveFileExW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
+inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, DWORD, LPWSTR, LPWSTR*)> GetFullPathNameWide{"kernel32.dll",
+                                                                                               "GetFullPathNameW"};
+inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetShortPathNameWide{"kernel32.dll", "GetShortPathNameW"};
 inline const LateFunction<DWORD(WINAPI*)(HMODULE, LPWSTR, DWORD)> GetModuleFileNameWide{"kernel32.dll",
                                                                                         "GetModuleFileNameW"};
-inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetShortPathNameWide{"kernel32.dll", "GetShortPathNameW"};
+inline const LateFunction<UINT(WINAPI*)(LPWSTR, UINT)> GetWindowsDirectoryWide{"kernel32.dll", "GetWindowsDirectoryW"};
+inline const LateFunction<UINT(WINAPI*)(LPWSTR, UINT)> GetSystemDirectoryWide{"kernel32.dll", "GetSystemDirectoryW"};
+inline const LateFunction<DWORD(WINAPI*)(DWORD, LPWSTR)> GetTempPathWide{"kernel32.dll", "GetTempPathW"};
+inline const LateFunction<DWORD(WINAPI*)(DWORD, LPWSTR)> GetCurrentDirectoryWide{"kernel32.dll", "GetCurrentDirectoryW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> SetCurrentDirectoryWide{"kernel32.dll", "SetCurrentDirectoryW"};
+inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetEnvironmentVariableWide{"kernel32.dll",
+                                                                                             "GetEnvironmentVariableW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD, void*,
+                                        LPCWSTR, STARTUPINFOW*, PROCESS_INFORMATION*)>
+    CreateProcessWide{"kernel32.dll", "CreateProcessW"};
+inline const LateFunction<INT(WINAPI*)(LCID, DWORD, LPCWSTR, INT, LPCWSTR, INT)> CompareStringWide{"kernel32.dll",
+                                                                                                   "CompareStringW"};
+inline const LateFunction<DWORD(WINAPI*)(LPWSTR, DWORD)> CharUpperBuffWide{"user32.dll", "CharUpperBuffW"};
+inline const LateFunction<LRESULT(WINAPI*)(HWND, UINT, WPARAM, LPARAM)> SendMessageWide{"user32.dll", "SendMessageW"};
+inline const LateFunction<HWND(WINAPI*)(HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM)> CreateDialogParamWide{
+    "user32.dll", "CreateDialogParamW"};
+inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR, DWORD, REGSAM, HKEY*)> RegOpenKeyExWide{"advapi32.dll",
+                                                                                               "RegOpenKeyExW"};
+inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR, DWORD*, DWORD*, BYTE*, DWORD*)> RegQueryValueExWide{
+    "advapi32.dll", "RegQueryValueExW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*)> RegEnumValueWide{
     "advapi32.dll", "RegEnumValueW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR)> RegDeleteValueWide{"advapi32.dll", "RegDeleteValueW"};
-
-inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, DWORD)> MoveFileEx{"kernel32.dll", "MoveFileExA"};
 
 // Windows Vista.
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{

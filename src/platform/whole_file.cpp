@@ -1,6 +1,5 @@
 #include "platform/whole_file.h"
 
-#include "platform/handles.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
@@ -9,12 +8,6 @@
 namespace platform {
 
 namespace {
-
-UniqueFile Open(const std::string& path, DWORD access, DWORD share, DWORD disposition) {
-  UniqueFile file(::CreateFileA(path.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file) RaiseLastError();
-  return file;
-}
 
 std::uint64_t Whole(DWORD high, DWORD low) { return (static_cast<std::uint64_t>(high) << 32) | low; }
 
@@ -26,21 +19,14 @@ std::uint64_t LengthOfOpenFile(HANDLE file) {
   return Whole(high, low);
 }
 
-void WriteNewFile(const std::string& path, const std::string& bytes) {
-  const UniqueFile file = Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+void WriteNewFile(const Path& path, const std::string& bytes) {
+  const UniqueFile file = NativeCreate(path);
+  if (!file) RaiseLastError();
   WriteOrRaise(file.get(), bytes.data(), bytes.size());
   if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 
-// False where the system cannot: Windows 9x has a stub of MoveFileEx.
-bool ReplaceInOneStep(const std::string& from, const std::string& to) {
-  if (ReplaceInTwoSteps || !late::MoveFileEx) return false;
-  if (late::MoveFileEx(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) return true;
-  if (::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED) RaiseLastError();
-  return false;
-}
-
-// The old file steps aside until the new one has its name.
+// Windows 9x cannot do it in one step: there the old file steps aside until the new one has its name.
 void ReplaceStepByStep(const std::string& from, const std::string& to) {
   const std::string aside = to + ".old";
   ::DeleteFileA(aside.c_str());
@@ -53,26 +39,37 @@ void ReplaceStepByStep(const std::string& from, const std::string& to) {
   ::DeleteFileA(aside.c_str());
 }
 
-void PutInPlace(const std::string& from, const std::string& to) {
-  const DWORD attributes = ::GetFileAttributesA(to.c_str());
+void PutInPlace(const Path& from, const Path& to) {
+  const DWORD attributes = NativeAttributes(to);
   const bool there = attributes != INVALID_FILE_ATTRIBUTES;
   if (there && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) Raise(kAccessError);
-  if (!ReplaceInOneStep(from, to)) ReplaceStepByStep(from, to);
+  if (!UsesWideNames()) return ReplaceStepByStep(AnsiForm(from), AnsiForm(to));
+  constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (!late::MoveFileExWide(from.Native().c_str(), to.Native().c_str(), kHow)) RaiseLastError();
 }
+
+// The name with something after it. Empty for a root, which is no file's path.
+Path Beside(const Path& path, WideView ending) { return path.Parent() / WideText(path.Name()).append(ending); }
 
 }  // namespace
 
-std::uint64_t FileLen(const std::string& path) {
-  if (!late::GetFileAttributesEx)
-    return LengthOfOpenFile(Open(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING).get());
+std::uint64_t FileLen(const Path& path) {
+  if (!UsesWideNames()) {
+    WIN32_FIND_DATAA found;
+    const UniqueFind find(::FindFirstFileA(AnsiForm(path).c_str(), &found));
+    if (!find) RaiseLastError();
+    if (IsFolder(found.dwFileAttributes)) Raise(kFileNotFound);
+    return Whole(found.nFileSizeHigh, found.nFileSizeLow);
+  }
   WIN32_FILE_ATTRIBUTE_DATA found;
-  if (!late::GetFileAttributesEx(path.c_str(), GetFileExInfoStandard, &found)) RaiseLastError();
-  if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) Raise(kFileNotFound);
+  if (!late::GetFileAttributesExWide(path.Native().c_str(), GetFileExInfoStandard, &found)) RaiseLastError();
+  if (IsFolder(found.dwFileAttributes)) Raise(kFileNotFound);
   return Whole(found.nFileSizeHigh, found.nFileSizeLow);
 }
 
-std::string ReadWholeFile(const std::string& path) {
-  const UniqueFile file = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+std::string ReadWholeFile(const Path& path) {
+  const UniqueFile file = NativeOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+  if (!file) RaiseLastError();
   const std::uint64_t length = LengthOfOpenFile(file.get());
   if (length > 0x7FFFFFFFu) Raise(kOutOfMemory);
   std::string bytes(static_cast<std::size_t>(length), '\0');
@@ -82,13 +79,13 @@ std::string ReadWholeFile(const std::string& path) {
   return bytes;
 }
 
-void ReplaceWholeFile(const std::string& path, const std::string& bytes) {
-  const std::string beside = path + ".tmp";
+void ReplaceWholeFile(const Path& path, const std::string& bytes) {
+  const Path beside = Beside(path, Wide<".tmp">());
   try {
     WriteNewFile(beside, bytes);
     PutInPlace(beside, path);
   } catch (const RuntimeError&) {
-    ::DeleteFileA(beside.c_str());
+    NativeDeleteFile(beside);
     throw;
   }
 }

@@ -3,31 +3,45 @@
 #include <algorithm>
 
 namespace shred {
+using namespace platform;
 
 namespace {
 
-template <class Char>
-std::vector<std::basic_string<Char>> Split(std::basic_string_view<Char> answer) {
-  std::vector<std::basic_string<Char>> parts;
-  while (!answer.empty() && answer.front() != Char()) {
-    const std::size_t end = std::min(answer.find(Char()), answer.size());
-    parts.emplace_back(answer.substr(0, end));
+// The texts between the NUL characters.
+std::vector<WideView> Texts(WideView answer) {
+  std::vector<WideView> texts;
+  while (!answer.empty() && answer.front() != WideChar()) {
+    const std::size_t end = std::min(answer.find(WideChar()), answer.size());
+    texts.push_back(answer.substr(0, end));
     answer.remove_prefix(std::min(end + 1, answer.size()));
   }
-  if (parts.size() < 2) return parts;
-  std::basic_string<Char> folder = parts.front();
-  if (folder.back() != Char('\\')) folder += Char('\\');
-  parts.erase(parts.begin());
-  for (std::basic_string<Char>& name : parts) name.insert(0, folder);
-  return parts;
+  return texts;
+}
+
+// A name from the dialog's list is one as it stands; what somebody typed may be a path.
+Path FileIn(const Path& folder, WideView name) {
+  if (name.ends_with('\\') || name.ends_with('/')) return {};  // of a folder
+  const Path full = SpelledPath(name);
+  if (!full.IsEmpty()) return full;
+  if (LeadsToItself(name)) return folder / name;
+  return SplitRelative(name).from == Wide<".">() ? folder.Resolve(name) : Path();
 }
 
 }  // namespace
 
-std::vector<std::string> SplitDialogAnswer(std::string_view answer) { return Split(answer); }
-std::vector<std::wstring> SplitDialogAnswer(std::wstring_view answer) { return Split(answer); }
+std::vector<Path> SplitDialogAnswer(WideView answer) {
+  std::vector<WideView> texts = Texts(answer);
+  Path folder;
+  if (texts.size() > 1) {
+    folder = SpelledPath(texts.front());
+    texts.erase(texts.begin());
+  }
+  std::vector<Path> files;
+  for (const WideView text : texts)
+    if (const Path file = FileIn(folder, text); !file.IsEmpty()) files.push_back(file);
+  return files;
+}
 
-bool IsWholeAnswer(std::string_view buffer) { return buffer.find(std::string_view("\0\0", 2)) != buffer.npos; }
-bool IsWholeAnswer(std::wstring_view buffer) { return buffer.find(std::wstring_view(L"\0\0", 2)) != buffer.npos; }
+bool IsWholeAnswer(WideView buffer) { return buffer.find(Wide<"\0\0">()) != WideView::npos; }
 
 }  // namespace shred

@@ -1,7 +1,7 @@
 #include "shred/dropped_files.h"
 
-#include "platform/native_files.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace shred {
 using namespace platform;
@@ -9,10 +9,10 @@ using namespace platform;
 namespace {
 
 template <class Char, class Query>
-std::basic_string<Char> PathAt(HDROP drop, UINT index, const Query& query) {
-  std::basic_string<Char> path(query(drop, index, nullptr, 0) + 1, Char());
-  path.resize(query(drop, index, path.data(), static_cast<UINT>(path.size())));
-  return path;
+std::basic_string<Char> TextAt(HDROP drop, UINT index, const Query& query) {
+  std::basic_string<Char> text(query(drop, index, nullptr, 0) + 1, Char());
+  text.resize(query(drop, index, text.data(), static_cast<UINT>(text.size())));
+  return text;
 }
 
 }  // namespace
@@ -24,10 +24,9 @@ DroppedFiles TakeDroppedFiles(WPARAM drop) {
   late::DragQueryPoint(handle, &dropped.place);
   const UINT count = late::DragQueryFile(handle, kHowMany, nullptr, 0);
   for (UINT index = 0; index < count; ++index) {
-    const std::string path = UsesWideNames() && late::DragQueryFileWide
-                                 ? AnsiPath(ToNativePath(PathAt<wchar_t>(handle, index, late::DragQueryFileWide)))
-                                 : PathAt<char>(handle, index, late::DragQueryFile);
-    if (!path.empty()) dropped.paths.push_back(path);
+    const Path path = SpelledPath(UsesWideNames() ? TextAt<wchar_t>(handle, index, late::DragQueryFileWide)
+                                                  : Widen(TextAt<char>(handle, index, late::DragQueryFile)));
+    if (!path.IsEmpty()) dropped.paths.push_back(path);
   }
   late::DragFinish(handle);
   return dropped;

@@ -1,8 +1,6 @@
 #include "shred/folder_lines.h"
 
-#include <algorithm>
-
-#include "platform/path_text.h"
+#include "shred/folder_chain.h"
 
 namespace shred {
 using namespace platform;
@@ -13,23 +11,19 @@ constexpr std::size_t kIndent = 3;  // blanks a level
 
 }  // namespace
 
-FolderLines LinesOfFolder(std::string_view folder, const std::vector<std::string>& subfolders) {
+FolderLines LinesOfFolder(const Path& folder, const std::vector<WideText>& subfolders) {
   FolderLines result;
-  std::string path;
   std::size_t depth = 0;
-  const auto add = [&](const std::string& name, const std::string& full) {
-    result.lines.push_back({std::string(kIndent * depth, ' ') + name, full});
+  const auto add = [&](const Path& path) {
+    result.lines.push_back(
+        {WideText(kIndent * depth, ' ').append(path.IsRoot() ? path.Shown() : WideText(path.Name())), path});
   };
-  for (std::size_t start = 0; start < folder.size(); ++depth) {
-    const std::size_t end = std::min(folder.find('\\', start), folder.size());
-    const std::string name(folder.substr(start, end - start));
-    path = AppendBackslash(path.empty() ? name : path);
-    if (depth > 0) path += name;
-    add(depth == 0 ? path : name, path);
-    start = end + 1;
-  }
-  result.opened = static_cast<int>(result.lines.size()) - 1;
-  for (const std::string& name : subfolders) add(name, AppendBackslash(path) + name);
+  std::vector<Path> chain = FolderChain(folder);
+  add(chain.empty() ? folder : chain.front().Parent());
+  for (const Path& level : chain) ++depth, add(level);
+  result.opened = static_cast<int>(depth);
+  ++depth;
+  for (const WideText& name : subfolders) add(folder / name);
   return result;
 }
 

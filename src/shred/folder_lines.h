@@ -2,15 +2,16 @@
 // step further to the right.
 #pragma once
 
-#include <string>
-#include <string_view>
 #include <vector>
 
+#include "platform/path.h"
+
 namespace shred {
+using namespace platform;
 
 struct FolderLine {
-  std::string text;  // indented
-  std::string path;  // in full, without "\" behind it unless it is a root
+  WideText text;  // indented
+  Path path;
 };
 
 struct FolderLines {
@@ -18,7 +19,7 @@ struct FolderLines {
   int opened = 0;  // the opened folder's line
 };
 
-// `folder` is a full path on a drive, with or without "\" behind it; `subfolders` are the names in it, in their order.
-FolderLines LinesOfFolder(std::string_view folder, const std::vector<std::string>& subfolders);
+// `subfolders` are the names in the folder, in their order.
+FolderLines LinesOfFolder(const Path& folder, const std::vector<WideText>& subfolders);
 
 }  // namespace shred

@@ -19,7 +19,7 @@ constexpr int kLevelAtStart = 50;
 constexpr int kHighestLevel = 100;
 constexpr char kStatusAtRest[] = "Status";
 
-bool IsThere(const std::string& path) { return NativeAttributes(ToNativePath(path)) != INVALID_FILE_ATTRIBUTES; }
+bool IsThere(const Path& path) { return NativeAttributes(path) != INVALID_FILE_ATTRIBUTES; }
 
 }  // namespace
 
@@ -56,7 +56,7 @@ void fraShred::Press(int id) {
     case IDC_cmdAddFolder:
       return AddFolder();
     case IDC_cmdFolClear:
-      return lstFolder.Clear();
+      return folders_.Clear();
     case IDC_cmdShredFolder:
       return ShredFolders();
     case IDC_cmdShredAll:
@@ -94,12 +94,12 @@ void fraShred::ResetStatus() {
 
 // Both buttons "Add Files"; they share the tag. True when there are new files on the list.
 bool fraShred::AddFiles(ShredList& list) {
-  std::vector<std::string> paths;
+  std::vector<Path> paths;
   reportAndLeave("frmMain,cmdCustomAdd", [&] {
     paths = AskForFiles(window_.Window());
     if (paths.empty()) return;
     const ListBox::Filling quietly(list.List());
-    for (const std::string& path : paths) list.Add(path);
+    for (const Path& path : paths) list.Add(path);
     ShowFileCount(list.Count());
   });
   return !paths.empty();
@@ -135,12 +135,12 @@ int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cu
   }
   const Walk walk(*this);
   DoEvents();
-  const std::vector<std::string> paths = list.Collection();
+  const std::vector<Path> paths = list.Collection();
   PbarShred.SetRange(0, list.Count());
   ShredRun run(static_cast<int>(paths.size()));
   const ReportBurst burst;
   while (run.GoesOn(cutShort != nullptr && *cutShort)) {
-    const std::string& path = paths[static_cast<std::size_t>(run.Steps())];
+    const Path& path = paths[static_cast<std::size_t>(run.Steps())];
     const bool wasThere = IsThere(path);
     const int reports = burst.Reports();
     quietly([&] { ShredFile(path, level); });
@@ -159,8 +159,8 @@ void fraShred::ShowStep(int step, int count) {
 }
 
 void fraShred::AddFolder() {
-  const std::string folder = addDir_.ShowModal(window_.Window());
-  if (!folder.empty()) lstFolder.AddItem(folder);
+  const Path folder = addDir_.ShowModal(window_.Window());
+  if (!folder.IsEmpty()) folders_.Add(folder);
 }
 
 void fraShred::ShredFolders() {
@@ -170,25 +170,21 @@ void fraShred::ShredFolders() {
   }
   const Walk walk(*this);
   int gone = 0;
-  const int count = lstFolder.ListCount();
-  for (int line = 0; line < count; ++line) {
-    const std::string folder = lstFolder.Item(line);
+  const std::vector<Path> folders = folders_.Collection();
+  for (const Path& folder : folders) {
     const bool wasThere = FolderCheck(folder);
     resumeNext([&] {
       if (wasThere) ShredFolder(folder);
     });
     gone += wasThere && !FolderCheck(folder) ? 1 : 0;
   }
-  lstFolder.Clear();
-  txtMessage.SetText(FoldersDeleted(gone, count));
+  folders_.Clear();
+  txtMessage.SetText(FoldersDeleted(gone, static_cast<int>(folders.size())));
 }
 
 void fraShred::RemoveSelected(HWND list) {
   if (list == lstFileShred.Handle()) RemoveSelectedFiles(manual_);
-  if (list == lstFolder.Handle()) {
-    const std::vector<int> lines = lstFolder.Selected();
-    for (auto line = lines.rbegin(); line != lines.rend(); ++line) lstFolder.RemoveItem(*line);
-  }
+  if (list == lstFolder.Handle()) folders_.RemoveSelected();
   if (list == lstFiles.Handle() && !lstFiles.Selected().empty()) {
     RemoveSelectedFiles(scheduled_);
     SaveSettingsToFile();
@@ -208,11 +204,11 @@ void fraShred::TakeDrop(WPARAM drop) {
   if (walks_ > 0 || (!scheduled && at != lstFileShred.Handle() && at != lstFolder.Handle())) return;
   ShredList& files = scheduled ? scheduled_ : manual_;
   const int before = files.Count();
-  for (const std::string& path : dropped.paths) {
-    if (!IsFolder(NativeAttributes(ToNativePath(path))))
+  for (const Path& path : dropped.paths) {
+    if (!IsFolder(NativeAttributes(path)))
       files.Add(path);
     else if (!scheduled)
-      lstFolder.AddItem(path);
+      folders_.Add(path);
   }
   if (files.Count() != before) ShowFileCount(files.Count());
   if (scheduled) SaveSettingsToFile();

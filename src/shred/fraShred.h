@@ -81,6 +81,7 @@ class fraShred final : public Panel {
   ProgressBar PbarShred{*this, IDC_PbarShred};
 
   ShredList manual_{lstFileShred};
+  ShredList folders_{lstFolder};
   ShredList scheduled_{lstFiles};
   frmAddDir addDir_;
   int walks_ = 0;

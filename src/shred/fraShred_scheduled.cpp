@@ -2,7 +2,6 @@
 #include "platform/ErroHandle.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
-#include "platform/path_text.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/whole_file.h"
@@ -15,14 +14,14 @@ using namespace platform;
 
 namespace {
 
-std::string ListFile() { return AppendBackslash(ProgramFolder()) + "QUELLIX_Shred"; }
+Path ListFile() { return ProgramFolder() / Wide<"QUELLIX_Shred">(); }
 
-void ClearAttributes(const std::string& path) { NativeSetAttributes(ToNativePath(path), FILE_ATTRIBUTE_NORMAL); }
+void ClearAttributes(const Path& path) { NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL); }
 
 // A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
-void SaveList(const std::vector<std::string>& paths) {
+void SaveList(const std::vector<WideText>& lines) {
   quietly([] { ClearAttributes(ListFile()); });
-  quietly([&] { ReplaceWholeFile(ListFile(), ListFileText(paths)); });
+  quietly([&] { ReplaceWholeFile(ListFile(), ListFileText(lines)); });
 }
 
 }  // namespace
@@ -30,33 +29,33 @@ void SaveList(const std::vector<std::string>& paths) {
 void fraShred::LoadFiles() {
   DoEvents();
   if (!Validate(ListFile())) return;
-  const std::vector<std::string> lines = ReadListFile(ReadWholeFile(ListFile()));
+  const std::vector<WideText> lines = ReadListFile(ReadWholeFile(ListFile()));
   const ListBox::Filling quietly(lstFiles);
   lstFiles.Clear();
-  for (const std::string& line : lines) lstFiles.AddItem(line);
+  for (const WideText& line : lines) lstFiles.AddItem(line);
 }
 
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
-  std::vector<std::string> paths;
+  std::vector<WideText> lines;
   for (int line = 0; line < lstFiles.ListCount(); ++line) {
-    paths.push_back(lstFiles.Item(line));
+    lines.push_back(lstFiles.Item(line));
     DoEventsNowAndThen();
   }
-  SaveList(paths);
+  SaveList(lines);
 }
 
 void fraShred::ClearScheduled() {
   ClearFiles(scheduled_);
   if (!Validate(ListFile())) return;
   resumeNext([] { ClearAttributes(ListFile()); });
-  NativeDeleteFile(ToNativePath(ListFile()));
+  NativeDeleteFile(ListFile());
 }
 
 // A stop request that stands before the run is an earlier run's.
 void fraShred::ShredDelete() {
   const bool* const cutShort = StopErase ? nullptr : &StopErase;
-  const std::vector<std::string> ofTheFileAlone = scheduled_.LinesOfTheFileAlone();
+  const std::vector<WideText> ofTheFileAlone = scheduled_.LinesOfTheFileAlone();
   const bool changes = scheduled_.Count() > 0;
   reportAndLeave("frmMain,ShredDelete", [&] { RunShred(scheduled_, txtLevel.Text(), cutShort); });
   if (!changes) return;

@@ -1,7 +1,7 @@
 #include "shred/frmAddDir.h"
 
 #include "platform/runtime_error.h"
-#include "shred/folder_chain.h"
+#include "platform/wide_system.h"
 #include "shred/subfolders.h"
 
 namespace shred {
@@ -9,10 +9,13 @@ using namespace platform;
 
 namespace {
 constexpr char kDriveAtStart[] = "C:";
-}
 
-std::string frmAddDir::ShowModal(HWND owner) {
-  chosen_.clear();
+Path RootOf(const std::string& drive) { return FullPath(AppendBackslash(Widen(drive))); }
+
+}  // namespace
+
+Path frmAddDir::ShowModal(HWND owner) {
+  chosen_ = Path();
   if (Handle() == nullptr) RunModal(IDD_frmAddDir, owner);
   return chosen_;
 }
@@ -21,7 +24,7 @@ void frmAddDir::OnInit() {
   shown_ = {};
   for (const std::string& drive : Drives()) drvList.AddItem(drive);
   drvList.Choose(kDriveAtStart);
-  resumeNext([this] { Open(kDriveAtStart); });
+  resumeNext([this] { Open(RootOf(kDriveAtStart)); });
   MoveFocusTo(dirList.Handle());
 }
 
@@ -39,7 +42,7 @@ void frmAddDir::OnClick(int id) {
 }
 
 // A folder that cannot be read is not opened; what is shown stays.
-void frmAddDir::Open(const std::string& folder) {
+void frmAddDir::Open(const Path& folder) {
   shown_ = LinesOfFolder(folder, Subfolders(folder));
   const ListBox::Filling quietly(dirList);
   dirList.Clear();
@@ -49,16 +52,16 @@ void frmAddDir::Open(const std::string& folder) {
 
 void frmAddDir::OpenSelected() {
   const int line = dirList.ListIndex();
-  if (line >= 0) resumeNext([&] { Open(std::string(shown_.lines[static_cast<std::size_t>(line)].path)); });
+  if (line >= 0) resumeNext([&] { Open(Path(shown_.lines[static_cast<std::size_t>(line)].path)); });
 }
 
 void frmAddDir::ChangeDrive() {
-  if (failureOf([this] { Open(drvList.Text()); })) ShowDrive();
+  if (failureOf([this] { Open(RootOf(drvList.Text())); })) ShowDrive();
 }
 
 // The drive of the folder that the list shows.
 void frmAddDir::ShowDrive() {
-  if (!shown_.lines.empty()) drvList.Choose(DrivePart(shown_.lines.front().path));
+  if (!shown_.lines.empty()) drvList.Choose(Narrow(DrivePart(shown_.lines.front().text)));
 }
 
 void frmAddDir::Add() {

@@ -1,8 +1,6 @@
 // The window "Quellix-Add Folder": a drive, the opened folder on it with the ones it lies in and those in it.
 #pragma once
 
-#include <string>
-
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "shred/folder_lines.h"
@@ -13,16 +11,16 @@ using namespace platform;
 
 class frmAddDir final : public Dialog {
  public:
-  // Shows the window and returns the chosen folder's full path once it is closed; empty when none was chosen. Window events
-  // run meanwhile; `owner` takes no input.
-  std::string ShowModal(HWND owner);
+  // Shows the window and returns the chosen folder once it is closed; empty when none was chosen. Window events run
+  // meanwhile; `owner` takes no input.
+  Path ShowModal(HWND owner);
 
  private:
   void OnInit() override;
   void OnClick(int id) override;
   void OnNotification(int id, int notification) override;
 
-  void Open(const std::string& folder);
+  void Open(const Path& folder);
   void OpenSelected();
   void ChangeDrive();
   void ShowDrive();
@@ -31,7 +29,7 @@ class frmAddDir final : public Dialog {
   ComboBox drvList{*this, IDC_drvList};
   ListBox dirList{*this, IDC_dirList};
   FolderLines shown_;
-  std::string chosen_;
+  Path chosen_;
 };
 
 }  // namespace shred

@@ -5,13 +5,18 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/wide_text.h"
+
 namespace shred {
+using namespace platform;
 
 // The lines as they stand, whatever is in them; CR LF or LF ends one, and the last one may stand without. NUL bytes, which
-// no list can hold, are left out.
-std::vector<std::string> ReadListFile(std::string_view text);
+// no list can hold, are left out. A text that begins with the mark of UTF-8 is read as such, any other in the ANSI code
+// page.
+std::vector<WideText> ReadListFile(std::string_view text);
 
-// Each path followed by CR LF.
-std::string ListFileText(const std::vector<std::string>& paths);
+// Each line followed by CR LF: in the ANSI code page where it has every character, otherwise in UTF-8 with its mark. Half a
+// surrogate pair, which names may hold too, is written like a character of its own.
+std::string ListFileText(const std::vector<WideText>& lines);
 
 }  // namespace shred

@@ -19,8 +19,8 @@ void Try(Statement statement) { reportAndLeave(kSourceTag, statement); }
 
 // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
 // in, and a link's target is not what is deleted afterwards.
-UniqueFile OpenForOverwriting(const NativePath& path) {
-  if (path.empty()) Raise(kBadFileName);  // a device has no such path
+UniqueFile OpenForOverwriting(const Path& path) {
+  if (path.IsEmpty()) Raise(kBadFileName);  // of a device for example
   const DWORD attributes = NativeAttributes(path);
   if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
   if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) Raise(kPermissionDenied);
@@ -45,7 +45,7 @@ void WriteSequence(HANDLE file, std::int16_t repeatCount) {
 }
 
 // Setting them takes as long as all the rest, so only where there is something to clear.
-void ClearAttributes(const NativePath& path) {
+void ClearAttributes(const Path& path) {
   constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
   if ((NativeAttributes(path) & kInTheWay) != 0) NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
 }
@@ -60,27 +60,29 @@ void Close(UniqueFile& file) {
 
 }  // namespace
 
-bool Validate(const std::string& path) {
-  return static_cast<bool>(NativeOpen(ToNativePath(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
+bool Validate(const Path& path) {
+  return static_cast<bool>(NativeOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
 }
 
-void DeleteFileShred(const std::string& path, const std::string& levelText) {
+// A "\" at the end makes a folder of it.
+bool Validate(WideView text) { return !text.ends_with(L'\\') && Validate(PathOf(text)); }
+
+void DeleteFileShred(const Path& path, const std::string& levelText) {
   const ReportBurst burst;
-  const NativePath native = ToNativePath(path);
   std::int16_t repeatCount = 0;
   UniqueFile file;
   Try([&] { repeatCount = RepeatCount(levelText); });
-  Try([&] { file = OpenForOverwriting(native); });
+  Try([&] { file = OpenForOverwriting(path); });
   WriteSequence(file.get(), repeatCount);
   Try([&] { Close(file); });
   Try([&] {
-    if (!NativeDeleteFile(native)) RaiseLastError();
+    if (!NativeDeleteFile(path)) RaiseLastError();
   });
 }
 
-void ShredFile(const std::string& path, const std::string& levelText) {
+void ShredFile(const Path& path, const std::string& levelText) {
   if (Validate(path)) {
-    ClearAttributes(ToNativePath(path));
+    ClearAttributes(path);
     DeleteFileShred(path, levelText);
   }
   DoEventsNowAndThen();

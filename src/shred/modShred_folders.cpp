@@ -12,34 +12,32 @@ using namespace platform;
 
 namespace {
 
-// The folder's path with its "\"; empty for a folder that stays as it is, also where the system lacks a function that would
-// tell which folders to keep.
-NativePath RemovableFolder(const std::string& folder) {
-  NativePath removable;
+// False for a folder that stays as it is, also where the system lacks a function that would tell which folders to keep.
+bool IsRemovableFolder(const Path& folder) {
+  bool removable = false;
   resumeNext([&] {
-    const NativePath native = cleaners::WalkableFolder(folder);
-    if (!native.empty() && cleaners::MayEmptyFolder(cleaners::FindFolderFacts(ShownPath(native), cleaners::SystemFolders())))
-      removable = native;
+    removable = cleaners::IsWalkableFolder(folder) &&
+                cleaners::MayEmptyFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
   });
   return removable;
 }
 
-void DeleteFilesOf(const NativePath& folderWithBackslash, const char* mask) {
-  FolderListing listing(folderWithBackslash);
+void DeleteFilesOf(const Path& folder, WideView mask) {
+  FolderListing listing(folder);
   FolderEntry entry;
   while (listing.Next(entry)) {
-    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(ShownPath(entry.name), mask))
-      NativeDeleteFile(folderWithBackslash + entry.name);
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) NativeDeleteFile(folder / entry.name);
     DoEventsNowAndThen();
   }
 }
 
-void ClearSubFolder(const NativePath& folder, const FolderEntry& entry) {
+void ClearSubFolder(const Path& folder, const FolderEntry& entry) {
   // Asked once more: a link may have taken the folder's place since it was listed.
   if (!IsLink(entry.attributes) && !IsLink(NativeAttributes(folder))) {
     NativeSetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
-    for (const char* mask : {"*.gif", "*.htm", "*.cab", "*.jpg", "*.css", "*.swf", "*", "*.*"})
-      DeleteFilesOf(folder + L'\\', mask);
+    for (const WideView mask : {Wide<"*.gif">(), Wide<"*.htm">(), Wide<"*.cab">(), Wide<"*.jpg">(), Wide<"*.css">(),
+                                Wide<"*.swf">(), Wide<"*">(), Wide<"*.*">()})
+      DeleteFilesOf(folder, mask);
   } else if (!IsNamedLink(entry)) {
     return;
   }
@@ -51,27 +49,26 @@ class TreeRemoval final : public cleaners::FolderVisitor {
  public:
   bool IsOver() override { return false; }
 
-  void AtFile(const NativePath& path, const FolderEntry& entry) override {
+  void AtFile(const Path& path, const FolderEntry& entry) override {
     if (NativeDeleteFile(path) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
     NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
     NativeDeleteFile(path);
   }
 
-  void AtFolder(const NativePath& path) override {
-    const NativePath bare = path.back() == L'\\' ? path.substr(0, path.size() - 1) : path;
-    if (NativeRemoveFolder(bare) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
-    NativeSetAttributes(bare, FILE_ATTRIBUTE_NORMAL);
-    NativeRemoveFolder(bare);
+  void AtFolder(const Path& path) override {
+    if (NativeRemoveFolder(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
+    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    NativeRemoveFolder(path);
   }
 };
 
-void ClearFirstSubFolder(const NativePath& root) {
+void ClearFirstSubFolder(const Path& root) {
   FolderListing listing(root);
   FolderEntry entry;
   bool over = false;
   while (!over && listing.Next(entry)) {
     if (IsFolder(entry.attributes) && entry.name != L"." && entry.name != L"..") {
-      ClearSubFolder(root + entry.name, entry);
+      ClearSubFolder(root / entry.name, entry);
       // The walk and the test whether the subfolder exists share one listing: after the test it names that subfolder alone.
       over = true;
     }
@@ -80,7 +77,7 @@ void ClearFirstSubFolder(const NativePath& root) {
 }
 
 // True when the folder itself is gone.
-bool RemoveTree(const NativePath& root) {
+bool RemoveTree(const Path& root) {
   TreeRemoval removal;
   cleaners::WalkFolder(root, removal);
   removal.AtFolder(root);
@@ -89,32 +86,29 @@ bool RemoveTree(const NativePath& root) {
 
 }  // namespace
 
-bool FolderCheck(const std::string& path, bool create) {
-  if (IsFolder(NativeAttributes(ToNativePath(path)))) return true;
+bool FolderCheck(const Path& path, bool create) {
+  if (IsFolder(NativeAttributes(path))) return true;
   if (create) {
-    for (const std::string& folder : FolderChain(path))
-      if (!IsFolder(NativeAttributes(ToNativePath(folder)))) ::CreateDirectoryA(folder.c_str(), nullptr);
+    for (const Path& folder : FolderChain(path))
+      if (!IsFolder(NativeAttributes(folder))) NativeMakeFolder(folder);
   }
   return false;
 }
 
-void ClearSubFolders(const std::string& folder) {
-  const NativePath root = RemovableFolder(folder);
-  if (!root.empty()) ClearFirstSubFolder(root);
+bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
+
+void ClearSubFolders(const Path& folder) {
+  if (IsRemovableFolder(folder)) ClearFirstSubFolder(folder);
 }
 
-bool RemoveFolderTree(const std::string& folder) {
-  const NativePath root = RemovableFolder(folder);
-  return !root.empty() && RemoveTree(root);
-}
+bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
 
 // The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
-void ShredFolder(const std::string& folder) {
-  const NativePath root = RemovableFolder(folder);
-  if (root.empty()) return;
-  DeleteFilesOf(root, "*.*");
-  if (cleaners::WalkableFolder(folder) == root) ClearFirstSubFolder(root);
-  if (cleaners::WalkableFolder(folder) == root) RemoveTree(root);
+void ShredFolder(const Path& folder) {
+  if (!IsRemovableFolder(folder)) return;
+  DeleteFilesOf(folder, Wide<"*.*">());
+  if (cleaners::IsWalkableFolder(folder)) ClearFirstSubFolder(folder);
+  if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
 }
 
 }  // namespace shred

@@ -1,6 +1,6 @@
 #include "shred/open_files.h"
 
-#include <string_view>
+#include <string>
 
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
@@ -36,18 +36,21 @@ constexpr int kBufferTooSmallError = 20476;
 // The dialog makes the folder that was looked at last the current one.
 class CurrentFolder {
  public:
-  CurrentFolder() { ::GetCurrentDirectoryA(sizeof path_, path_); }
+  CurrentFolder() : text_(PathOf(Wide<".">()).Shown()) {}
   CurrentFolder(const CurrentFolder&) = delete;
   CurrentFolder& operator=(const CurrentFolder&) = delete;
-  ~CurrentFolder() { ::SetCurrentDirectoryA(path_); }
+  ~CurrentFolder() {
+    UsesWideNames() ? late::SetCurrentDirectoryWide(text_.c_str()) : ::SetCurrentDirectoryA(Narrow(text_).c_str());
+  }
 
  private:
-  char path_[MAX_PATH] = "";
+  WideText text_;
 };
 
+// What stands in the dialog's buffer; empty when it was cancelled.
 template <class Char, class Record>
-std::vector<std::basic_string<Char>> Ask(HWND owner, const Char* filter, const LateFunction<BOOL(WINAPI*)(Record*)>& show) {
-  std::vector<Char> answer(kAnswerSize + kSlack);
+std::basic_string<Char> Ask(HWND owner, const Char* filter, const LateFunction<BOOL(WINAPI*)(Record*)>& show) {
+  std::basic_string<Char> answer(kAnswerSize + kSlack, Char());
   Record dialog{};
   dialog.lStructSize = kRecordSize;
   dialog.hwndOwner = owner;
@@ -56,28 +59,23 @@ std::vector<std::basic_string<Char>> Ask(HWND owner, const Char* filter, const L
   dialog.lpstrFile = answer.data();
   dialog.nMaxFile = kAnswerSize;
   dialog.Flags = kFlags;
-  if (show(&dialog)) {
-    const std::basic_string_view<Char> buffer(answer.data(), kAnswerSize);
-    // Not every system's dialog says so when it cuts its answer off.
-    if (!IsWholeAnswer(buffer)) RaiseDialogError(kBufferTooSmall);
-    return SplitDialogAnswer(buffer);
+  if (!show(&dialog)) {
+    if (const DWORD error = late::CommDlgExtendedError()) RaiseDialogError(error);
+    return {};
   }
-  const DWORD error = late::CommDlgExtendedError();
-  if (error != 0) RaiseDialogError(error);
-  return {};
+  answer.resize(kAnswerSize);
+  return answer;
 }
 
 }  // namespace
 
-std::vector<std::string> AskForFiles(HWND owner) {
+std::vector<Path> AskForFiles(HWND owner) {
   const CurrentFolder staysTheSame;
-  if (!UsesWideNames() || !late::GetOpenFileNameWide) return Ask(owner, "All Files\0*.*\0", late::GetOpenFileName);
-  std::vector<std::string> paths;
-  for (const std::wstring& chosen : Ask(owner, L"All Files\0*.*\0", late::GetOpenFileNameWide)) {
-    const std::string path = AnsiPath(ToNativePath(chosen));
-    if (!path.empty()) paths.push_back(path);
-  }
-  return paths;
+  const WideText answer = UsesWideNames() ? Ask(owner, L"All Files\0*.*\0", late::GetOpenFileNameWide)
+                                          : Widen(Ask(owner, "All Files\0*.*\0", late::GetOpenFileName));
+  // Not every system's dialog says so when it cuts its answer off.
+  if (!answer.empty() && !IsWholeAnswer(answer)) RaiseDialogError(kBufferTooSmall);
+  return SplitDialogAnswer(answer);
 }
 
 }  // namespace shred

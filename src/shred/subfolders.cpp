@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "platform/native_files.h"
-#include "platform/path_text.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
-#include "platform/win32.h"
+#include "platform/system_functions.h"
 
 namespace shred {
 using namespace platform;
@@ -17,9 +16,10 @@ bool IsListed(const FolderEntry& entry) {
   return IsFolderAndNoLink(entry.attributes) && entry.name != L"." && entry.name != L"..";
 }
 
-std::string NameIn(const NativePath& folder, const FolderEntry& entry) {
-  const std::string path = AnsiPath(folder + entry.name);
-  return path.substr(path.rfind('\\') + 1);
+bool ComesBefore(const WideText& one, const WideText& other) {
+  if (!UsesWideNames()) return ::lstrcmpiA(Narrow(one).c_str(), Narrow(other).c_str()) < 0;
+  return late::CompareStringWide(LOCALE_USER_DEFAULT, NORM_IGNORECASE, one.data(), static_cast<int>(one.size()),
+                                 other.data(), static_cast<int>(other.size())) == CSTR_LESS_THAN;
 }
 
 }  // namespace
@@ -32,19 +32,16 @@ std::vector<std::string> Drives() {
   return drives;
 }
 
-std::vector<std::string> Subfolders(const std::string& folder) {
-  std::vector<std::string> names;
-  const NativePath native = ToNativePath(AppendBackslash(folder));
-  if (native.empty()) Raise(kPathNotFound);
-  FolderListing listing(native);
+std::vector<WideText> Subfolders(const Path& folder) {
+  std::vector<WideText> names;
+  if (folder.IsEmpty()) Raise(kPathNotFound);
+  FolderListing listing(folder);
   for (FolderEntry entry; listing.Next(entry);)
-    if (IsListed(entry)) names.push_back(NameIn(native, entry));
+    if (IsListed(entry)) names.push_back(entry.name);
   const DWORD end = ::GetLastError();
   // An empty root has not even the two entries of every other folder.
   if (end != ERROR_NO_MORE_FILES && end != ERROR_FILE_NOT_FOUND) RaiseSystemError(end);
-  std::erase(names, "");
-  std::sort(names.begin(), names.end(),
-            [](const std::string& one, const std::string& other) { return ::lstrcmpiA(one.c_str(), other.c_str()) < 0; });
+  std::sort(names.begin(), names.end(), &ComesBefore);
   return names;
 }
 

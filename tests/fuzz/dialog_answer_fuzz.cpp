@@ -1,53 +1,50 @@
-// The file-open dialog's answer: whatever stands in its buffer, it reads as paths without NUL characters, and a folder with
-// names comes back as it was put in.
+// The file-open dialog's answer: whatever stands in its buffer, it reads as paths of files, and a folder with names comes back
+// as it was put in.
 #include <string>
-#include <string_view>
 
 #include "property.h"
 #include "shred/dialog_answer.h"
+#include "wide_input.h"
 
+using namespace platform;
 using namespace shred;
 
 namespace {
 
-using Paths = std::vector<std::string>;
+using Paths = std::vector<Path>;
 
-std::string UpToItsEnd(const std::string& answer) {
-  return answer.starts_with('\0') ? std::string() : answer.substr(0, answer.find(std::string(2, '\0')));
+const WideText kEnd(2, u'\0');
+
+WideText UpToItsEnd(const WideText& answer) {
+  return answer.starts_with(u'\0') ? WideText() : answer.substr(0, answer.find(kEnd));
 }
 
-// The names behind the folder, which ends with "\", as the dialog would hand them out.
-std::string Answer(const std::string& folder, const Paths& paths) {
-  std::string answer = folder + '\0';
-  for (const std::string& path : paths) answer += path.substr(folder.size()) + '\0';
-  return answer + '\0';
+// As the dialog would hand them out.
+WideText Answer(const Path& folder, const Paths& files) {
+  WideText answer = folder.Shown() + u'\0';
+  for (const Path& file : files) answer += WideText(file.Name()) + u'\0';
+  return answer + u'\0';
 }
-
-std::wstring Wide(const std::string& text) { return std::wstring(text.begin(), text.end()); }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  const std::string answer(reinterpret_cast<const char*>(data), size);
-  const Paths paths = SplitDialogAnswer(answer);
+  const WideText answer = WideInput(data, size);
+  const Paths files = SplitDialogAnswer(answer);
 
-  std::vector<std::wstring> wide;
-  for (const std::string& path : paths) wide.push_back(Wide(path));
-  PROPERTY(SplitDialogAnswer(Wide(answer)) == wide, "the wide answer is another one");
-  PROPERTY(IsWholeAnswer(Wide(answer)) == IsWholeAnswer(answer), "the wide answer ends elsewhere");
-
-  for (const std::string& path : paths) {
-    PROPERTY(!path.empty() && path.find('\0') == std::string::npos, "not a path: [%s]", path.c_str());
-    PROPERTY(SplitDialogAnswer(path + std::string(2, '\0')) == Paths{path}, "[%s]", path.c_str());
+  for (const Path& file : files) {
+    PROPERTY(!file.IsEmpty(), "a path that leads nowhere");
+    // A name of dots alone is one in the dialog's list and leads nowhere in a text that somebody may have typed.
+    if (file.Shown().find(u"...") == WideText::npos && !file.IsRoot())
+      PROPERTY(SplitDialogAnswer(file.Shown() + kEnd) == Paths{file}, "[%s]", Readable(file.Shown()).c_str());
   }
-  PROPERTY(SplitDialogAnswer(UpToItsEnd(answer)) == paths, "what stands behind the end counts");
-  if (answer.find('\0') == std::string::npos) PROPERTY(paths.size() <= 1, "%zu paths", paths.size());
-  if (paths.size() < 2) return 0;
+  PROPERTY(SplitDialogAnswer(UpToItsEnd(answer)) == files, "what stands after the end counts");
+  if (answer.find(u'\0') == WideText::npos) PROPERTY(files.size() <= 1, "%zu paths", files.size());
 
-  std::string folder(answer.c_str());
-  if (folder.back() != '\\') folder += '\\';
-  for (const std::string& path : paths)
-    PROPERTY(path.starts_with(folder), "[%s] is not in [%s]", path.c_str(), folder.c_str());
-  PROPERTY(SplitDialogAnswer(Answer(folder, paths)) == paths, "%zu paths", paths.size());
+  const Path folder = SpelledPath(answer.substr(0, answer.find(u'\0')));
+  Paths inIt;
+  for (const Path& file : files)
+    if (!file.IsRoot() && file.Parent() == folder) inIt.push_back(file);
+  if (!inIt.empty()) PROPERTY(SplitDialogAnswer(Answer(folder, inIt)) == inIt, "%zu paths", inIt.size());
   return 0;
 }

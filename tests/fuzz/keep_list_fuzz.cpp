@@ -5,24 +5,28 @@
 
 #include "cookies/keep_list.h"
 #include "property.h"
+#include "wide_input.h"
+#include "wide_system_for_tests.h"
 
 using namespace cookies;
+using namespace platform;
 
 namespace {
 
-bool Holds(const std::string& text, const char* characters) { return text.find_first_of(characters) != std::string::npos; }
+bool Holds(WideView text, const char16_t* characters) { return text.find_first_of(characters) != WideView::npos; }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  const OtherSystem system(size % 2 == 0 ? CodePage::kSingleByte : CodePage::kDoubleByte);
   const std::string text(reinterpret_cast<const char*>(data), size);
   const CookieNames names = ReadKeepList(text);
 
   std::size_t total = 0;
-  for (const std::string& name : names) {
-    PROPERTY(!Holds(name, "\r\n") && name.find('\0') == std::string::npos, "a field holds what a list cannot: [%s]",
-             name.c_str());
-    PROPERTY(text.find(',') != std::string::npos || name.find(',') == std::string::npos, "a comma out of nowhere");
+  for (const WideText& name : names) {
+    PROPERTY(!Holds(name, u"\r\n") && name.find(u'\0') == WideText::npos, "a field holds what a list cannot: [%s]",
+             Readable(name).c_str());
+    PROPERTY(text.find(',') != std::string::npos || name.find(u',') == WideText::npos, "a comma out of nowhere");
     total += name.size();
   }
   PROPERTY(total <= size, "%zu bytes of names from %zu", total, size);
@@ -30,8 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
       std::count_if(text.begin(), text.end(), [](char c) { return c == ',' || c == '\r' || c == '\n'; }));
   PROPERTY(names.size() <= fieldEnds + 1, "%zu fields", names.size());
 
-  // Nothing that has neither a comma nor a quote changes by being saved and read again.
-  if (std::none_of(names.begin(), names.end(), [](const std::string& name) { return Holds(name, ",\""); }))
+  // Nothing that has neither a comma nor a quote, nor bytes that are no letter, changes by being saved and read again.
+  if (std::none_of(names.begin(), names.end(), [](const WideText& name) { return Holds(name, u",\"\xFFFD"); }))
     PROPERTY(ReadKeepList(KeepListText(names)) == names, "[%s]", text.c_str());
 
   // One line goes for each kept one at most, and what stays stays in its order.

@@ -6,58 +6,45 @@
 #include <vector>
 
 #include "cleaners/temp_guard.h"
-#include "platform/path_text.h"
+#include "platform/wide_system.h"
 #include "property.h"
+#include "wide_input.h"
 
 using namespace cleaners;
 using namespace platform;
 
 namespace {
 
-using Names = std::vector<std::string>;
+using Names = std::vector<WideText>;
 
-std::vector<std::string> LinesOf(const unsigned char* data, std::size_t size) {
-  std::vector<std::string> lines(1);
-  for (std::size_t i = 0; i < size; ++i) {
-    if (data[i] == '\n')
+std::vector<WideText> LinesOf(WideView text) {
+  std::vector<WideText> lines(1);
+  for (const WideChar c : text) {
+    if (c == u'\n')
       lines.emplace_back();
     else
-      lines.back() += static_cast<char>(data[i]);
+      lines.back() += c;
   }
   return lines;
 }
 
-// As the system's own full paths are: no two backslashes in a row, save at the beginning.
-std::string Full(const std::string& path) {
-  std::string full;
-  for (std::size_t i = 0; i < path.size(); ++i)
-    if (i < 2 || path[i] != '\\' || path[i - 1] != '\\') full += path[i];
-  return full;
-}
-
-// The first line is the variable, the second the system's answer, the third that answer in full; the rest is kept.
-TempFolderFacts FactsOf(const std::vector<std::string>& lines) {
-  const auto line = [&lines](std::size_t index) { return index < lines.size() ? lines[index] : std::string(); };
+// The first line is the variable, the second the system's answer, the third the folder; the rest is kept.
+TempFolderFacts FactsOf(const std::vector<WideText>& lines) {
+  const auto line = [&lines](std::size_t index) { return index < lines.size() ? lines[index] : WideText(); };
   TempFolderFacts facts;
   facts.configured = line(0);
   facts.reported = line(1);
-  facts.canonical = Full(line(2));
-  for (std::size_t i = 3; i < lines.size(); ++i) facts.keep.push_back(Full(lines[i]));
+  facts.canonical = FullPath(line(2));
+  for (std::size_t i = 3; i < lines.size(); ++i) facts.keep.push_back(FullPath(lines[i]));
   return facts;
 }
 
-std::string Upper(std::string text) {
-  for (char& c : text)
-    if (static_cast<unsigned char>(c) < 128) c = static_cast<char>(std::toupper(c));
-  return text;
-}
-
 // The names between the backslashes, in capitals.
-Names NamesOf(const std::string& path) {
+Names NamesOf(const WideText& path) {
   Names names;
-  std::string name;
-  for (const char c : Upper(path) + "\\") {
-    if (c != '\\') {
+  WideText name;
+  for (const WideChar c : UpperCase(path) + u"\\") {
+    if (c != u'\\') {
       name += c;
     } else if (!name.empty()) {
       names.push_back(name);
@@ -67,49 +54,49 @@ Names NamesOf(const std::string& path) {
   return names;
 }
 
-bool IsShareText(const std::string& path) { return path.size() >= 2 && path[0] == '\\' && path[1] == '\\'; }
-
-bool IsFolderBelowARoot(const std::string& path) {
+bool IsFolderBelowARoot(const WideText& path) {
   const Names names = NamesOf(path);
-  if (IsShareText(path)) return names.size() >= 3 && names[0][0] != '.' && names[0][0] != '?';
-  return names.size() >= 2 && names[0].size() == 2 && names[0][0] >= 'A' && names[0][0] <= 'Z' && names[0][1] == ':' &&
-         path[2] == '\\';
+  if (path.starts_with(u"\\\\")) return names.size() >= 3 && names[0] != u"." && names[0] != u"?";
+  return names.size() >= 2 && names[0].size() == 2 && names[0][0] >= u'A' && names[0][0] <= u'Z' && names[0][1] == u':' &&
+         path[2] == u'\\';
 }
 
-// Of one kind: from a drive, from the current drive's root, or of a share.
-std::size_t Beginning(const std::string& path) { return std::min(path.find_first_not_of('\\'), path.size()); }
+// Of one kind: of a drive or of a share.
+std::size_t Beginning(const WideText& path) { return std::min(path.find_first_not_of(u'\\'), path.size()); }
 
-bool Holds(const std::string& outer, const std::string& inner) {
+bool Holds(const WideText& outer, const WideText& inner) {
   const Names out = NamesOf(outer), in = NamesOf(inner);
   return Beginning(outer) == Beginning(inner) && out.size() <= in.size() && std::equal(out.begin(), out.end(), in.begin());
 }
 
-std::string OtherCase(std::string text) {
-  for (char& c : text) {
-    const unsigned char byte = static_cast<unsigned char>(c);
-    if (byte < 128) c = static_cast<char>(std::isupper(byte) ? std::tolower(byte) : std::toupper(byte));
-  }
-  return text;
+Path OtherCase(const Path& path) {
+  WideText text = path.Shown();
+  for (WideChar& c : text)
+    if (c < 128) c = static_cast<WideChar>(std::isupper(c) ? std::tolower(c) : std::toupper(c));
+  return FullPath(text);
 }
 
 void CheckAllowed(const TempFolderFacts& facts) {
-  const char* folder = facts.canonical.c_str();
-  PROPERTY(IsAbsolutePath(facts.canonical), "allowed [%s]", folder);
-  PROPERTY(!IsRootPath(facts.canonical), "allowed [%s]", folder);
-  PROPERTY(IsFolderBelowARoot(facts.canonical), "allowed [%s]", folder);
-  PROPERTY(!facts.isLink, "allowed [%s]", folder);
-  PROPERTY(facts.configured.find('\\') != std::string::npos, "allowed with [%s]", facts.configured.c_str());
-  std::string reported = Upper(facts.reported);
-  reported.erase(0, reported.find_first_not_of(' '));
-  reported.erase(reported.find_last_not_of(' ') + 1);
-  PROPERTY(reported != "C:\\WINDOWS\\" && reported != "C:\\WINNT\\", "allowed [%s]", facts.reported.c_str());
-  for (const std::string& kept : facts.keep)
-    if (!kept.empty()) PROPERTY(!Holds(facts.canonical, kept), "allowed [%s], which holds [%s]", folder, kept.c_str());
+  const std::string folder = Readable(facts.canonical.Shown());
+  PROPERTY(!facts.canonical.IsEmpty() && !facts.canonical.IsRoot(), "allowed [%s]", folder.c_str());
+  PROPERTY(IsFolderBelowARoot(facts.canonical.Shown()), "allowed [%s]", folder.c_str());
+  PROPERTY(!facts.isLink, "allowed [%s]", folder.c_str());
+  PROPERTY(facts.configured.find(u'\\') != WideText::npos, "allowed with [%s]", Readable(facts.configured).c_str());
+  PROPERTY(facts.reported.find_first_of(u"*?") == WideText::npos, "allowed [%s]", Readable(facts.reported).c_str());
+  WideText reported = UpperCase(facts.reported);
+  reported.erase(0, reported.find_first_not_of(u' '));
+  reported.erase(reported.find_last_not_of(u' ') + 1);
+  PROPERTY(reported != u"C:\\WINDOWS\\" && reported != u"C:\\WINNT\\", "allowed [%s]", Readable(facts.reported).c_str());
+  for (const Path& kept : facts.keep)
+    if (!kept.IsEmpty())
+      PROPERTY(!Holds(facts.canonical.Shown(), kept.Shown()), "allowed [%s], which holds [%s]", folder.c_str(),
+               Readable(kept.Shown()).c_str());
 }
 
 // What turns a permission into a refusal.
 void CheckRefusals(const TempFolderFacts& allowed) {
-  const char* folder = allowed.canonical.c_str();
+  const std::string text = Readable(allowed.canonical.Shown());
+  const char* folder = text.c_str();
   const auto refused = [&allowed](auto change) {
     TempFolderFacts facts = allowed;
     change(facts);
@@ -117,33 +104,32 @@ void CheckRefusals(const TempFolderFacts& allowed) {
   };
   PROPERTY(refused([](TempFolderFacts& facts) { facts.isLink = true; }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.configured.clear(); }), "[%s]", folder);
-  PROPERTY(refused([](TempFolderFacts& facts) { facts.canonical.clear(); }), "[%s]", folder);
+  PROPERTY(refused([](TempFolderFacts& facts) { facts.canonical = Path(); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(OtherCase(facts.canonical)); }), "[%s]", folder);
-  PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(AppendBackslash(facts.canonical) + "a\\b"); }), "[%s]",
+  PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical / u"a\\b"); }), "[%s]",
            folder);
 }
 
 // What is no part of the question.
 void CheckSameAnswer(const TempFolderFacts& facts, bool allowed) {
   TempFolderFacts other = facts;
-  for (std::string& kept : other.keep) kept = OtherCase(kept);
+  for (Path& kept : other.keep) kept = OtherCase(kept);
   std::reverse(other.keep.begin(), other.keep.end());
   other.keep.emplace_back();
   PROPERTY(MayCleanTempFolder(other) == allowed, "[%s] with its kept folders in another case and order",
-           facts.canonical.c_str());
+           Readable(facts.canonical.Shown()).c_str());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  const std::vector<std::string> lines = LinesOf(data, size);
-  TempFolderFacts facts = FactsOf(lines);
+  TempFolderFacts facts = FactsOf(LinesOf(WideInput(data, size)));
   // Also with one path for all three, which the fuzzer would seldom find by itself.
   for (const bool same : {false, true}) {
     if (same) {
-      facts.canonical = Full(facts.configured);
-      facts.reported = facts.configured = AppendBackslash(facts.canonical);
+      facts.canonical = FullPath(facts.configured);
+      facts.reported = facts.configured = AppendBackslash(facts.canonical.Shown());
     }
     const bool allowed = MayCleanTempFolder(facts);
     if (allowed) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace cleaners;
+using namespace platform;
 
 TEST(IsRemovedByCacheWalk, SparesTheHistoryAlone) {
   const struct {
@@ -67,18 +68,19 @@ TEST(IsCookieUrl, ComparesSevenCharactersCaseIncluded) {
 
 TEST(CookieName, IsTheLastPartOfTheLocalFileName) {
   const struct {
-    const char* localFile;
-    const char* name;
+    const char16_t* localFile;
+    const char16_t* name;
   } rows[] = {
-      {"C:\\Windows\\Cookies\\user@site[1].txt", "user@site[1].txt"},
-      {"C:\\user@site[2].txt", "user@site[2].txt"},
-      {"\\\\server\\share\\user@site.txt", "user@site.txt"},
-      {"user@site.txt", "user@site.txt"},
-      {"C:\\Cookies\\two words.txt", "two words.txt"},
-      {"C:\\Cookies/user@site.txt", "Cookies/user@site.txt"},  // "\" alone parts
-      {"C:\\Cookies\\", ""},
-      {"\\", ""},
-      {"", ""},
+      {u"C:\\Windows\\Cookies\\user@site[1].txt", u"user@site[1].txt"},
+      {u"C:\\user@site[2].txt", u"user@site[2].txt"},
+      {u"\\\\server\\share\\user@site.txt", u"user@site.txt"},
+      {u"user@site.txt", u"user@site.txt"},
+      {u"C:\\Cookies\\two words.txt", u"two words.txt"},
+      {u"C:\\Cookies/user@site.txt", u"Cookies/user@site.txt"},  // "\" alone parts
+      {u"C:\\\u5341\u4E8C\u6708\\user@\u8868[1].txt", u"user@\u8868[1].txt"},
+      {u"C:\\Cookies\\", u""},
+      {u"\\", u""},
+      {u"", u""},
   };
-  for (const auto& row : rows) EXPECT_EQ(CookieName(row.localFile), row.name) << '"' << row.localFile << '"';
+  for (const auto& row : rows) EXPECT_EQ(CookieName(row.localFile), row.name) << testing::PrintToString(row.localFile);
 }

@@ -3,53 +3,33 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace shred;
+#include "shown.h"
 
-TEST(DrivePart, EndsWithTheFirstColon) {
-  const struct {
-    const char* path;
-    const char* drive;
-  } rows[] = {
-      {"C:\\a\\b", "C:"},
-      {"C:", "C:"},
-      {"c:a", "c:"},
-      {":", ":"},
-      {"", ""},
-      {"a\\b", ""},
-      {"\\\\s\\h\\a", ""},
-      {"file:C:\\a", "file:"},
-      {"C:\\a:stream", "C:"},
-      {"a:b:c", "a:"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(DrivePart(row.path), row.drive) << "[" << row.path << "]";
-}
+using namespace platform;
+using namespace shred;
 
 TEST(FolderChain, NamesEveryLevelOutermostFirst) {
   const struct {
-    const char* path;
-    std::vector<std::string> chain;
+    const char16_t* path;
+    std::vector<WideText> chain;
   } rows[] = {
-      {"C:\\a\\b", {"C:\\a", "C:\\a\\b"}},
-      {"C:\\a\\b\\", {"C:\\a", "C:\\a\\b"}},
-      {"C:\\a", {"C:\\a"}},
-      {"C:\\one two\\three.four\\5", {"C:\\one two", "C:\\one two\\three.four", "C:\\one two\\three.four\\5"}},
-      {"C:\\", {}},
-      {"C:", {}},
-      {"", {}},
-      {"\\", {}},
-      {"C:a\\b", {"C:a", "C:a\\b"}},
-      {"a\\b", {"a", "a\\b"}},
-      {"\\a\\b", {"\\a", "\\a\\b"}},
+      {u"C:\\a\\b", {u"C:\\a", u"C:\\a\\b"}},
+      {u"C:\\a", {u"C:\\a"}},
+      {u"C:\\one two\\three.four\\5", {u"C:\\one two", u"C:\\one two\\three.four", u"C:\\one two\\three.four\\5"}},
+      {u"\\\\server\\share\\a\\b", {u"\\\\server\\share\\a", u"\\\\server\\share\\a\\b"}},
+      {u"C:\\", {}},
+      {u"\\\\server\\share", {}},
+      {u"", {}},
   };
   for (const auto& row : rows)
-    EXPECT_THAT(FolderChain(row.path), testing::ElementsAreArray(row.chain)) << "[" << row.path << "]";
+    EXPECT_EQ(Shown(FolderChain(FullPath(row.path))), row.chain) << testing::PrintToString(row.path);
 }
 
 TEST(FolderChain, ReachesAHundredLevelsDown) {
-  std::string path = "C:";
-  for (int level = 0; level < 100; ++level) path += "\\d";
-  const std::vector<std::string> chain = FolderChain(path);
+  WideText path = u"C:";
+  for (int level = 0; level < 100; ++level) path += u"\\d";
+  const std::vector<Path> chain = FolderChain(FullPath(path));
   ASSERT_EQ(chain.size(), 100u);
-  EXPECT_EQ(chain.front(), "C:\\d");
-  EXPECT_EQ(chain.back(), path);
+  EXPECT_EQ(chain.front().Shown(), u"C:\\d");
+  EXPECT_EQ(chain.back().Shown(), path);
 }

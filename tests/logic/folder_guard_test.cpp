@@ -6,43 +6,44 @@ using namespace cleaners;
 
 namespace {
 
-FolderFacts Folder(const std::string& canonical, std::vector<std::string> keep = {}) {
+FolderFacts Folder(WideView canonical, const std::vector<WideText>& keep = {}) {
   FolderFacts facts;
-  facts.canonical = canonical;
-  facts.keep = std::move(keep);
+  facts.canonical = FullPath(canonical);
+  for (const WideText& kept : keep) facts.keep.push_back(FullPath(kept));
   return facts;
 }
 
 }  // namespace
 
 TEST(FolderGuard, AllowsAFolderBelowARoot) {
-  for (const char* path : {"C:\\A", "C:\\A\\", "d:\\a\\b\\", "\\\\server\\share\\a\\"})
-    EXPECT_TRUE(MayEmptyFolder(Folder(path, {"C:\\WINDOWS\\", "", "C:\\A2\\"}))) << path;
+  for (const char16_t* path : {u"C:\\A", u"C:\\A\\", u"d:\\a\\b\\", u"\\\\server\\share\\a\\"})
+    EXPECT_TRUE(MayEmptyFolder(Folder(path, {u"C:\\WINDOWS\\", u"", u"C:\\A2\\"}))) << testing::PrintToString(path);
 }
 
 TEST(FolderGuard, RefusesWhatIsNoFolderBelowARoot) {
-  for (const char* path : {"", "\\", "A", "C:", "C:A", "C:\\", "C:\\\\", "\\A", "\\\\server", "\\\\server\\share\\",
-                           "\\\\.\\C:\\A", "\\\\?\\C:\\A"})
-    EXPECT_FALSE(MayEmptyFolder(Folder(path))) << path;
+  for (const char16_t* path : {u"", u"\\", u"A", u"C:", u"C:A", u"C:\\", u"C:\\\\", u"\\A", u"\\\\server",
+                               u"\\\\server\\share\\", u"\\\\.\\C:\\A", u"\\\\?\\C:\\A"})
+    EXPECT_FALSE(MayEmptyFolder(Folder(path))) << testing::PrintToString(path);
 }
 
 TEST(FolderGuard, RefusesALinkAndWhatLeadsToAKeptFolder) {
-  FolderFacts facts = Folder("C:\\A\\");
+  FolderFacts facts = Folder(u"C:\\A\\");
   facts.isLink = true;
   EXPECT_FALSE(MayEmptyFolder(facts));
-  facts = Folder("C:\\A\\");
+  facts = Folder(u"C:\\A\\");
   facts.leadsToKept = true;
   EXPECT_FALSE(MayEmptyFolder(facts));
 }
 
 TEST(FolderGuard, RefusesAFolderThatIsOrHoldsAKeptOneAndAllowsOneInside) {
-  const std::vector<std::string> keep = {"", "C:\\A\\B\\", "D:\\X\\"};
-  for (const char* path : {"C:\\A\\", "c:\\a\\b", "C:\\A\\B\\", "D:\\X"})
-    EXPECT_FALSE(MayEmptyFolder(Folder(path, keep))) << path;
-  for (const char* path : {"C:\\A\\B\\C\\", "C:\\A\\B2", "C:\\A2", "D:\\A", "D:\\X\\Y"})
-    EXPECT_TRUE(MayEmptyFolder(Folder(path, keep))) << path;
+  const std::vector<WideText> keep = {u"", u"C:\\A\\B\\", u"D:\\X\\"};
+  for (const char16_t* path : {u"C:\\A\\", u"c:\\a\\b", u"C:\\A\\B\\", u"D:\\X"})
+    EXPECT_FALSE(MayEmptyFolder(Folder(path, keep))) << testing::PrintToString(path);
+  for (const char16_t* path : {u"C:\\A\\B\\C\\", u"C:\\A\\B2", u"C:\\A2", u"D:\\A", u"D:\\X\\Y"})
+    EXPECT_TRUE(MayEmptyFolder(Folder(path, keep))) << testing::PrintToString(path);
 }
 
-TEST(FolderGuard, TakesAnyTwoLettersBeyondAsciiForEqual) {
-  EXPECT_FALSE(MayEmptyFolder(Folder("C:\\JOS\xC9", {"C:\\Jos\xE9\\"})));
+TEST(FolderGuard, LooksPastTheCaseOfEveryLetterAndAtNoLookAlike) {
+  EXPECT_FALSE(MayEmptyFolder(Folder(u"C:\\JOS\u00C9", {u"C:\\Jos\u00E9\\"})));
+  EXPECT_TRUE(MayEmptyFolder(Folder(u"C:\\Lukasz", {u"C:\\\u0141ukasz\\"})));
 }

@@ -2,48 +2,51 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/wide_system.h"
+
 using namespace cleaners;
+using namespace platform;
 
 TEST(IsListed, FindsANameWhoseBlanksAtTheEndsAreTakenAway) {
-  const std::vector<std::string> names = {".", "..", "Temp", "a b", " padded "};
+  const std::vector<WideText> names = {u".", u"..", u"Temp", u"a b", u" padded "};
   const struct {
-    const char* name;
+    const char16_t* name;
     bool listed;
   } rows[] = {
-      {".", true},
-      {"..", true},
-      {"Temp", true},
-      {"  Temp", true},
-      {"Temp  ", true},
-      {" Temp ", true},
-      {"a b", true},
-      {" . ", true},
-      {"temp", false},
-      {"TEMP", false},
-      {"Tem", false},
-      {"Temps", false},
-      {"...", false},
-      {"a  b", false},
-      {"", false},
-      {" ", false},
-      {"\tTemp", false},
+      {u".", true},
+      {u"..", true},
+      {u"Temp", true},
+      {u"  Temp", true},
+      {u"Temp  ", true},
+      {u" Temp ", true},
+      {u"a b", true},
+      {u" . ", true},
+      {u"temp", false},
+      {u"TEMP", false},
+      {u"Tem", false},
+      {u"Temps", false},
+      {u"...", false},
+      {u"a  b", false},
+      {u"", false},
+      {u" ", false},
+      {u"\tTemp", false},
       // Only the name loses its blanks, not the entry.
-      {" padded ", false},
-      {"padded", false},
+      {u" padded ", false},
+      {u"padded", false},
   };
-  for (const auto& row : rows) EXPECT_EQ(IsListed(names, row.name), row.listed) << "[" << row.name << "]";
+  for (const auto& row : rows) EXPECT_EQ(IsListed(names, row.name), row.listed) << testing::PrintToString(row.name);
 }
 
 TEST(IsListed, FindsNothingInAnEmptyList) {
-  EXPECT_FALSE(IsListed({}, "."));
-  EXPECT_FALSE(IsListed({}, ""));
+  EXPECT_FALSE(IsListed({}, u"."));
+  EXPECT_FALSE(IsListed({}, u""));
 }
 
-TEST(IsListed, FindsAnEmptyEntryByABlankName) { EXPECT_TRUE(IsListed({"a", ""}, "  ")); }
+TEST(IsListed, FindsAnEmptyEntryByABlankName) { EXPECT_TRUE(IsListed({u"a", u""}, u"  ")); }
 
 TEST(IsListed, FindsTheLastOfManyNames) {
-  std::vector<std::string> names;
-  for (int i = 0; i < 5000; ++i) names.push_back("folder " + std::to_string(i));
-  EXPECT_TRUE(IsListed(names, "folder 4999"));
-  EXPECT_FALSE(IsListed(names, "folder 5000"));
+  std::vector<WideText> names;
+  for (int number = 0; number < 5000; ++number) names.push_back(Widen("folder " + std::to_string(number)));
+  EXPECT_TRUE(IsListed(names, u"folder 4999"));
+  EXPECT_FALSE(IsListed(names, u"folder 5000"));
 }

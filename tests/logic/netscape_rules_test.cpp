@@ -3,92 +3,95 @@
 #include <gtest/gtest.h>
 
 using namespace cleaners;
+using namespace platform;
 
 namespace {
 
-constexpr char kTypedUrlNames[] = "FieldSchema.tbl SchemaConcat.tbl SchemaValue.tbl FieldSchema.tbl URLFieldSchema.tbl";
-constexpr char kMailNames[] = "trash trash.msf";
+constexpr char16_t kTypedUrlNames[] = u"FieldSchema.tbl SchemaConcat.tbl SchemaValue.tbl FieldSchema.tbl URLFieldSchema.tbl";
+constexpr char16_t kMailNames[] = u"trash trash.msf";
 
 }  // namespace
 
 TEST(IsInNameList, FindsEveryNameOfTheListInAnyCase) {
-  for (const char* name : {"FieldSchema.tbl", "SchemaConcat.tbl", "SchemaValue.tbl", "URLFieldSchema.tbl",
-                           "URLFIELDSCHEMA.TBL", "fieldschema.tbl", "sChEmAvAlUe.TbL"})
-    EXPECT_TRUE(IsInNameList(name, kTypedUrlNames)) << name;
-  for (const char* name : {"trash", "Trash", "TRASH", "trash.msf", "Trash.MSF"})
-    EXPECT_TRUE(IsInNameList(name, kMailNames)) << name;
+  for (const char16_t* name : {u"FieldSchema.tbl", u"SchemaConcat.tbl", u"SchemaValue.tbl", u"URLFieldSchema.tbl",
+                               u"URLFIELDSCHEMA.TBL", u"fieldschema.tbl", u"sChEmAvAlUe.TbL"})
+    EXPECT_TRUE(IsInNameList(name, kTypedUrlNames)) << testing::PrintToString(name);
+  for (const char16_t* name : {u"trash", u"Trash", u"TRASH", u"trash.msf", u"Trash.MSF"})
+    EXPECT_TRUE(IsInNameList(name, kMailNames)) << testing::PrintToString(name);
 }
 
 // Meant: a name is looked for in the list's text, not among its names.
 TEST(IsInNameList, FindsWhatIsOnlyAPartOfAName) {
-  for (const char* name : {"Value.tbl", "VALUE.TBL", "Schema.tbl", "schema", ".tbl", "tbl", "URL", "l", "tbl SchemaConcat"})
-    EXPECT_TRUE(IsInNameList(name, kTypedUrlNames)) << name;
-  for (const char* name : {"ash", "t", "msf", "sh.msf", " ", "trash trash.msf"})
-    EXPECT_TRUE(IsInNameList(name, kMailNames)) << name;
+  for (const char16_t* name :
+       {u"Value.tbl", u"VALUE.TBL", u"Schema.tbl", u"schema", u".tbl", u"tbl", u"URL", u"l", u"tbl SchemaConcat"})
+    EXPECT_TRUE(IsInNameList(name, kTypedUrlNames)) << testing::PrintToString(name);
+  for (const char16_t* name : {u"ash", u"t", u"msf", u"sh.msf", u" ", u"trash trash.msf"})
+    EXPECT_TRUE(IsInNameList(name, kMailNames)) << testing::PrintToString(name);
 }
 
 TEST(IsInNameList, FindsNoNameThatIsLongerOrOther) {
-  for (const char* name : {"FieldSchema.tbl2", "aFieldSchema.tbl", "FieldSchema.tbl~", "prefs.js", "bookmarks.html",
-                           "history.dat", "Field Schema.tbl", "FieldSchema_tbl", "trash", "?", "*"})
-    EXPECT_FALSE(IsInNameList(name, kTypedUrlNames)) << name;
-  for (const char* name :
-       {"Trash2", "trash.snm", "trash.nsm", "Inbox", "Inbox.msf", "trashtrash", "trash  ", "tr*", "TR\xC4SH"})
-    EXPECT_FALSE(IsInNameList(name, kMailNames)) << name;
+  for (const char16_t* name : {u"FieldSchema.tbl2", u"aFieldSchema.tbl", u"FieldSchema.tbl~", u"prefs.js", u"bookmarks.html",
+                               u"history.dat", u"Field Schema.tbl", u"FieldSchema_tbl", u"trash", u"?", u"*"})
+    EXPECT_FALSE(IsInNameList(name, kTypedUrlNames)) << testing::PrintToString(name);
+  for (const char16_t* name :
+       {u"Trash2", u"trash.snm", u"trash.nsm", u"Inbox", u"Inbox.msf", u"trashtrash", u"trash  ", u"tr*", u"TR\u00C4SH"})
+    EXPECT_FALSE(IsInNameList(name, kMailNames)) << testing::PrintToString(name);
 }
 
-TEST(IsInNameList, FindsNothingInAnEmptyList) { EXPECT_FALSE(IsInNameList("trash", "")); }
+TEST(IsInNameList, FindsNothingInAnEmptyList) { EXPECT_FALSE(IsInNameList(u"trash", u"")); }
 
 TEST(ProfileFolderOf, PutsTheUsersFolderInThePlaceOfTheProgramsFolder) {
   const struct {
-    const char* install;
-    const char* user;
-    const char* profile;
+    const char16_t* install;
+    const char16_t* user;
+    const char16_t* profile;
   } rows[] = {
-      {"C:\\Netscape\\Communicator", "joe", "C:\\Netscape\\Users\\joe\\"},
-      {"C:\\Netscape\\Communicator\\", "joe", "C:\\Netscape\\Users\\joe\\"},
-      {"C:\\Netscape\\Communicator\\Program", "joe", "C:\\Netscape\\Users\\joe\\Program\\"},
-      {"Communicator", "joe", "Users\\joe\\"},
+      {u"C:\\Netscape\\Communicator", u"joe", u"C:\\Netscape\\Users\\joe\\"},
+      {u"C:\\Netscape\\Communicator\\", u"joe", u"C:\\Netscape\\Users\\joe\\"},
+      {u"C:\\Netscape\\Communicator\\Program", u"joe", u"C:\\Netscape\\Users\\joe\\Program\\"},
+      {u"Communicator", u"joe", u"Users\\joe\\"},
       // Every one of them, also inside a longer word.
-      {"C:\\Communicator\\Communicator", "j", "C:\\Users\\j\\Users\\j\\"},
-      {"C:\\CommunicatorCommunicator", "j", "C:\\Users\\jUsers\\j\\"},
-      {"C:\\My Communicator 4", "j", "C:\\My Users\\j 4\\"},
+      {u"C:\\Communicator\\Communicator", u"j", u"C:\\Users\\j\\Users\\j\\"},
+      {u"C:\\CommunicatorCommunicator", u"j", u"C:\\Users\\jUsers\\j\\"},
+      {u"C:\\My Communicator 4", u"j", u"C:\\My Users\\j 4\\"},
       // Blanks around the name stay.
-      {"C:\\Communicator", " joe ", "C:\\Users\\ joe \\"},
+      {u"C:\\Communicator", u" joe ", u"C:\\Users\\ joe \\"},
       // A user of that name is not replaced in turn.
-      {"C:\\Communicator", "Communicator", "C:\\Users\\Communicator\\"},
-      {"C:\\Communicator\\Communicator", "aCommunicatorb", "C:\\Users\\aCommunicatorb\\Users\\aCommunicatorb\\"},
+      {u"C:\\Communicator", u"Communicator", u"C:\\Users\\Communicator\\"},
+      {u"C:\\Communicator\\Communicator", u"aCommunicatorb", u"C:\\Users\\aCommunicatorb\\Users\\aCommunicatorb\\"},
       // Without it, and in other letters, the folder stays as it is.
-      {"C:\\Program Files\\Netscape 7", "joe", "C:\\Program Files\\Netscape 7\\"},
-      {"C:\\communicator\\COMMUNICATOR", "joe", "C:\\communicator\\COMMUNICATOR\\"},
-      {"C:\\Communicato\\r", "joe", "C:\\Communicato\\r\\"},
-      {"C:\\", "joe", "C:\\"},
-      {"", "joe", "\\"},
+      {u"C:\\Program Files\\Netscape 7", u"joe", u"C:\\Program Files\\Netscape 7\\"},
+      {u"C:\\communicator\\COMMUNICATOR", u"joe", u"C:\\communicator\\COMMUNICATOR\\"},
+      {u"C:\\Communicato\\r", u"joe", u"C:\\Communicato\\r\\"},
+      {u"C:\\", u"joe", u"C:\\"},
+      {u"", u"joe", u"\\"},
   };
-  for (const auto& row : rows) EXPECT_EQ(ProfileFolderOf(row.install, row.user), row.profile) << row.install;
+  for (const auto& row : rows)
+    EXPECT_EQ(ProfileFolderOf(row.install, row.user), row.profile) << testing::PrintToString(row.install);
 }
 
 TEST(ProfileFolderOf, TakesATextOfAnyLength) {
-  const std::string user(10000, 'u');
-  EXPECT_EQ(ProfileFolderOf("C:\\Communicator", user), "C:\\Users\\" + user + "\\");
-  std::string install = "C:";
-  std::string profile = "C:";
+  const WideText user(10000, u'u');
+  EXPECT_EQ(ProfileFolderOf(u"C:\\Communicator", user), u"C:\\Users\\" + user + u"\\");
+  WideText install = u"C:";
+  WideText profile = u"C:";
   for (int i = 0; i < 1000; ++i) {
-    install += "\\Communicator";
-    profile += "\\Users\\j";
+    install += u"\\Communicator";
+    profile += u"\\Users\\j";
   }
-  EXPECT_EQ(ProfileFolderOf(install, "j"), profile + "\\");
+  EXPECT_EQ(ProfileFolderOf(install, u"j"), profile + u"\\");
 }
 
 TEST(IsUserName, TakesWhatCanNameAFolder) {
-  for (const char* name :
-       {"joe", "j", "Joe Doe", " joe", "joe ", "joe.doe", ".joe", "joe..", "..joe", "Communicator", "~", "j\xF6rg", "a;b"})
-    EXPECT_TRUE(IsUserName(name)) << '"' << name << '"';
+  for (const char16_t* name : {u"joe", u"j", u"Joe Doe", u" joe", u"joe ", u"joe.doe", u".joe", u"joe..", u"..joe",
+                               u"Communicator", u"~", u"j\u00F6rg", u"a;b"})
+    EXPECT_TRUE(IsUserName(name)) << testing::PrintToString(name);
 }
 
 TEST(IsUserName, RefusesWhatLeadsOutOfTheUsersFolder) {
-  for (const char* name : {"",        ".",       "..",          "...",       " ",     "   ",    " .",
-                           ". ",      " ..",     ".. ",         ". .",       " . . ", "..\\",   "..\\..\\windows",
-                           "..\\joe", "joe\\..", "joe\\..\\..", "\\",        "/",     "../joe", "joe/",
-                           "C:",      "C:\\",    ":",           "joe:stream"})
-    EXPECT_FALSE(IsUserName(name)) << '"' << name << '"';
+  for (const char16_t* name : {u"",        u".",       u"..",          u"...",       u" ",     u"   ",    u" .",
+                               u". ",      u" ..",     u".. ",         u". .",       u" . . ", u"..\\",   u"..\\..\\windows",
+                               u"..\\joe", u"joe\\..", u"joe\\..\\..", u"\\",        u"/",     u"../joe", u"joe/",
+                               u"C:",      u"C:\\",    u":",           u"joe:stream"})
+    EXPECT_FALSE(IsUserName(name)) << testing::PrintToString(name);
 }

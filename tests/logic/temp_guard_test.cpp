@@ -4,170 +4,172 @@
 
 #include <cctype>
 
-#include "platform/path_text.h"
+#include "shown.h"
 
 using namespace cleaners;
 using namespace platform;
 
 namespace {
 
-const std::vector<std::string> kKeepOfWindows98 = {
-    "C:\\WINDOWS\\",          "C:\\WINDOWS\\SYSTEM\\", "C:\\PROGRA~1\\QUELLIX\\", "", "", "C:\\PROGRA~1\\",
-    "C:\\WINDOWS\\DESKTOP\\", "C:\\MYDOCU~1\\",        "C:\\WINDOWS\\APPLIC~1\\"};
+const std::vector<WideText> kKeepOfWindows98 = {
+    u"C:\\WINDOWS\\",          u"C:\\WINDOWS\\SYSTEM\\", u"C:\\PROGRA~1\\QUELLIX\\", u"", u"", u"C:\\PROGRA~1\\",
+    u"C:\\WINDOWS\\DESKTOP\\", u"C:\\MYDOCU~1\\",        u"C:\\WINDOWS\\APPLIC~1\\"};
 
-const std::vector<std::string> kKeepOfWindowsXp = {
-    "C:\\WINDOWS\\",
-    "C:\\WINDOWS\\system32\\",
-    "C:\\PROGRA~1\\Quellix\\",
-    "C:\\PROGRA~1\\",
-    "C:\\DOCUME~1\\joe\\",
-    "C:\\DOCUME~1\\joe\\Desktop\\",
-    "C:\\DOCUME~1\\joe\\MYDOCU~1\\",
-    "C:\\DOCUME~1\\joe\\APPLIC~1\\",
-    "C:\\DOCUME~1\\joe\\LOCALS~1\\APPLIC~1\\",
+const std::vector<WideText> kKeepOfWindowsXp = {
+    u"C:\\WINDOWS\\",
+    u"C:\\WINDOWS\\system32\\",
+    u"C:\\PROGRA~1\\Quellix\\",
+    u"C:\\PROGRA~1\\",
+    u"C:\\DOCUME~1\\joe\\",
+    u"C:\\DOCUME~1\\joe\\Desktop\\",
+    u"C:\\DOCUME~1\\joe\\MYDOCU~1\\",
+    u"C:\\DOCUME~1\\joe\\APPLIC~1\\",
+    u"C:\\DOCUME~1\\joe\\LOCALS~1\\APPLIC~1\\",
 };
 
 // A variable that names `path`, and a system that takes it as it stands.
-TempFolderFacts Named(const std::string& path, const std::vector<std::string>& keep = kKeepOfWindowsXp) {
+TempFolderFacts Named(const WideText& path, const std::vector<WideText>& keep = kKeepOfWindowsXp) {
   TempFolderFacts facts;
   facts.configured = path;
   facts.reported = AppendBackslash(path);
-  facts.canonical = AppendBackslash(path);
-  facts.keep = keep;
+  facts.canonical = FullPath(path);
+  for (const WideText& kept : keep) facts.keep.push_back(FullPath(kept));
   return facts;
 }
 
-void ExpectAllowed(const TempFolderFacts& facts) {
-  EXPECT_TRUE(MayCleanTempFolder(facts)) << "refused [" << facts.canonical << "], configured [" << facts.configured << "]";
+std::string Told(const TempFolderFacts& facts) {
+  using testing::PrintToString;
+  return " " + PrintToString(facts.canonical) + ", configured " + PrintToString(facts.configured) + ", reported " +
+         PrintToString(facts.reported);
 }
 
-void ExpectRefused(const TempFolderFacts& facts) {
-  EXPECT_FALSE(MayCleanTempFolder(facts)) << "would empty [" << facts.canonical << "], configured [" << facts.configured
-                                          << "], reported [" << facts.reported << "]";
-}
+void ExpectAllowed(const TempFolderFacts& facts) { EXPECT_TRUE(MayCleanTempFolder(facts)) << "refused" << Told(facts); }
+
+void ExpectRefused(const TempFolderFacts& facts) { EXPECT_FALSE(MayCleanTempFolder(facts)) << "would empty" << Told(facts); }
 
 // Neither a folder of a drive nor one of a share.
-const char* const kNotFolders[] = {
-    "",
-    " ",
-    "\\",
-    "/",
-    ".",
-    "..",
-    "TEMP",
-    "TEMP\\X",
-    ".\\TEMP",
-    "..\\TEMP",
-    "\\TEMP",
-    "C",
-    "C:",
-    "c:",
-    "C:TEMP",
-    "C:.",
-    "C:..",
-    "C:/TEMP",
-    "C:/",
-    "1:\\TEMP",
-    "?:\\TEMP",
-    "::\\TEMP",
-    "CC:\\TEMP",
-    "%TEMP%",
-    "\"C:\\TEMP\"",
-    "file:///C:/TEMP",
-    "//server/share/temp",
-    "\\\\",
-    "\\\\server",
-    "\\\\server\\",
-    "\\\\\\share\\temp",
-    "\\\\server\\\\temp",
-    "\\\\.\\C:\\TEMP",
-    "\\\\.\\C:",
-    "\\\\?\\C:\\TEMP",
-    "\\\\?\\UNC\\server\\share\\temp",
-    "\\\\.\\PhysicalDrive0",
-    "\\\\.\\pipe\\x",
-    "\\??\\C:\\TEMP",
+const char16_t* const kNotFolders[] = {
+    u"",
+    u" ",
+    u"\\",
+    u"/",
+    u".",
+    u"..",
+    u"TEMP",
+    u"TEMP\\X",
+    u".\\TEMP",
+    u"..\\TEMP",
+    u"\\TEMP",
+    u"C",
+    u"C:",
+    u"c:",
+    u"C:TEMP",
+    u"C:.",
+    u"C:..",
+    u"C:/TEMP",
+    u"C:/",
+    u"1:\\TEMP",
+    u"?:\\TEMP",
+    u"::\\TEMP",
+    u"CC:\\TEMP",
+    u"%TEMP%",
+    u"\"C:\\TEMP\"",
+    u"file:///C:/TEMP",
+    u"//server/share/temp",
+    u"\\\\",
+    u"\\\\server",
+    u"\\\\server\\",
+    u"\\\\\\share\\temp",
+    u"\\\\server\\\\temp",
+    u"\\\\.\\C:\\TEMP",
+    u"\\\\.\\C:",
+    u"\\\\?\\C:\\TEMP",
+    u"\\\\?\\UNC\\server\\share\\temp",
+    u"\\\\.\\PhysicalDrive0",
+    u"\\\\.\\pipe\\x",
+    u"\\??\\C:\\TEMP",
 };
 
-const char* const kRoots[] = {
-    "C:\\",
-    "c:\\",
-    "D:\\",
-    "Z:\\",
-    "C:\\\\",
-    "\\\\server\\share",
-    "\\\\server\\share\\",
-    "\\\\server\\C$\\",
-    "\\\\s\\h",
-    "\\\\server\\share\\\\",
+const char16_t* const kRoots[] = {
+    u"C:\\",
+    u"c:\\",
+    u"D:\\",
+    u"Z:\\",
+    u"C:\\\\",
+    u"\\\\server\\share",
+    u"\\\\server\\share\\",
+    u"\\\\server\\C$\\",
+    u"\\\\s\\h",
+    u"\\\\server\\share\\\\",
 };
 
 }  // namespace
 
 TEST(TempGuard, AllowsTheUsualTempFolders) {
-  for (const char* path : {"C:\\WINDOWS\\TEMP", "c:\\windows\\temp", "C:\\TEMP", "C:\\TEMP\\", "D:\\TEMP", "C:\\TMP\\JOE",
-                           "Z:\\A", "C:\\WINNT\\TEMP", "\\\\server\\share\\temp", "\\\\server\\share\\temp\\joe\\"}) {
+  for (const char16_t* path :
+       {u"C:\\WINDOWS\\TEMP", u"c:\\windows\\temp", u"C:\\TEMP", u"C:\\TEMP\\", u"D:\\TEMP", u"C:\\TMP\\JOE", u"Z:\\A",
+        u"C:\\WINNT\\TEMP", u"\\\\server\\share\\temp", u"\\\\server\\share\\temp\\joe\\"}) {
     ExpectAllowed(Named(path));
     ExpectAllowed(Named(path, kKeepOfWindows98));
   }
-  ExpectAllowed(Named("C:\\DOCUME~1\\joe\\LOCALS~1\\Temp"));
-  ExpectAllowed(Named("C:\\DOCUME~1\\joe\\LOCALS~1\\Temp\\"));
+  ExpectAllowed(Named(u"C:\\DOCUME~1\\joe\\LOCALS~1\\Temp"));
+  ExpectAllowed(Named(u"C:\\DOCUME~1\\joe\\LOCALS~1\\Temp\\"));
 }
 
 TEST(TempGuard, AllowsAFolderWhoseNameOnlyBeginsLikeAKeptOne) {
-  for (const char* path :
-       {"C:\\WINDOWS.OLD", "C:\\WINDOWSTEMP", "C:\\WINDOWS2", "C:\\WINDOW", "C:\\WINNT.TMP", "C:\\WINNTTEMP", "C:\\PROGRA~2",
-        "C:\\PROGRA~1\\Quellix2", "C:\\DOCUME~1\\joel", "C:\\DOCUME~1\\jo", "C:\\DOCUME~1\\joe\\Desktop2", "D:\\WINDOWS",
-        "D:\\DOCUME~1\\joe", "C:\\A\\WINDOWS"})
+  for (const char16_t* path :
+       {u"C:\\WINDOWS.OLD", u"C:\\WINDOWSTEMP", u"C:\\WINDOWS2", u"C:\\WINDOW", u"C:\\WINNT.TMP", u"C:\\WINNTTEMP",
+        u"C:\\PROGRA~2", u"C:\\PROGRA~1\\Quellix2", u"C:\\DOCUME~1\\joel", u"C:\\DOCUME~1\\jo",
+        u"C:\\DOCUME~1\\joe\\Desktop2", u"D:\\WINDOWS", u"D:\\DOCUME~1\\joe", u"C:\\A\\WINDOWS"})
     ExpectAllowed(Named(path));
 }
 
 TEST(TempGuard, AllowsAFolderBelowAKeptOne) {
-  for (const std::string& kept : kKeepOfWindowsXp) ExpectAllowed(Named(kept + "Temp"));
+  for (const WideText& kept : kKeepOfWindowsXp) ExpectAllowed(Named(kept + u"Temp"));
 }
 
 TEST(TempGuard, RefusesTheWindowsFoldersByName) {
-  for (const char* path : {"C:\\WINDOWS", "C:\\WINDOWS\\", "c:\\windows", "c:\\windows\\", "C:\\Windows", "C:\\WINNT",
-                           "c:\\winnt\\", "C:\\WinNT", "  C:\\WINDOWS", "  c:\\winnt\\"}) {
+  for (const char16_t* path : {u"C:\\WINDOWS", u"C:\\WINDOWS\\", u"c:\\windows", u"c:\\windows\\", u"C:\\Windows",
+                               u"C:\\WINNT", u"c:\\winnt\\", u"C:\\WinNT", u"  C:\\WINDOWS", u"  c:\\winnt\\"}) {
     TempFolderFacts facts = Named(path, {});
     ExpectRefused(facts);
-    facts.configured = "D:\\TEMP";
-    facts.canonical = "D:\\TEMP\\";
+    facts.configured = u"D:\\TEMP";
+    facts.canonical = FullPath(u"D:\\TEMP\\");
     ExpectRefused(facts);
-    facts.reported += "   ";
+    facts.reported += u"   ";
     ExpectRefused(facts);
   }
 }
 
 TEST(TempGuard, RefusesWhenTheVariableNamesNoFolderOfADriveOrShare) {
-  for (const char* path : kNotFolders) {
+  for (const char16_t* path : kNotFolders) {
     ExpectRefused(Named(path));
-    TempFolderFacts facts = Named("C:\\TEMP");
+    TempFolderFacts facts = Named(u"C:\\TEMP");
     facts.configured = path;
     ExpectRefused(facts);
   }
 }
 
 TEST(TempGuard, RefusesWhenTheSystemMakesNoFolderOfADriveOrShareOfIt) {
-  for (const char* path : kNotFolders) {
-    TempFolderFacts facts = Named("C:\\TEMP", {});
-    facts.canonical = path;
+  for (const char16_t* path : kNotFolders) {
+    TempFolderFacts facts = Named(u"C:\\TEMP", {});
+    facts.canonical = FullPath(path);
     ExpectRefused(facts);
   }
 }
 
 TEST(TempGuard, RefusesARoot) {
-  for (const char* path : kRoots) {
+  for (const char16_t* path : kRoots) {
     ExpectRefused(Named(path));
     ExpectRefused(Named(path, {}));
-    TempFolderFacts facts = Named("C:\\TEMP", {});
-    facts.canonical = path;
+    TempFolderFacts facts = Named(u"C:\\TEMP", {});
+    facts.canonical = FullPath(path);
     ExpectRefused(facts);
   }
 }
 
 TEST(TempGuard, RefusesALink) {
-  TempFolderFacts facts = Named("D:\\TEMP");
+  TempFolderFacts facts = Named(u"D:\\TEMP");
   ExpectAllowed(facts);
   facts.isLink = true;
   ExpectRefused(facts);
@@ -175,85 +177,85 @@ TEST(TempGuard, RefusesALink) {
 
 TEST(TempGuard, RefusesEveryKeptFolderInAnyCaseWithAndWithoutABackslash) {
   for (const auto& keep : {kKeepOfWindows98, kKeepOfWindowsXp}) {
-    for (const std::string& kept : keep) {
+    for (const WideText& kept : keep) {
       if (kept.empty()) continue;
-      std::string upper = kept, lower = kept;
-      for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-      for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-      for (const std::string& path : {kept, upper, lower, kept.substr(0, kept.size() - 1)}) ExpectRefused(Named(path, keep));
+      WideText upper = kept, lower = kept;
+      for (WideChar& c : upper) c = static_cast<WideChar>(std::toupper(c));
+      for (WideChar& c : lower) c = static_cast<WideChar>(std::tolower(c));
+      for (const WideText& path : {kept, upper, lower, kept.substr(0, kept.size() - 1)}) ExpectRefused(Named(path, keep));
     }
   }
 }
 
 TEST(TempGuard, RefusesAFolderThatHoldsAKeptOne) {
-  for (const char* path : {"C:\\DOCUME~1", "c:\\docume~1\\", "C:\\DOCUME~1\\joe\\LOCALS~1", "C:\\DOCUME~1\\JOE\\locals~1\\"})
+  for (const char16_t* path :
+       {u"C:\\DOCUME~1", u"c:\\docume~1\\", u"C:\\DOCUME~1\\joe\\LOCALS~1", u"C:\\DOCUME~1\\JOE\\locals~1\\"})
     ExpectRefused(Named(path));
-  ExpectRefused(Named("D:\\A", {"D:\\A\\B\\C\\D\\E\\"}));
-  ExpectRefused(Named("\\\\server\\share\\profiles", {"\\\\SERVER\\share\\Profiles\\joe\\"}));
+  ExpectRefused(Named(u"D:\\A", {u"D:\\A\\B\\C\\D\\E\\"}));
+  ExpectRefused(Named(u"\\\\server\\share\\profiles", {u"\\\\SERVER\\share\\Profiles\\joe\\"}));
 }
 
 TEST(TempGuard, LooksAtEveryKeptFolder) {
-  ExpectRefused(Named("D:\\A", {"D:\\A\\", "E:\\B\\", "E:\\C\\"}));
-  ExpectRefused(Named("D:\\A", {"E:\\B\\", "D:\\A\\", "E:\\C\\"}));
-  ExpectRefused(Named("D:\\A", {"E:\\B\\", "E:\\C\\", "D:\\A\\"}));
-  ExpectRefused(Named("D:\\A", {"", "", "D:\\A"}));
+  ExpectRefused(Named(u"D:\\A", {u"D:\\A\\", u"E:\\B\\", u"E:\\C\\"}));
+  ExpectRefused(Named(u"D:\\A", {u"E:\\B\\", u"D:\\A\\", u"E:\\C\\"}));
+  ExpectRefused(Named(u"D:\\A", {u"E:\\B\\", u"E:\\C\\", u"D:\\A\\"}));
+  ExpectRefused(Named(u"D:\\A", {u"", u"", u"D:\\A"}));
 }
 
 TEST(TempGuard, PassesOverAKeptFolderThatTheSystemDoesNotHave) {
-  ExpectAllowed(Named("D:\\A", {}));
-  ExpectAllowed(Named("D:\\A", {"", ""}));
+  ExpectAllowed(Named(u"D:\\A", {}));
+  ExpectAllowed(Named(u"D:\\A", {u"", u""}));
 }
 
 TEST(TempGuard, DecidesByTheSpellingInFullAndInShortNames) {
-  TempFolderFacts facts = Named("C:\\Documents and Settings\\joe\\Local Settings\\Temp");
-  facts.canonical = "C:\\DOCUME~1\\joe\\LOCALS~1\\Temp\\";
+  TempFolderFacts facts = Named(u"C:\\Documents and Settings\\joe\\Local Settings\\Temp");
+  facts.canonical = FullPath(u"C:\\DOCUME~1\\joe\\LOCALS~1\\Temp\\");
   ExpectAllowed(facts);
 
   const struct {
-    const char* path;
-    const char* canonical;
+    const char16_t* path;
+    const char16_t* canonical;
   } rows[] = {
-      {"C:\\Documents and Settings", "C:\\DOCUME~1\\"},
-      {"C:\\Documents and Settings\\joe", "C:\\DOCUME~1\\joe\\"},
-      {"C:\\Documents and Settings\\joe\\My Documents", "C:\\DOCUME~1\\joe\\MYDOCU~1\\"},
-      {"C:\\Program Files", "C:\\PROGRA~1\\"},
-      {"C:\\TEMP\\..\\WINDOWS", "C:\\WINDOWS\\"},
-      {"C:\\TEMP\\..", "C:\\"},
-      {"C:\\TEMP\\..\\PROGRA~1\\.", "C:\\PROGRA~1\\"},
-      {"C:\\WINDOWS.", "C:\\WINDOWS\\"},
+      {u"C:\\Documents and Settings", u"C:\\DOCUME~1\\"},
+      {u"C:\\Documents and Settings\\joe", u"C:\\DOCUME~1\\joe\\"},
+      {u"C:\\Documents and Settings\\joe\\My Documents", u"C:\\DOCUME~1\\joe\\MYDOCU~1\\"},
+      {u"C:\\Program Files", u"C:\\PROGRA~1\\"},
+      {u"C:\\TEMP\\..\\WINDOWS", u"C:\\WINDOWS\\"},
+      {u"C:\\TEMP\\..", u"C:\\"},
+      {u"C:\\TEMP\\..\\PROGRA~1\\.", u"C:\\PROGRA~1\\"},
+      {u"C:\\WINDOWS.", u"C:\\WINDOWS\\"},
   };
   for (const auto& row : rows) {
     facts = Named(row.path);
-    facts.canonical = row.canonical;
+    facts.canonical = FullPath(row.canonical);
     ExpectRefused(facts);
   }
 }
 
 // Windows 95 and 98 report the current folder when the folders that the variables name do not exist.
 TEST(TempGuard, RefusesAFolderThatNoVariableNames) {
-  TempFolderFacts facts = Named("D:\\PHOTOS", kKeepOfWindows98);
-  facts.configured = "C:\\GONE";
+  TempFolderFacts facts = Named(u"D:\\PHOTOS", kKeepOfWindows98);
+  facts.configured = u"C:\\GONE";
   ExpectRefused(facts);
-  facts.configured = "D:\\PHOTOS\\GONE";
+  facts.configured = u"D:\\PHOTOS\\GONE";
   ExpectRefused(facts);
-  facts.configured = "D:\\";
+  facts.configured = u"D:\\";
   ExpectRefused(facts);
 }
 
 TEST(TempGuard, RefusesAFolderThatLeadsToAKeptOneByAnotherPath) {
-  TempFolderFacts facts = Named("X:\\TEMP");
+  TempFolderFacts facts = Named(u"X:\\TEMP");
   ExpectAllowed(facts);
   facts.leadsToKept = true;
   ExpectRefused(facts);
 }
 
 TEST(TempGuard, RefusesAPathWithAWildcardInIt) {
-  for (const char* path : {"C:\\T?MP", "C:\\TEMP\\*"}) ExpectRefused(Named(path));
+  for (const char16_t* path : {u"C:\\T?MP", u"C:\\TEMP\\*"}) ExpectRefused(Named(path));
 }
 
-// One folder to the file system, and short enough to have no short name beside its own. The letters are those of the
-// code page 1252.
+// One folder to the file system, and short enough to have no short name beside its own.
 TEST(TempGuard, RefusesAKeptFolderWhoseAccentedLettersDifferInCase) {
-  ExpectRefused(Named("C:\\DOCUME~1\\JOS\xC9", {"C:\\DOCUME~1\\Jos\xE9\\"}));
-  ExpectRefused(Named("C:\\DOCUME~1\\j\xFCrgen", {"C:\\DOCUME~1\\J\xDCRGEN\\Desktop\\"}));
+  ExpectRefused(Named(u"C:\\DOCUME~1\\JOS\u00C9", {u"C:\\DOCUME~1\\Jos\u00E9\\"}));
+  ExpectRefused(Named(u"C:\\DOCUME~1\\j\u00FCrgen", {u"C:\\DOCUME~1\\J\u00DCRGEN\\Desktop\\"}));
 }

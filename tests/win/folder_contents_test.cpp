@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "ansi_paths.h"
 #include "log_recorder.h"
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
@@ -94,6 +95,11 @@ void CALLBACK StopAndWatch(HWND, UINT, UINT_PTR timer, DWORD) {
   StopErase = true;
   ::KillTimer(nullptr, timer);
   watch = ::SetTimer(nullptr, 0, 100, &NoteThatItWentOn);
+}
+
+// As the cleaner of the temporary folder hands it over.
+void ClearFolderContents(const std::string& folder, bool removeFolder, bool removeSubFolders) {
+  cleaners::ClearFolderContents(At(folder), removeFolder, removeSubFolders);
 }
 
 class FolderContents : public testing::TestWithParam<const char*> {
@@ -201,7 +207,7 @@ TEST_P(FolderContents, RefusesAFolderThatIsALink) {
 TEST_P(FolderContents, LeavesAFolderAloneThatBecameALinkAfterItWasListed) {
   static std::string swap;
   swap = "C:\\swap\\" + std::string(GetParam());
-  LogCleanResult = [](const std::string&, const std::string&) {
+  LogCleanResult = [](WideView, WideView) {
     if (!Exists(swap + "\\please")) MakeFile(swap + "\\please");
     for (int wait = 0; wait < 2000 && !Exists(swap + "\\done"); ++wait) ::Sleep(5);
   };
@@ -227,7 +233,8 @@ TEST_P(FolderContents, RemovesEveryNameThatTheFileSystemHolds) {
   // Devices for the ANSI functions, and two characters that become one and have no short name.
   EXPECT_THAT(Everything(Planted("names")),
               ElementsAre("files", "files\\COM1", "files\\CON", "files\\LPT1.txt", "files\\NUL.txt", "files\\e<769>",
-                          "files\\prn", "folders", "folders\\e<769>", "folders\\e<769>\\inner.txt"));
+                          "files\\prn", "folders", "folders\\COM1", "folders\\CON", "folders\\LPT1.txt", "folders\\NUL.txt",
+                          "folders\\e<769>", "folders\\e<769>\\inner.txt", "folders\\prn"));
 }
 
 TEST_P(FolderContents, KeepsReadOnlyFilesAndRemovesHiddenAndSystemOnes) {
@@ -312,7 +319,7 @@ TEST_P(FolderContents, StopsAtOnceWhenAnEventAsksForIt) {
 
 TEST_P(FolderContents, RemovesNoFolderAfterTheStop) {
   MakeFiles(Place(), {"a\\b\\x.txt", "a\\y.txt", "c\\x.txt", "z.txt"});
-  LogCleanResult = [](const std::string&, const std::string&) { StopErase = true; };
+  LogCleanResult = [](WideView, WideView) { StopErase = true; };
   ClearFolderContents(Place(), true, true);
   EXPECT_THAT(Everything(Place()), ElementsAre("a", "a\\y.txt", "c", "c\\x.txt", "z.txt"));
   ClearFolderContents(Place(), true, true);
@@ -323,7 +330,7 @@ TEST_P(FolderContents, KeepsItselfWhenTheStopComesWithItsLastFolder) {
   static int lines;
   lines = 0;
   MakeFiles(Place(), {"last\\x.txt"});
-  LogCleanResult = [](const std::string&, const std::string&) {
+  LogCleanResult = [](WideView, WideView) {
     ++lines;
     StopErase = true;
   };

@@ -21,6 +21,7 @@
 #include "panel_for_tests.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/wide_system.h"
 #include "scratch_folder.h"
 #include "watched_window.h"
 #include "window_event.h"
@@ -336,7 +337,7 @@ TEST_F(ScheduledShredTest, EndsAtAStopRequestBehindTheFileInHandAndKeepsTheOther
   }
   EXPECT_THAT(NamesIn(folder.Path()), UnorderedElementsAre("a", "c"));
   EXPECT_EQ(Count(IDC_lstFiles), 2);
-  EXPECT_EQ(filled.lstFiles.Item(0), folder / "a");
+  EXPECT_EQ(filled.lstFiles.Item(0), Widen(folder / "a"));
 
   StopErase = false;
   panel.ShredDelete();
@@ -420,6 +421,9 @@ TEST_F(DropTest, OfANameOutsideTheCodePageMeansThatFileAndNoneThatLooksLikeIt) {
   ASSERT_NE(made, INVALID_HANDLE_VALUE);
   ::CloseHandle(made);
   DropWide(IDC_lstFileShred, wide);
+  wchar_t shown[MAX_PATH] = L"";
+  ::SendMessageW(Item(IDC_lstFileShred), LB_GETTEXT, 0, reinterpret_cast<LPARAM>(shown));
+  EXPECT_EQ(shown, wide) << "the list shows its real name";
   Press(IDC_cmdshredFiles);
   EXPECT_EQ(Text(IDC_txtMessage), "1 file shredded.");
   EXPECT_EQ(::GetFileAttributesW(wide.c_str()), INVALID_FILE_ATTRIBUTES);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
@@ -50,8 +51,8 @@ class LockedIndexTest : public testing::Test {
     }
   }
 
-  const std::string cookiesFolder = FindSpecialFolder(kCookiesFolder);
-  const std::string historyFolder = FindSpecialFolder(kHistoryFolder);
+  const std::string cookiesFolder = TextOf(FindSpecialFolder(kCookiesFolder));
+  const std::string historyFolder = TextOf(FindSpecialFolder(kHistoryFolder));
   const std::string cookies = cookiesFolder + "\\index.dat";
   const std::string history = historyFolder + "\\index.dat";
   const std::string inner = historyFolder + "\\History.IE5\\index.dat";
@@ -69,7 +70,7 @@ bool IsBlank(const std::string& bytes) { return bytes.find_first_not_of(' ') == 
 
 TEST(FindSpecialFolder, GivesAFoldersPath) {
   for (const SpecialFolder folder : {kCookiesFolder, kHistoryFolder, kDesktopFolder, kDocumentsFolder, kProfileFolder}) {
-    const std::string path = FindSpecialFolder(folder);
+    const std::string path = TextOf(FindSpecialFolder(folder));
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     ASSERT_NE(attributes, INVALID_FILE_ATTRIBUTES) << folder;
     EXPECT_NE(attributes & FILE_ATTRIBUTE_DIRECTORY, 0u) << path;
@@ -80,7 +81,7 @@ TEST(FindSpecialFolder, GivesAFoldersPath) {
 TEST(FindSpecialFolder, GivesNothingForAPlaceThatIsNoFolderOfTheDiskOrUnknown) {
   constexpr int kControlPanel = 3, kRecycleBin = 10;
   for (const int identifier : {kControlPanel, kRecycleBin, 200, 9999, -1})
-    EXPECT_EQ(FindSpecialFolder(identifier), "") << identifier;
+    EXPECT_EQ(FindSpecialFolder(identifier), Path()) << identifier;
 }
 
 TEST_F(LockedIndexTest, FillsAllThreeFilesWithBlanks) {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "cookies/frmCookie_ids.h"
 #include "platform/dialog.h"
 #include "platform/handles.h"
@@ -43,24 +44,24 @@ class MdCookies : public testing::Test {
 
   Names Lines() const {
     Names lines;
-    for (int line = 0; line < list.ListCount(); ++line) lines.push_back(list.Item(line));
+    for (int line = 0; line < list.ListCount(); ++line) lines.push_back(TextOf(list.Item(line)));
     return lines;
   }
 
   Names LoadedFrom(const std::string& bytes) {
-    EXPECT_TRUE(LoadList(list, folder.File("list", bytes)));
+    EXPECT_TRUE(LoadList(list, At(folder.File("list", bytes))));
     return Lines();
   }
 
   std::string Saved() {
-    SaveList(list, folder / "list");
+    SaveList(list, At(folder / "list"));
     return ReadWhole(folder / "list");
   }
 
   // The list has other lines than the file, which no saving gets through to.
   void ExpectSavingLeavesTheFile(const std::string& file) {
     Fill({"new"});
-    SaveList(list, file);
+    SaveList(list, At(file));
     EXPECT_EQ(NamesIn(folder.Path()), Names{"list"}) << "something is left beside the file";
   }
 
@@ -94,46 +95,46 @@ std::string AsFile(const Names& names) {
 TEST_F(IsKeptTest, LooksAtNeitherCaseNorBlanksAroundTheName) {
   Fill({"first", "  USER@Site[1].TXT ", "last"});
   for (const char* name : {"user@site[1].txt", "USER@SITE[1].TXT", "  user@site[1].txt", "user@site[1].txt  ", "LAST"})
-    EXPECT_TRUE(IsKept(list, name)) << name;
+    EXPECT_TRUE(IsKept(list, Widen(name))) << name;
 }
 
 TEST_F(IsKeptTest, IsFalseForANameThatNoLineIs) {
   Fill({"user@site[1].txt", "b c"});
   for (const char* name : {"user@site[1]", "user@site[1].txt2", "site[1].txt", "bc", "b  c", "\tb c", ""})
-    EXPECT_FALSE(IsKept(list, name)) << name;
+    EXPECT_FALSE(IsKept(list, Widen(name))) << name;
 }
 
 TEST_F(IsKeptTest, IsFalseForAnEmptyList) {
-  EXPECT_FALSE(IsKept(list, "user@site[1].txt"));
-  EXPECT_FALSE(IsKept(list, ""));
+  EXPECT_FALSE(IsKept(list, L"user@site[1].txt"));
+  EXPECT_FALSE(IsKept(list, L""));
 }
 
 TEST_F(IsKeptTest, TakesABlankLineForTheEmptyName) {
   Fill({"first", "  "});
-  EXPECT_TRUE(IsKept(list, ""));
+  EXPECT_TRUE(IsKept(list, L""));
 }
 
 TEST_F(IsKeptTest, LetsWindowEventsRunAfterALineThatDoesNotMatch) {
   Fill({"other", "name"});
   events.AtTheNext([&] { list.RemoveItem(1); });
-  EXPECT_FALSE(IsKept(list, "name")) << "the line went before it was looked at";
+  EXPECT_FALSE(IsKept(list, L"name")) << "the line went before it was looked at";
   EXPECT_TRUE(events.HasRun());
 }
 
 TEST_F(IsKeptTest, LetsNoWindowEventRunWhenTheFirstLineMatches) {
   Fill({"name", "other"});
   events.AtTheNext([] {});
-  EXPECT_TRUE(IsKept(list, "name"));
+  EXPECT_TRUE(IsKept(list, L"name"));
   EXPECT_FALSE(events.HasRun());
 }
 
 TEST_F(IsKeptTest, RunsOnWhenAWindowEventEmptiesTheListOrTakesItAway) {
   Fill(Numbered(3));
   events.AtTheNext([&] { list.Clear(); });
-  EXPECT_FALSE(IsKept(list, "name"));
+  EXPECT_FALSE(IsKept(list, L"name"));
   Fill(Numbered(3));
   events.AtTheNext([&] { window.Close(); });
-  EXPECT_FALSE(IsKept(list, "name"));
+  EXPECT_FALSE(IsKept(list, L"name"));
   EXPECT_TRUE(events.HasRun());
 }
 
@@ -186,8 +187,8 @@ TEST_F(SaveListTest, LeavesAFolderOfThatName) {
 
 TEST_F(SaveListTest, MakesNoFolder) {
   Fill({"name"});
-  SaveList(list, folder / "none\\list");
-  SaveList(list, "");
+  SaveList(list, At(folder / "none\\list"));
+  SaveList(list, Path());
   EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
 }
 
@@ -205,7 +206,7 @@ TEST_F(LoadListTest, EmptiesTheListFirst) {
 TEST_F(LoadListTest, TakesAMissingFileForAnEmptyList) {
   for (const std::string& path : {folder / "missing", folder / "none\\missing"}) {
     Fill({"from before"});
-    EXPECT_TRUE(LoadList(list, path)) << path;
+    EXPECT_TRUE(LoadList(list, At(path))) << path;
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_FALSE(IsThere(path));
   }
@@ -216,13 +217,13 @@ TEST_F(LoadListTest, LeavesTheListEmptyAndSaysSoWhenTheFileCannotBeRead) {
   const UniqueFile holder = Hold(file, 0);
   ASSERT_TRUE(holder);
   Fill({"from before"});
-  EXPECT_FALSE(LoadList(list, file));
+  EXPECT_FALSE(LoadList(list, At(file)));
   EXPECT_THAT(Lines(), IsEmpty());
 }
 
 TEST_F(LoadListTest, LeavesTheListEmptyAndSaysSoForAFolder) {
   Fill({"from before"});
-  EXPECT_FALSE(LoadList(list, folder.Path()));
+  EXPECT_FALSE(LoadList(list, At(folder.Path())));
   EXPECT_THAT(Lines(), IsEmpty());
 }
 
@@ -231,14 +232,14 @@ TEST_F(LoadListTest, ReadsAFileThatAnotherProgramHasOpenForWriting) {
   const UniqueFile holder(
       ::CreateFileA(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(holder);
-  EXPECT_TRUE(LoadList(list, file));
+  EXPECT_TRUE(LoadList(list, At(file)));
   EXPECT_THAT(Lines(), ElementsAre("name"));
 }
 
 TEST_F(LoadListTest, ReadsAReadOnlyFile) {
   const std::string file = folder.File("list", "name\r\n");
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(LoadList(list, file));
+  EXPECT_TRUE(LoadList(list, At(file)));
   EXPECT_THAT(Lines(), ElementsAre("name"));
 }
 
@@ -277,15 +278,15 @@ TEST_F(LoadListTest, GivesBackTenThousandLines) {
 
 TEST_F(LoadListTest, GivesANameWithACommaBackAsTwo) {
   Fill({"user@a,b[1].txt", "user@c[1].txt"});
-  SaveList(list, folder / "list");
-  EXPECT_TRUE(LoadList(list, folder / "list"));
+  SaveList(list, At(folder / "list"));
+  EXPECT_TRUE(LoadList(list, At(folder / "list")));
   EXPECT_THAT(Lines(), ElementsAre("user@a", "b[1].txt", "user@c[1].txt"));
 }
 
 TEST_F(LoadListTest, GivesANameInQuotesBackWithoutThem) {
   Fill({"\"user@a[1].txt\""});
-  SaveList(list, folder / "list");
-  EXPECT_TRUE(LoadList(list, folder / "list"));
+  SaveList(list, At(folder / "list"));
+  EXPECT_TRUE(LoadList(list, At(folder / "list")));
   EXPECT_THAT(Lines(), ElementsAre("user@a[1].txt"));
 }
 
@@ -299,7 +300,7 @@ TEST_F(LoadListTest, LetsWindowEventsRunAfterEachLine) {
 TEST_F(LoadListTest, EndsWithTheLineAtWhichItIsCutShort) {
   bool cut = false;
   events.AtTheNext([&] { cut = true; });
-  EXPECT_TRUE(LoadList(list, folder.File("list", "one\r\ntwo\r\nthree\r\n"), &cut));
+  EXPECT_TRUE(LoadList(list, At(folder.File("list", "one\r\ntwo\r\nthree\r\n")), &cut));
   EXPECT_THAT(Lines(), ElementsAre("one"));
 }
 

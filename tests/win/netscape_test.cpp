@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "netscape_profiles.h"
@@ -68,7 +69,7 @@ class Netscape : public ByEitherNames {
 
   const ShellFolders shell;
   const ScratchFolder folder;
-  const ScratchFolder mozilla{FindSpecialFolder(kProfileFolder) + "\\Application Data\\Mozilla\\Profiles"};
+  const ScratchFolder mozilla{TextOf(FindSpecialFolder(kProfileFolder)) + "\\Application Data\\Mozilla\\Profiles"};
   const ScratchKey netscape{"Software\\Netscape", HKEY_LOCAL_MACHINE};
   const std::string communicator = folder / "four";
   const std::string netscape6 = folder / "Users\\joe";

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/wipe_state.h"
 #include "import_hook.h"
@@ -48,12 +49,12 @@ class NetscapeWalks : public ByEitherNames {
   // What a search appends, as paths below the scratch folder.
   Names Found(const std::string& root, const std::string& names) const {
     FileList results(1);
-    FindFilesByName(root, names, results);
+    FindFilesByName(At(root), Widen(names), results);
     return Below(results);
   }
   Names FoundFolders(const std::string& root, const std::string& name) const {
     FileList results(1);
-    FindFoldersByName(root, name, results);
+    FindFoldersByName(At(root), Widen(name), results);
     return Below(results);
   }
 
@@ -75,13 +76,12 @@ class NetscapeWalks : public ByEitherNames {
 
  private:
   Names Below(const FileList& results) const {
-    EXPECT_EQ(results.at(0), NativePath()) << "the first element stays empty";
+    EXPECT_EQ(results.at(0), Path()) << "the first element stays empty";
     Names names;
     for (std::size_t index = 1; index < results.size(); ++index) {
-      const std::string shown = ShownPath(results[index]);
+      const std::string shown = TextOf(results[index]);
       EXPECT_TRUE(shown.starts_with(folder.Path() + "\\")) << shown;
       names.push_back(shown.substr(folder.Path().size() + 1));
-      if (names.back().ends_with('\\')) names.back().pop_back();
     }
     return names;
   }
@@ -189,11 +189,10 @@ TEST_P(FindFiles, AppendsNoFolderOfSuchAName) {
 
 TEST_P(FindFiles, KeepsWhatTheListHolds) {
   PutFiles({"trash"});
-  FileList results = {L"", L"one", L"two"};
-  FindFilesByName(folder.Path(), "trash", results);
+  FileList results = {Path(), At("C:\\one"), At("C:\\two")};
+  FindFilesByName(At(folder.Path()), L"trash", results);
   ASSERT_EQ(results.size(), 4u);
-  EXPECT_EQ(results[0] + results[1] + results[2], L"onetwo");
-  EXPECT_EQ(ShownPath(results[3]), folder / "trash");
+  EXPECT_EQ(results, (FileList{Path(), At("C:\\one"), At("C:\\two"), At(folder / "trash")}));
 }
 
 TEST_P(FindFiles, TakesTheRootWithOrWithoutABackslash) {
@@ -238,12 +237,9 @@ TEST_P(FindFolders, LeavesOutTheRootItself) {
 
 TEST_P(FindFolders, LeavesOutLinks) {
   FileList results(1);
-  FindFoldersByName(Planted("links"), "cache", results);
+  FindFoldersByName(At(Planted("links")), L"cache", results);
   EXPECT_EQ(results.size(), 3u) << "of abc.slt and zz";
-  for (std::size_t index = 1; index < results.size(); ++index) {
-    const NativePath name = results[index].substr(0, results[index].size() - 1);
-    EXPECT_FALSE(IsLink(NativeAttributes(name))) << ShownPath(name);
-  }
+  for (const Path& found : results) EXPECT_FALSE(IsLink(NativeAttributes(found))) << TextOf(found);
 }
 
 TEST_P(FindFolders, FindsNothingBelowARootThatIsNoFolder) {
@@ -264,7 +260,7 @@ TEST_P(DeletingAFile, DeletesWithoutOverwritingForNoPasses) {
   for (const std::int16_t passes : {WipePasses, std::int16_t{-1}}) {
     const std::string file = folder.File("file", "the content");
     GiveSecondName(file, folder / "second");
-    DeleteFile(ToNativePath(file), passes);
+    DeleteFile(PathOf(Widen(file)), passes);
     EXPECT_FALSE(IsThere(file));
     EXPECT_EQ(ReadWhole(folder / "second"), "the content");
     ::DeleteFileA((folder / "second").c_str());
@@ -276,7 +272,7 @@ TEST_P(DeletingAFile, OverwritesEveryByteBeforeItDeletes) {
     for (const std::size_t size : {1u, 1023u, 1024u, 1025u, 2048u, 2500u, 100000u}) {
       const std::string file = folder.File("file", std::string(size, 'x'));
       GiveSecondName(file, folder / "second");
-      DeleteFile(ToNativePath(file), passes);
+      DeleteFile(PathOf(Widen(file)), passes);
       EXPECT_FALSE(IsThere(file));
       const std::string bytes = ReadWhole(folder / "second");
       EXPECT_EQ(bytes.size(), size);
@@ -288,7 +284,7 @@ TEST_P(DeletingAFile, OverwritesEveryByteBeforeItDeletes) {
 
 TEST_P(DeletingAFile, DeletesAnEmptyOneAfterAPass) {
   const std::string file = folder.File("file", "");
-  DeleteFile(ToNativePath(file), 1);
+  DeleteFile(PathOf(Widen(file)), 1);
   EXPECT_FALSE(IsThere(file));
 }
 
@@ -296,8 +292,8 @@ TEST_P(DeletingAFile, DoesNothingForWhatIsNoFile) {
   PutFiles({"file", "inner\\file"});
   for (const std::int16_t passes : std::initializer_list<std::int16_t>{0, 1}) {
     for (const std::string path : {"missing", "inner", "inner\\", "*", "fil?", "", ".", "...", "inner\\..."})
-      DeleteFile(ToNativePath(path), passes);
-    DeleteFile(NativePath(), passes);
+      DeleteFile(PathOf(Widen(path)), passes);
+    DeleteFile(Path(), passes);
   }
   EXPECT_THAT(NamesBelow(folder.Path()), UnorderedElementsAre("file", "inner", "inner\\file"));
 }
@@ -309,17 +305,17 @@ TEST_P(DeletingAFile, LeavesOneThatIsInUseOrReadOnly) {
   const UniqueFile holder(::CreateFileA(used.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(holder);
   for (const std::int16_t passes : std::initializer_list<std::int16_t>{0, 2}) {
-    DeleteFile(ToNativePath(used), passes);
+    DeleteFile(PathOf(Widen(used)), passes);
     EXPECT_EQ(ReadWhole(used), "the content") << passes << " passes";
   }
-  DeleteFile(ToNativePath(readOnly), 0);
+  DeleteFile(PathOf(Widen(readOnly)), 0);
   EXPECT_EQ(ReadWhole(readOnly), "the content");
 }
 
 TEST_P(DeletingAFile, DeletesHiddenOnesOfTheSystem) {
   const std::string file = folder.File("file");
   ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-  DeleteFile(ToNativePath(file), 0);
+  DeleteFile(PathOf(Widen(file)), 0);
   EXPECT_FALSE(IsThere(file));
 }
 
@@ -330,13 +326,13 @@ TEST_P(DeletingAFile, KeepsItAfterAStopThatComesDuringAPass) {
   writes = 0;
   {
     const ImportHook hook(importedWriteFile, &CountTheWrite);
-    DeleteFile(ToNativePath(file), 100);
+    DeleteFile(PathOf(Widen(file)), 100);
   }
   EXPECT_TRUE(events.HasRun()) << "events run behind each block";
   EXPECT_EQ(writes, 4) << "the pass comes to its end, and no other one follows";
   EXPECT_TRUE(IsOverwritten(ReadWhole(file)));
   EXPECT_EQ(ReadWhole(file).size(), 4096u);
-  DeleteFile(ToNativePath(file), 0);
+  DeleteFile(PathOf(Widen(file)), 0);
   EXPECT_TRUE(IsThere(file)) << "asked to stop before it began";
 }
 
@@ -344,7 +340,7 @@ TEST_P(ClearingADirectory, DeletesWhatIsInItToAnyDepthAndKeepsIt) {
   PutFiles({"cache\\x", "cache\\a\\x", "cache\\a\\b\\c\\x", "cache\\z", "beside"});
   ::CreateDirectoryA((folder / "cache\\empty").c_str(), nullptr);
   for (const char* end : {"", "\\"}) {
-    ClearDirectory(folder / "cache" + end);
+    ClearDirectory(At(folder / "cache" + end));
     EXPECT_THAT(NamesBelow(folder.Path()), UnorderedElementsAre("cache", "beside"));
     PutFiles({"cache\\x", "cache\\a\\x"});
   }
@@ -353,7 +349,7 @@ TEST_P(ClearingADirectory, DeletesWhatIsInItToAnyDepthAndKeepsIt) {
 TEST_P(ClearingADirectory, OverwritesWhatIsInItAsOftenAsAskedFor) {
   WipePasses = 1;
   GiveSecondName(folder.File("cache\\a\\x", std::string(2500, 'x')), folder / "second");
-  ClearDirectory(folder / "cache");
+  ClearDirectory(At(folder / "cache"));
   WipePasses = 0;
   EXPECT_THAT(NamesBelow(folder / "cache"), IsEmpty());
   EXPECT_TRUE(IsOverwritten(ReadWhole(folder / "second")));
@@ -363,7 +359,7 @@ TEST_P(ClearingADirectory, RefusesWhatIsNoFolderBelowARoot) {
   PutFiles({"trash", "inner\\x"});
   const Names before = NamesBelow(folder.Path());
   for (const std::string& path : kNoFolders) {
-    ClearDirectory(path);
+    ClearDirectory(At(path));
     ASSERT_EQ(NamesBelow(folder.Path()), before) << '"' << path << '"';
     ASSERT_TRUE(IsThere("C:\\outside\\wide\\canary.txt")) << '"' << path << '"';
   }
@@ -376,7 +372,7 @@ TEST_P(ClearingADirectory, GoesOnPastWhatIsInUseOrReadOnlyAndKeepsTheFoldersOfTh
   const UniqueFile holder(
       ::CreateFileA((folder / "cache\\a\\used").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(holder);
-  ClearDirectory(folder / "cache");
+  ClearDirectory(At(folder / "cache"));
   EXPECT_THAT(NamesBelow(folder / "cache"), UnorderedElementsAre("a", "a\\used", "b", "b\\read only"));
 }
 
@@ -385,7 +381,7 @@ TEST_P(ClearingADirectory, DeletesNothingFurtherAfterAStopInTheMiddle) {
     folder.File("cache\\" + std::to_string(number % 20) + "\\" + std::to_string(number));
   watched = folder / "cache";
   const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &StopWhenSomethingIsGone);
-  ClearDirectory(watched);
+  ClearDirectory(At(watched));
   ::KillTimer(nullptr, timer);
   ASSERT_TRUE(StopErase) << "all was gone before the timer was looked at";
   EXPECT_GT(leftAtTheStop, 0u);
@@ -404,8 +400,8 @@ TEST_P(NetscapeWalks, LeaveTheCacheFolderOfCommunicatorAloneWhenItIsALink) {
   netscape.PutText("CurrentUser", "joe", "Netscape Navigator\\Users");
   netscape.PutText("DirRoot", Planted("communicator"), "Netscape Navigator\\Users\\joe");
   CleanNescapeCache();
-  ClearDirectory(Planted("communicator\\cache"));
-  ClearDirectory(Planted("communicator\\cache\\"));
+  ClearDirectory(At(Planted("communicator\\cache")));
+  ClearDirectory(At(Planted("communicator\\cache\\")));
   EXPECT_TRUE(IsThere(Planted("communicator\\cache\\canary.txt")));
 }
 

@@ -2,6 +2,7 @@
 // shell's libraries away.
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "cleaners/NetScapeEraser.h"
 #include "cleaners/OperaClean.h"
 #include "cleaners/modCleanItems.h"
@@ -74,8 +75,8 @@ TEST_F(WithoutShell, TheTemporaryFolderIsNotCleanedWhileItsNeighboursAreUnknown)
 
 TEST_F(WithoutShell, TheShredderLeavesFoldersSinceNobodyTellsWhichOnesToKeep) {
   ::CreateDirectoryA("C:\\test\\folder", nullptr);
-  EXPECT_FALSE(RemoveFolderTree("C:\\test\\folder"));
-  EXPECT_TRUE(FolderCheck("C:\\test\\folder"));
+  EXPECT_FALSE(RemoveFolderTree(At("C:\\test\\folder")));
+  EXPECT_TRUE(FolderCheck(At("C:\\test\\folder")));
 }
 
 TEST_F(WithoutShell, TheOtherBrowsersAreCleanedWhereTheRegistryOrTheCurrentFolderLeadsToThem) {

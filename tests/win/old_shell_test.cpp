@@ -44,6 +44,7 @@ class OldShell : public testing::Test {
     ASSERT_TRUE(IsSystemDllPresent("shell32.dll"));
     ASSERT_FALSE(late::SHDeleteKey);
     ASSERT_FALSE(late::ShellOpen);
+    ASSERT_FALSE(late::ShellOpenWide);
     GoOnline();
     Err.Clear(), StopErase = false;
   }

@@ -5,7 +5,10 @@
 
 #include <algorithm>
 
+#include "ansi_paths.h"
 #include "nothing_pending.h"
+#include "platform/native_files.h"
+#include "platform/whole_file.h"
 #include "scratch_folder.h"
 #include "shred/subfolders.h"
 
@@ -17,16 +20,13 @@ namespace {
 using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using Names = std::vector<std::string>;
+using Names = std::vector<WideText>;
 
-constexpr char kPlace[] = "C:\\plant\\names";
+const Path kPlace = FullPath(L"C:\\plant\\names");
 
-std::string MarkerIn(const std::string& folder) { return ReadWhole(folder + "\\marker.txt"); }
-
-int RaisedBySubfoldersOf(const std::string& folder) {
+int RaisedBySubfoldersOf(const Path& folder) {
   Err.Clear();
   resumeNext([&] { Subfolders(folder); });
   const int number = Err.Number();
@@ -34,67 +34,111 @@ int RaisedBySubfoldersOf(const std::string& folder) {
   return number;
 }
 
+// Of the scratch folder, with and without wide functions.
+class PathOfTest : public NothingPending, public testing::WithParamInterface<bool> {
+ protected:
+  void SetUp() override {
+    NothingPending::SetUp();
+    AnsiNamesOnly = GetParam();
+    folder.File("inner\\file.txt");
+    ::SetCurrentDirectoryA((folder / "inner").c_str());
+  }
+  void TearDown() override {
+    AnsiNamesOnly = false;
+    ::SetCurrentDirectoryA("C:\\");
+    NothingPending::TearDown();
+  }
+
+  const ScratchFolder folder;
+};
+INSTANTIATE_TEST_SUITE_P(WideAndAnsi, PathOfTest, testing::Bool());
+
 using SubfoldersTest = NothingPending;
-using AnsiPathTest = NothingPending;
+using ShortFormTest = NothingPending;
 
 }  // namespace
 
-TEST_F(SubfoldersTest, LeadEachToItsOwnFolder) {
-  Names markers;
-  for (const std::string& name : Subfolders(kPlace)) markers.push_back(MarkerIn(kPlace + ("\\" + name)));
-  EXPECT_THAT(markers, testing::UnorderedElementsAre("abc",
-                                                     "\xEF\xBD\x81"
-                                                     "bc",
-                                                     "foo", "foo.", "bar", "bar ", "Zeta", "beta", "\xC3\x84mter",
-                                                     "\xE6\x97\xA5\xE6\x9C\xAC", "l", "\xC5\x81"));
+TEST_F(SubfoldersTest, AreListedByTheirRealNamesAndLeadEachToItsOwnFolder) {
+  const Names names = Subfolders(kPlace);
+  EXPECT_THAT(names, testing::UnorderedElementsAre(L"abc", L"\uFF41bc", L"foo", L"foo.", L"bar", L"bar ", L"Zeta", L"beta",
+                                                   L"\u00C4mter", L"\u65E5\u672C", L"l", L"\u0141"));
+  for (const WideText& name : names) {
+    const std::string marker = ReadWholeFile(kPlace / name / L"marker.txt");
+    WideText told(marker.size(), L'\0');
+    told.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_UTF8, 0, marker.data(), static_cast<int>(marker.size()),
+                                                               told.data(), static_cast<int>(told.size()))));
+    EXPECT_EQ(told, name);
+  }
 }
 
 TEST_F(SubfoldersTest, AreInAlphabeticOrderWithoutFilesAndLinks) {
   const Names names = Subfolders(kPlace);
-  EXPECT_TRUE(std::is_sorted(names.begin(), names.end(), [](const std::string& one, const std::string& other) {
-    return ::lstrcmpiA(one.c_str(), other.c_str()) < 0;
+  EXPECT_TRUE(std::is_sorted(names.begin(), names.end(), [](const WideText& one, const WideText& other) {
+    return ::lstrcmpiW(one.c_str(), other.c_str()) < 0;
   }));
-  EXPECT_THAT(names, AllOf(Contains("beta"), Contains("Zeta"), Contains("\xC4mter")));
-  EXPECT_THAT(names, AllOf(Not(Contains("file")), Not(Contains("link")), Not(Contains(".")), Not(Contains(".."))));
+  EXPECT_THAT(names, AllOf(Not(Contains(L"file")), Not(Contains(L"link")), Not(Contains(L".")), Not(Contains(L".."))));
 }
 
-TEST_F(SubfoldersTest, AreListedOfAFolderWithOrWithoutABackslashHiddenOnesIncluded) {
+TEST_F(SubfoldersTest, AreListedHiddenOnesIncluded) {
   const ScratchFolder folder;
   ::CreateDirectoryA((folder / "hidden").c_str(), nullptr);
   ::SetFileAttributesA((folder / "hidden").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-  EXPECT_THAT(Subfolders(folder.Path()), ElementsAre("hidden"));
-  EXPECT_THAT(Subfolders(folder / ""), ElementsAre("hidden"));
+  EXPECT_THAT(Subfolders(At(folder.Path())), ElementsAre(L"hidden"));
 }
 
 TEST_F(SubfoldersTest, AreNoneInAnEmptyFolderOrRoot) {
   const ScratchFolder folder;
-  EXPECT_THAT(Subfolders(folder.Path()), IsEmpty());
-  EXPECT_THAT(Subfolders("D:"), IsEmpty());
-  EXPECT_THAT(Subfolders("D:\\"), IsEmpty());
+  EXPECT_THAT(Subfolders(At(folder.Path())), IsEmpty());
+  EXPECT_THAT(Subfolders(At("D:\\")), IsEmpty());
 }
 
 TEST_F(SubfoldersTest, OfAFolderThatCannotBeReadAreAnError) {
   const ScratchFolder folder;
-  for (const std::string& missing : {folder / "missing", folder.File("file"), std::string("Q:\\")})
-    EXPECT_NE(RaisedBySubfoldersOf(missing), 0) << missing;
+  for (const Path& missing : {At(folder / "missing"), At(folder.File("file")), At("Q:\\"), Path()})
+    EXPECT_NE(RaisedBySubfoldersOf(missing), 0) << testing::PrintToString(missing);
 }
 
-TEST_F(AnsiPathTest, IsThePathItselfWhereTheAnsiFunctionsReadItLikewise) {
-  for (const std::string path : {"C:\\", "C:\\test\\x.txt", "C:\\missing\\\xC4 b.c", "\\\\server\\share\\x", "C:\\test\\"})
-    EXPECT_EQ(AnsiPath(ToNativePath(path)), path);
+TEST_P(PathOfTest, TakesATextFromTheCurrentFolder) {
+  const Path inner = At(folder / "inner");
+  const struct {
+    const wchar_t* text;
+    Path path;
+  } rows[] = {
+      {L"file.txt", inner / L"file.txt"},
+      {L".", inner},
+      {L"..", inner.Parent()},
+      {L"..\\missing/x", inner.Parent() / L"missing\\x"},
+      {L"C:", inner},
+      {L"c:file.txt", inner / L"file.txt"},
+      {L"\\", At("C:\\")},
+      {L"/windows", At("C:\\windows")},
+      {L"C:/windows", At("C:\\windows")},
+      {L"D:", At("D:\\")},
+      {L"D:x", At("D:\\x")},
+      {L"", Path()},
+      {L"NUL", Path()},
+      {L"...", Path()},
+      {L"*.txt", Path()},
+      {L"file.txt:stream", Path()},
+      {L"\\\\.\\C:", Path()},
+      {L"\\\\server", Path()},
+  };
+  for (const auto& row : rows) EXPECT_EQ(PathOf(row.text), row.path) << testing::PrintToString(row.text);
 }
 
-TEST_F(AnsiPathTest, IsTheShortFormOfAnEntryThatTheyReadOtherwise) {
-  for (const std::wstring name : {L"\uFF41bc", L"foo.", L"bar ", L"\u65E5\u672C", L"\u0141"}) {
-    const NativePath native = L"\\\\?\\C:\\plant\\names\\" + name;
-    const std::string path = AnsiPath(native);
-    EXPECT_THAT(path, Not(HasSubstr("?")));
-    EXPECT_EQ(NativeIdentity(ToNativePath(path)), NativeIdentity(native)) << path;
-    EXPECT_NE(ToNativePath(path), native) << path;
+TEST_P(PathOfTest, TakesACurrentFolderThatTheCodePageLacksWhereTheSystemHasIt) {
+  if (GetParam()) GTEST_SKIP() << "there is no such folder to systems without wide functions";
+  ASSERT_TRUE(::SetCurrentDirectoryW(L"C:\\plant\\names\\\u0141"));
+  EXPECT_EQ(PathOf(L"marker.txt"), kPlace / L"\u0141\\marker.txt");
+}
+
+TEST_F(ShortFormTest, LeadsToTheSameFolder) {
+  for (const WideText name : {L"\uFF41bc", L"foo.", L"bar ", L"\u65E5\u672C", L"\u0141"}) {
+    const Path shortened = ShortForm(kPlace / name);
+    EXPECT_EQ(NativeIdentity(shortened), NativeIdentity(kPlace / name)) << testing::PrintToString(shortened);
+    EXPECT_TRUE(NarrowExactly(shortened.Shown())) << testing::PrintToString(shortened);
   }
-}
-
-TEST_F(AnsiPathTest, LeadsNowhereWithoutAShortForm) {
-  EXPECT_EQ(AnsiPath(L"\\\\?\\C:\\plant\\names\\missing \uFF41"), "C:\\plant\\names\\missing ?");
-  EXPECT_EQ(AnsiPath(L"\\\\?\\C:\\plant\\names\\missing."), "");
+  EXPECT_EQ(ShortForm(At("C:\\")), At("C:\\"));
+  EXPECT_EQ(ShortForm(kPlace / L"missing"), Path());
+  EXPECT_EQ(ShortForm(Path()), Path());
 }

@@ -143,30 +143,30 @@ TEST_F(ClearScanDiskFilesTest, LogsOnceWhenThereIsNothingToDelete) {
 TEST_F(ClearScanDiskFilesTest, GoesNoFurtherWhenTheStopArrivesMeanwhile) {
   ::SetFileAttributesA("C:\\FILE0000.CHK", FILE_ATTRIBUTE_READONLY);  // listed first, and its failure is logged
   ::SetCurrentDirectoryA("C:\\");
-  LogCleanResult = [](const std::string&, const std::string&) { StopErase = true; };
+  LogCleanResult = [](WideView, WideView) { StopErase = true; };
   ClearScanDiskFiles();
   EXPECT_EQ(Left(), kAll);
 }
 
 TEST_F(WipeMatchingFilesTest, WipesTheFilesThatTheMaskLists) {
-  WipeMatchingFiles("C:\\test\\scratch\\*.tmp");
+  WipeMatchingFiles(L"C:\\test\\scratch\\*.tmp");
   EXPECT_EQ(NamesIn(folder.Path(), "*.tmp"), std::vector<std::string>{"folder.tmp"});
   EXPECT_TRUE(IsThere(folder / "two.txt"));
   EXPECT_TRUE(IsThere(folder / "three"));
 }
 
 TEST_F(WipeMatchingFilesTest, WipesEveryFileForAMaskThatListsAll) {
-  WipeMatchingFiles("C:\\test\\scratch\\*");
+  WipeMatchingFiles(L"C:\\test\\scratch\\*");
   EXPECT_EQ(NamesIn(folder.Path()), std::vector<std::string>{"folder.tmp"});
 }
 
 TEST_F(WipeMatchingFilesTest, TakesAMaskOfTheCurrentFolder) {
-  WipeMatchingFiles("*.tmp");
+  WipeMatchingFiles(L"*.tmp");
   EXPECT_EQ(NamesIn(folder.Path(), "*.tmp"), std::vector<std::string>{"folder.tmp"});
 }
 
 TEST_F(WipeMatchingFilesTest, SkipsAMaskThatListsNothing) {
   const std::size_t before = NamesIn(folder.Path()).size();
-  for (const char* mask : {"C:\\test\\scratch\\*.none", "Q:\\*.tmp", "C:\\missing\\*.tmp", ""}) WipeMatchingFiles(mask);
+  for (const wchar_t* mask : {L"C:\\test\\scratch\\*.none", L"Q:\\*.tmp", L"C:\\missing\\*.tmp", L""}) WipeMatchingFiles(mask);
   EXPECT_EQ(NamesIn(folder.Path()).size(), before);
 }

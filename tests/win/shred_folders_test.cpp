@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "ansi_paths.h"
 #include "file_calls.h"
 #include "import_hook.h"
 #include "platform/ErroHandle.h"
@@ -39,6 +40,11 @@ void MakeFile(const std::string& path, DWORD attributes = FILE_ATTRIBUTE_NORMAL)
   const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, attributes, nullptr));
   EXPECT_TRUE(file) << path << " cannot be made, system error " << ::GetLastError();
 }
+
+// As the program takes them over from the system.
+bool RemoveFolderTree(const std::string& folder) { return shred::RemoveFolderTree(At(folder)); }
+void ClearSubFolders(const std::string& folder) { shred::ClearSubFolders(At(folder)); }
+void ShredFolder(const std::string& folder) { shred::ShredFolder(At(folder)); }
 
 class ShredFolders : public testing::TestWithParam<const char*> {
  protected:

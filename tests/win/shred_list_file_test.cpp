@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "main_window_stub.h"
 #include "message_box_user.h"
 #include "panel_for_tests.h"
@@ -45,7 +46,7 @@ class ShredListFile : public testing::Test {
 
   Paths Lines() const {
     Paths lines;
-    for (int line = 0; line < filled.lstFiles.ListCount(); ++line) lines.push_back(filled.lstFiles.Item(line));
+    for (int line = 0; line < filled.lstFiles.ListCount(); ++line) lines.push_back(TextOf(filled.lstFiles.Item(line)));
     return lines;
   }
 
@@ -175,6 +176,21 @@ TEST_F(SaveSettingsToFileTest, IsUndoneByLoading) {
   filled.lstFiles.Clear();
   panel.LoadFiles();
   EXPECT_EQ(Lines(), paths);
+}
+
+TEST_F(SaveSettingsToFileTest, KeepsNamesThatTheCodePageLacksOrHalfAPairIsIn) {
+  const std::vector<WideText> lines = {L"C:\\a.txt", L"C:\\\u0141ukasz\\\u4E88\u5B9A\u8868.txt", L"C:\\\uFF41\uFF3C\uFF1A", L"C:\\\xD83D"};
+  for (const WideText& line : lines) filled.lstFiles.AddItem(line);
+  panel.SaveSettingsToFile();
+  EXPECT_TRUE(ReadWhole(kListFile).starts_with("\xEF\xBB\xBF"));
+  filled.lstFiles.Clear();
+  panel.LoadFiles();
+  for (int line = 0; line < 4; ++line) EXPECT_EQ(filled.lstFiles.Item(line), lines[static_cast<std::size_t>(line)]);
+  filled.lstFiles.RemoveItem(3);
+  filled.lstFiles.RemoveItem(2);
+  filled.lstFiles.RemoveItem(1);
+  panel.SaveSettingsToFile();
+  EXPECT_EQ(ReadWhole(kListFile), "C:\\a.txt\r\n") << "plain again";
 }
 
 // A save that fails leaves the old list whole.

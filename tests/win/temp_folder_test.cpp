@@ -317,9 +317,9 @@ TEST_P(TempFolder, KeepsWhatIsLeftWhenTheStopComesMidway) {
   static LogLine last;
   SetTemp(kTemp, nullptr);
   MakeFile(std::string(kTemp) + "\\zz\\trace.tmp");
-  LogCleanResult = [](const std::string& text1, const std::string& text2) {
+  LogCleanResult = [](WideView text1, WideView text2) {
     StopErase = true;
-    last = {text1, text2.find(" @ ") != std::string::npos ? "(stamp)" : text2};
+    last = {Narrow(text1), text2.find(L" @ ") != WideView::npos ? "(stamp)" : Narrow(text2)};
   };
   ClearWindowsTemp();
   EXPECT_EQ(last, kAborted);
@@ -329,7 +329,7 @@ TEST_P(TempFolder, KeepsWhatIsLeftWhenTheStopComesMidway) {
 
 TEST(GetTempDir, IsWhatTheSystemReportsAndEmptyWhenThatIsTooLong) {
   SetTemp(kTemp, nullptr);
-  EXPECT_EQ(GetTempDir(), std::string(kTemp) + "\\");
+  EXPECT_EQ(GetTempDir(), Widen(kTemp) + L"\\");
   SetTemp(Setting("QUELLIX_TEST_TOO_LONG").c_str(), nullptr);
-  EXPECT_EQ(GetTempDir(), "");
+  EXPECT_EQ(GetTempDir(), L"");
 }

@@ -1,6 +1,7 @@
 // The walks over the browser's URL cache, on the real cache of the current user.
 #include <gtest/gtest.h>
 
+#include "ansi_paths.h"
 #include "cache_entries.h"
 #include "cleaners/cache_walks.h"
 #include "cleaners/url_cache_walk.h"
@@ -22,23 +23,23 @@ constexpr EntryKind kContent = EntryKind::Content, kCookie = EntryKind::Cookie, 
 // Also told what to do when it is asked.
 class NamesToKeep : public KeepList {
  public:
-  explicit NamesToKeep(CookieNames names) : names_(std::move(names)) { lstSafeList = this; }
+  explicit NamesToKeep(std::vector<std::string> names) : names_(std::move(names)) { lstSafeList = this; }
   NamesToKeep(const NamesToKeep&) = delete;
   NamesToKeep& operator=(const NamesToKeep&) = delete;
   ~NamesToKeep() { lstSafeList = nullptr; }
 
-  bool Holds(const std::string& cookieName) const override {
-    asked.push_back(cookieName);
+  bool Holds(const WideText& cookieName) const override {
+    asked.push_back(TextOf(cookieName));
     if (whenAsked) whenAsked();
     return std::any_of(names_.begin(), names_.end(),
-                       [&](const std::string& name) { return IsSameCookie(name, cookieName); });
+                       [&](const std::string& name) { return IsSameCookie(Widen(name), cookieName); });
   }
 
-  mutable CookieNames asked;
+  mutable std::vector<std::string> asked;
   std::function<void()> whenAsked;
 
  private:
-  CookieNames names_;
+  std::vector<std::string> names_;
 };
 
 class UrlCacheTest : public testing::Test {
@@ -115,7 +116,7 @@ TEST_F(UrlCacheWalkTest, GivesEveryEntryWithItsUrlAndItsFile) {
   const std::string cookie = MakeCookie("user@site", 20);
   ASSERT_TRUE(MakeVisited("http://site.example/"));
   std::vector<std::pair<std::string, std::string>> found;
-  for (UrlCacheWalk walk(nullptr); walk.Next();) found.emplace_back(walk.Url(), walk.LocalFile());
+  for (UrlCacheWalk walk(nullptr); walk.Next();) found.emplace_back(walk.Url(), TextOf(walk.LocalFile()));
   std::sort(found.begin(), found.end());
   const std::vector<std::pair<std::string, std::string>> expected = {
       {"Cookie:user@site/", cookie}, {"Visited: user@http://site.example/", ""}, {"http://site.example/page.html", page}};
@@ -130,7 +131,7 @@ TEST_F(UrlCacheWalkTest, KnowsNothingOfTheLastEntryBehindTheEnd) {
   for (int more = 0; more < 3; ++more) {
     EXPECT_FALSE(walk.Next());
     EXPECT_EQ(walk.Url(), "");
-    EXPECT_EQ(walk.LocalFile(), "");
+    EXPECT_EQ(walk.LocalFile(), L"");
     walk.DeleteEntry();
   }
   EXPECT_EQ(CountEntries(kContent), 1);

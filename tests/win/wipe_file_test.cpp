@@ -7,6 +7,7 @@
 #include "import_hook.h"
 #include "late_calls.h"
 #include "log_recorder.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
@@ -16,6 +17,8 @@ using namespace cleaners;
 using namespace platform;
 
 namespace {
+
+void WipeFile(const std::string& path, std::int16_t passes) { cleaners::WipeFile(PathOf(Widen(path)), passes); }
 
 class WipeFileTest : public testing::Test {
  protected:
@@ -81,21 +84,21 @@ TEST_F(FileExistsFsTest, IsTrueForFilesOnly) {
   const std::string file = folder.File("file.txt");
   const std::string hidden = folder.File("hidden.txt");
   ::SetFileAttributesA(hidden.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(FileExistsFs(ToNativePath(file)));
-  EXPECT_TRUE(FileExistsFs(ToNativePath(hidden)));
-  EXPECT_FALSE(FileExistsFs(ToNativePath(folder.Path())));
-  EXPECT_FALSE(FileExistsFs(ToNativePath(folder.Path() + "\\")));
+  EXPECT_TRUE(FileExistsFs(PathOf(Widen(file))));
+  EXPECT_TRUE(FileExistsFs(PathOf(Widen(hidden))));
+  EXPECT_FALSE(FileExistsFs(PathOf(Widen(folder.Path()))));
+  EXPECT_FALSE(FileExistsFs(PathOf(Widen(folder.Path() + "\\"))));
   for (const char* path :
        {"C:\\test\\missing.txt", "C:\\", "C:", "", " ", "C:\\test\\scratch\\*.txt", "Q:\\file.txt", "\\\\"})
-    EXPECT_FALSE(FileExistsFs(ToNativePath(path))) << '"' << path << '"';
+    EXPECT_FALSE(FileExistsFs(PathOf(Widen(path)))) << '"' << path << '"';
 }
 
 TEST_F(FileExistsFsTest, TakesAPathFromTheCurrentFolder) {
   folder.File("file.txt");
   ::SetCurrentDirectoryA(folder.Path().c_str());
-  EXPECT_TRUE(FileExistsFs(ToNativePath("file.txt")));
+  EXPECT_TRUE(FileExistsFs(PathOf(Widen("file.txt"))));
   ::SetCurrentDirectoryA("C:\\test");
-  EXPECT_FALSE(FileExistsFs(ToNativePath("file.txt")));
+  EXPECT_FALSE(FileExistsFs(PathOf(Widen("file.txt"))));
 }
 
 TEST_F(WipeFileTest, DeletesAFile) {
@@ -209,7 +212,7 @@ TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
   ASSERT_TRUE(holder);
   for (const bool ansi : {false, true}) {
     AnsiNamesOnly = ansi;
-    const NativePath native = ToNativePath(file);
+    const Path native = PathOf(Widen(file));
     opens = 0;
     {
       const ImportHook hook(importedCreateFileA, &CountTheAnsiOpen);
@@ -221,12 +224,12 @@ TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
   EXPECT_EQ(ReadWhole(file), "the content");
 }
 
-TEST_F(WipeFileTest, HandsThePathToTheLogAsItWasGiven) {
+TEST_F(WipeFileTest, HandsTheFullPathToTheLog) {
   ReadOnlyFile();
   ::SetCurrentDirectoryA(folder.Path().c_str());
   WipeFile("kept.txt", 0);
   ::SetCurrentDirectoryA("C:\\test");
-  EXPECT_EQ(log.Lines(), (LogLines{{"kept.txt", "Permission denied"}}));
+  EXPECT_EQ(log.Lines(), (LogLines{{folder / "kept.txt", "Permission denied"}}));
 }
 
 TEST_F(WipeFileTest, KeepsTheFileAfterAStopAndSaysNothing) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cleaners/clean_log.h"
+#include "platform/wide_system.h"
 
 using namespace cleaners;
 
@@ -24,7 +25,7 @@ class LogRecorder {
  public:
   LogRecorder() : before_(LogCleanResult) {
     lines_.clear();
-    LogCleanResult = [](const std::string& text1, const std::string& text2) { lines_.push_back({text1, text2}); };
+    LogCleanResult = [](WideView text1, WideView text2) { lines_.push_back({Narrow(text1), Narrow(text2)}); };
   }
   LogRecorder(const LogRecorder&) = delete;
   LogRecorder& operator=(const LogRecorder&) = delete;

@@ -1,0 +1,60 @@
+#include "platform/wide_system.h"
+
+#include "platform/system_functions.h"
+#include "platform/win32.h"
+
+namespace platform {
+
+namespace {
+
+// With a character that looks alike in place of one that the code page lacks: not every system can be told to do otherwise.
+std::string NarrowLike(WideView text) {
+  const int length = static_cast<int>(text.size());
+  std::string narrow(text.size() * 3, '\0');  // no code page takes more bytes for one of them
+  narrow.resize(static_cast<std::size_t>(::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(),
+                                                               static_cast<int>(narrow.size()), nullptr, nullptr)));
+  return narrow;
+}
+
+}  // namespace
+
+bool UsesWideNames() {
+  static const bool wide = [] {
+    return late::GetFileAttributesWide &&
+           (late::GetFileAttributesWide(L".") != INVALID_FILE_ATTRIBUTES || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED);
+  }();
+  return wide && !AnsiNamesOnly;
+}
+
+WideText Widen(std::string_view ansi) {
+  const int length = static_cast<int>(ansi.size());
+  WideText wide(ansi.size(), L'\0');
+  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), length)));
+  return wide;
+}
+
+std::optional<std::string> NarrowExactly(WideView text) {
+  std::string narrow = NarrowLike(text);
+  if (Widen(narrow) != text) return {};
+  return narrow;
+}
+
+std::string Narrow(WideView text) {
+  if (const std::optional<std::string> exact = NarrowExactly(text)) return *exact;
+  std::string narrow;
+  for (std::size_t at = 0; at < text.size(); ++at) narrow += NarrowExactly(text.substr(at, 1)).value_or("?");
+  return narrow;
+}
+
+WideText UpperCase(WideView text) {
+  WideText upper(text);
+  if (UsesWideNames()) {
+    late::CharUpperBuffWide(upper.data(), static_cast<DWORD>(upper.size()));
+    return upper;
+  }
+  std::string ansi = NarrowLike(text);
+  ::CharUpperBuffA(ansi.data(), static_cast<DWORD>(ansi.size()));
+  return Widen(ansi);
+}
+
+}  // namespace platform
