@@ -73,3 +73,12 @@ need_wine() {
   install_packages '32-bit Wine' wine wine32:i386 fonts-wine fonts-liberation fonts-dejavu-core
   install_packages 'the display and its tools' xvfb xdotool imagemagick x11-utils
 }
+
+# Wine takes its code page from the locale; that of Japan has letters whose second byte is a backslash's.
+need_japanese() {
+  install_packages 'the Japanese locale and letters' locales fonts-ipafont-gothic
+  if ! locale -a | grep -qix 'ja_JP\.utf-\?8'; then
+    step 'making the Japanese locale'
+    as_root localedef -i ja_JP -f UTF-8 ja_JP.UTF-8 || fail 'The Japanese locale could not be made; `localedef -i ja_JP -f UTF-8 ja_JP.UTF-8` says why.'
+  fi
+}

@@ -17,10 +17,13 @@ BUILD = ROOT / "build"
 HOMES = BUILD / "wine"
 # Letters of the width of the Windows fonts; the second has what the first lacks.
 FONTS = ["/usr/share/fonts/truetype/liberation", "/usr/share/fonts/truetype/dejavu"]
+JAPANESE_FONTS = ["/usr/share/fonts/opentype/ipafont-gothic"]
+WESTERN, JAPANESE = "C.UTF-8", "ja_JP.UTF-8"  # the ANSI code pages 1252 and 932
+USER = "quellix"
 TEMPLATE_VERSION = "10"  # raise it when what the template holds changes
 
 
-def private_environment(base: Path, display: str | None = None) -> dict[str, str]:
+def private_environment(base: Path, display: str | None = None, language: str = WESTERN, user: str = USER) -> dict[str, str]:
     """The caller's environment with every place that Wine writes to moved below `base`."""
     kept = {k: v for k, v in os.environ.items() if not k.startswith(("WINE", "XDG_", "TMP", "TEMP")) and not k.lower().endswith("_proxy")}
     kept.update(
@@ -34,10 +37,10 @@ def private_environment(base: Path, display: str | None = None) -> dict[str, str
         WINEARCH="win32",
         WINEDEBUG=os.environ.get("QUELLIX_WINEDEBUG", "-all"),
         WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=",
-        USER="quellix",
-        LOGNAME="quellix",
-        LANG="C.UTF-8",
-        LC_ALL="C.UTF-8",
+        USER=user,
+        LOGNAME=user,
+        LANG=language,
+        LC_ALL=language,
         FONTCONFIG_FILE=str(base / "fonts.conf"),
     )
     kept.pop("DISPLAY", None)
@@ -46,18 +49,18 @@ def private_environment(base: Path, display: str | None = None) -> dict[str, str
     return kept
 
 
-def _choose_fonts(base: Path) -> None:
+def _choose_fonts(base: Path, language: str = WESTERN) -> None:
     """The same letters on every machine: what else is installed would change the size of every dialog."""
-    folders = "".join(f"<dir>{folder}</dir>" for folder in FONTS)
+    folders = "".join(f"<dir>{folder}</dir>" for folder in FONTS + (JAPANESE_FONTS if language == JAPANESE else []))
     (base / "fonts.conf").write_text(f"<fontconfig>{folders}<cachedir>{base}/home/.cache/fontconfig</cachedir></fontconfig>\n",
                                      encoding="utf-8")
 
 
-def _make_folders(base: Path) -> None:
+def _make_folders(base: Path, language: str = WESTERN) -> None:
     for name in ("home/.local/share", "home/.config", "home/.cache", "run", "tmp"):
         (base / name).mkdir(parents=True, exist_ok=True)
     (base / "run").chmod(0o700)
-    _choose_fonts(base)
+    _choose_fonts(base, language)
 
 
 def _copy_prefix(source: Path, target: Path) -> None:
@@ -86,22 +89,26 @@ def _close_the_doors(prefix: Path) -> None:
 
 
 class WineHome:
-    """One private Windows. Use it as a context manager: leaving it ends every process of its prefix."""
+    """One private Windows. Use it as a context manager: leaving it ends every process of its prefix.
 
-    def __init__(self, name: str, display: str | None = None, fresh: bool = True):
+    The language decides the ANSI code page. A user of another name has a profile folder of that name, without what the
+    registry keeps for the first user: TEMP and the folders that nobody has asked for yet.
+    """
+
+    def __init__(self, name: str, display: str | None = None, fresh: bool = True, language: str = WESTERN, user: str = USER):
         self.base = HOMES / name
         self.prefix = self.base / "prefix"
         self.c = self.prefix / "drive_c"
-        self.user = "quellix"
+        self.user = user
         template = _template()
         if fresh and self.base.exists():
-            self.environment = private_environment(self.base, display)
+            self.environment = private_environment(self.base, display, language, user)
             self.stop()
             shutil.rmtree(self.base)
         if not self.base.exists():
-            _make_folders(self.base)
+            _make_folders(self.base, language)
             _copy_prefix(template / "prefix", self.prefix)
-        self.environment = private_environment(self.base, display)
+        self.environment = private_environment(self.base, display, language, user)
         self._server = None
 
     def __enter__(self) -> "WineHome":

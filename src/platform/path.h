@@ -39,8 +39,8 @@ class Path {
   Path& operator/=(WideView names);
 
   // The path that a text means in this folder as users write it: "/" divides names too, "." and ".." mean this folder and
-  // the one that it lies in, which of a root is the root itself. Empty where a name of it leads elsewhere, is nothing but three
-  // dots and more, which mean different things to different systems, or means a device of Windows 9x.
+  // the one that it lies in, which of a root is the root itself. Empty where a name of it leads elsewhere, is nothing but
+  // three dots and more, which mean different things to different systems, or means a device of Windows 9x.
   Path Resolve(WideView text) const;
 
   friend bool operator==(const Path& one, const Path& other) { return one.text_ == other.text_; }

@@ -1,5 +1,5 @@
-// The file-open dialog's answer: whatever stands in its buffer, it reads as paths of files, and a folder with names comes back
-// as it was put in.
+// The file-open dialog's answer: whatever stands in its buffer, it reads as paths of files, and a folder with names comes
+// back as it was put in.
 #include <string>
 
 #include "property.h"

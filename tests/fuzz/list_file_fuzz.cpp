@@ -45,7 +45,8 @@ void CheckNames(const WideText& names) {
   }
   const std::string text = ListFileText(lines);
   PROPERTY(ReadListFile(text) == lines, "[%s]", Readable(names).c_str());
-  const bool fits = std::all_of(lines.begin(), lines.end(), [](const WideText& line) { return NarrowExactly(line).has_value(); });
+  const bool fits =
+      std::all_of(lines.begin(), lines.end(), [](const WideText& line) { return NarrowExactly(line).has_value(); });
   PROPERTY(fits || text.starts_with(kMark), "[%s]", Readable(names).c_str());
 }
 

@@ -125,8 +125,9 @@ void CheckJoins(const Path& folder, const WideText& text) {
   if (!joined.IsEmpty()) {
     CheckWhole(joined);
     PROPERTY(IsSameOrBelow(joined, folder) && !(joined == folder), "[%s]", told.c_str());
-    PROPERTY(joined.Shown() == AppendBackslash(folder.Shown()) + (text.ends_with(u'\\') ? text.substr(0, text.size() - 1) : text),
-             "[%s]", told.c_str());
+    PROPERTY(
+        joined.Shown() == AppendBackslash(folder.Shown()) + (text.ends_with(u'\\') ? text.substr(0, text.size() - 1) : text),
+        "[%s]", told.c_str());
   }
   Path changed = folder;
   changed /= text;

@@ -107,8 +107,7 @@ void CheckRefusals(const TempFolderFacts& allowed) {
   PROPERTY(refused([](TempFolderFacts& facts) { facts.canonical = Path(); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(OtherCase(facts.canonical)); }), "[%s]", folder);
-  PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical / u"a\\b"); }), "[%s]",
-           folder);
+  PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical / u"a\\b"); }), "[%s]", folder);
 }
 
 // What is no part of the question.

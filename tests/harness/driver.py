@@ -15,7 +15,7 @@ from tests.harness.part_popups import Popups
 from tests.harness.part_registry import RUNNING_TITLE, Registry
 from tests.harness.part_windows import Windows
 from tests.harness.probe import BUILT, PROGRAMS, Probe, ProbeError, View, compile_windows_program
-from tools.wine_home import BUILD, Display, WineHome, wait_for
+from tools.wine_home import BUILD, USER, WESTERN, Display, WineHome, wait_for
 
 __all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "WM_NULL", "Desktop", "ProbeError", "View",
            "compile_windows_program", "control_ids", "wait_for"]
@@ -32,20 +32,26 @@ class Desktop(Windows, Input, Popups, Registry):
     registry   key paths to {name: value}, set before the program starts
     settings   sections to {key: text} of the program's own store, set before the program starts
     windows    the Windows version that Wine shows to the program ("win98", "winxp", ...)
+    language   the locale that decides the ANSI code page, and `user` whose profile it is (tools/wine_home.py)
+    environment  the user's own variables
     prepare    called with the WineHome before the program starts, to lay out files
     """
 
     def __init__(self, name: str, *, files: dict[str, Path] | None = None, program: str = "Quellix.exe",
                  registry: dict | None = None, settings: dict | None = None, app_title: str = RUNNING_TITLE,
                  windows: str | None = None, prepare=None, start: bool = True, arguments: str = "",
-                 ids: dict | None = None, main_class: str = "frmMain"):
+                 ids: dict | None = None, main_class: str = "frmMain", language: str = WESTERN, user: str = USER,
+                 environment: dict[str, str] | None = None):
         self.name = name
         self.desktop = "quellix"
         self.files, self.program = files, program
         self.registry = dict(registry or {})
         for section, values in (settings or {}).items():
             self.registry[rf"HKCU\Software\Quellix\{app_title}\{section}"] = values
+        if environment:
+            self.registry[r"HKCU\Environment"] = environment
         self.app_title, self.windows_version, self.prepare = app_title, windows, prepare
+        self.language, self.user = language, user
         self.start_at_once, self.arguments = start, arguments
         self.ids = control_ids() if ids is None else ids
         self.main_class = main_class
@@ -67,7 +73,8 @@ class Desktop(Windows, Input, Popups, Registry):
     def _set_up(self) -> None:
         probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32")
         self.display = self._leave.enter_context(Display(SIZE))
-        self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name))
+        self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name, language=self.language,
+                                                          user=self.user))
         shutil.copy2(probe, self.home.c / "uiprobe.exe")
         folder = self.home.c / "Quellix"
         folder.mkdir()

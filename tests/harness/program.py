@@ -38,11 +38,15 @@ class ProgramCase(unittest.TestCase):
     def start(self, settings: dict | None = None, wait_until_started: bool = True) -> None:
         """Starts the program with no other stored settings than these."""
         self.end()
+        self.store(settings)
+        self.restart(wait_until_started)
+
+    def store(self, settings: dict | None = None) -> None:
+        """Makes these the only stored settings."""
         self.d.reg_delete_key("HKCU", STORE)
         for section, values in (settings or {}).items():
             for key, value in values.items():
                 self.d.reg_set("HKCU", rf"{STORE}\{section}", key, value)
-        self.restart(wait_until_started)
 
     def start_unless_untouched(self, settings: dict) -> None:
         """Spares the start when the program is as after one: on show, on its first panel, with no box or menu open."""

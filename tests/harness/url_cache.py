@@ -5,9 +5,9 @@ from pathlib import Path
 from tests.harness.probe import PROGRAMS, compile_windows_program
 from tools.wine_home import ROOT, WineHome
 
-# What the planter shares with the Windows tests stands on these.
+# What the planter shares with the Windows tests needs these.
 PRODUCT = [ROOT / "src/platform" / name
-           for name in ("late_binding.cpp", "path_text.cpp", "plain_text.cpp", "runtime_error.cpp")]
+           for name in ("late_binding.cpp", "plain_text.cpp", "runtime_error.cpp")]
 
 
 def _planter() -> Path:

@@ -100,7 +100,9 @@ TEST_F(FolderCheckTest, GoesOnInAChainThatIsThereInPart) {
   EXPECT_EQ(ReadWhole(file), "the content");
 }
 
-TEST_F(FolderCheckTest, IsTrueForAnExistingFolderAlsoWhenItMayMakeOne) { EXPECT_TRUE(FolderCheck(Widen(folder.Path()), true)); }
+TEST_F(FolderCheckTest, IsTrueForAnExistingFolderAlsoWhenItMayMakeOne) {
+  EXPECT_TRUE(FolderCheck(Widen(folder.Path()), true));
+}
 
 TEST_F(FolderCheckTest, MakesAChainFromTheCurrentFolder) {
   ::SetCurrentDirectoryA(folder.Path().c_str());

@@ -167,6 +167,7 @@ TEST_F(WipeMatchingFilesTest, TakesAMaskOfTheCurrentFolder) {
 
 TEST_F(WipeMatchingFilesTest, SkipsAMaskThatListsNothing) {
   const std::size_t before = NamesIn(folder.Path()).size();
-  for (const wchar_t* mask : {L"C:\\test\\scratch\\*.none", L"Q:\\*.tmp", L"C:\\missing\\*.tmp", L""}) WipeMatchingFiles(mask);
+  for (const wchar_t* mask : {L"C:\\test\\scratch\\*.none", L"Q:\\*.tmp", L"C:\\missing\\*.tmp", L""})
+    WipeMatchingFiles(mask);
   EXPECT_EQ(NamesIn(folder.Path()).size(), before);
 }

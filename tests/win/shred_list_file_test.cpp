@@ -179,7 +179,8 @@ TEST_F(SaveSettingsToFileTest, IsUndoneByLoading) {
 }
 
 TEST_F(SaveSettingsToFileTest, KeepsNamesThatTheCodePageLacksOrHalfAPairIsIn) {
-  const std::vector<WideText> lines = {L"C:\\a.txt", L"C:\\\u0141ukasz\\\u4E88\u5B9A\u8868.txt", L"C:\\\uFF41\uFF3C\uFF1A", L"C:\\\xD83D"};
+  const std::vector<WideText> lines = {L"C:\\a.txt", L"C:\\\u0141ukasz\\\u4E88\u5B9A\u8868.txt", L"C:\\\uFF41\uFF3C\uFF1A",
+                                       L"C:\\\xD83D"};
   for (const WideText& line : lines) filled.lstFiles.AddItem(line);
   panel.SaveSettingsToFile();
   EXPECT_TRUE(ReadWhole(kListFile).starts_with("\xEF\xBB\xBF"));

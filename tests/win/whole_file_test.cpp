@@ -16,7 +16,9 @@ namespace {
 
 std::uint64_t FileLen(const std::string& path) { return platform::FileLen(PathOf(Widen(path))); }
 std::string ReadWholeFile(const std::string& path) { return platform::ReadWholeFile(PathOf(Widen(path))); }
-void ReplaceWholeFile(const std::string& path, const std::string& bytes) { platform::ReplaceWholeFile(PathOf(Widen(path)), bytes); }
+void ReplaceWholeFile(const std::string& path, const std::string& bytes) {
+  platform::ReplaceWholeFile(PathOf(Widen(path)), bytes);
+}
 
 class WholeFile : public NothingPending {
  protected:
