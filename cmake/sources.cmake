@@ -84,13 +84,13 @@ set(WINDOWS_SOURCES
   src/automation/updater.cpp
   src/shred/dropped_files.cpp
   src/shred/fraShred.cpp
-  src/shred/fraShred_scheduled.cpp
   src/shred/frmAddDir.cpp
   src/shred/open_files.cpp
   src/shred/shred_list.cpp
   src/shred/subfolders.cpp
+  src/shred/list_store.cpp
   src/shred/modShred.cpp
-  src/shred/modShred_folders.cpp
+  src/shred/folder_removal.cpp
   src/erase/fraClean.cpp
   src/erase/catalogue.cpp
   src/app/erase_host.cpp

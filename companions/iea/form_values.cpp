@@ -24,7 +24,7 @@ LONG NameAt(HKEY key, DWORD index, std::wstring& name) {
   return status;
 }
 
-// All names before the first deletion, which moves the values behind it up by one.
+// All names before the first deletion, which moves the values after it up by one.
 std::vector<std::wstring> NamesOfValues(HKEY key) {
   std::vector<std::wstring> names;
   std::wstring name;

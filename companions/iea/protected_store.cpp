@@ -38,7 +38,7 @@ class ComApartment {
   bool entered_;
 };
 
-// A system that has the library and no store behind it says so, some only when the store is used.
+// A system that has the library and no store in it tells so, some only when the store is used.
 bool IsNoStore(HRESULT answer) { return answer == E_NOTIMPL; }
 
 // The two lists are read to their end before anything is deleted: one that shrinks while it is read skips entries. A list

@@ -47,7 +47,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   void ShowIcon(bool shown) override;
 
  private:
-  // A panel with its button. The status bar names it by the button's caption, or as the row says.
+  // A panel with its button. The status bar names it by the button's caption, or as the row has it.
   struct Row {
     Button& button;
     Panel& panel;
@@ -108,7 +108,8 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   Button cmdSecureDelk{*this, IDC_cmdSecureDelk};
   Button cmdSchedule{*this, IDC_cmdSchedule};
   Button cmdHelp{*this, IDC_cmdHelp};
-  // In the order of the buttons and of the keys Ctrl+1 and following. The doubled word in the last status is meant.
+  // In the order of the buttons and of the keys Ctrl+1 and following. The last status has its word twice: the status is a
+  // required text.
   std::array<Row, 5> rows_{{{cmdDefault, main_},
                             {cmdCleenFrame, clean_},
                             {cmdSecureDelk, shred_},

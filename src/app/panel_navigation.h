@@ -5,7 +5,7 @@
 
 namespace app {
 
-// What the status bar says of the panel on show.
+// What the status bar tells of the panel on show.
 inline std::string PanelStatusText(const std::string& name) { return "Displaying " + name; }
 
 // The panel `steps` further on of `count`, round the end.

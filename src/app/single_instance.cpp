@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kInstanceClass[] = "QuellixMain";
 
-// The main window of the instance that `hidden` belongs to. What else stands between the two is stepped over.
+// The main window of the instance that `hidden` belongs to. What else lies between the two is stepped over.
 HWND FindMainWindowBefore(HWND hidden) {
   DWORD process = 0;
   ::GetWindowThreadProcessId(hidden, &process);

@@ -5,11 +5,11 @@
 
 namespace app {
 
-// Ends the process when another instance is running. Leaves AppTitle changed, which is meant (app_title.h).
+// Ends the process when another instance is running. Leaves AppTitle changed, as the settings need it (app_title.h).
 void ShowPrevInstance();
 
 // The hidden window that a later instance finds. Its class is "QuellixMain", its title stays "Quellix"; the main window
-// is owned by it and so stands just before it in the z-order. Created after the check, so that a process never finds
+// is owned by it and so comes just before it in the z-order. Created after the check, so that a process never finds
 // itself. Null on failure.
 HWND CreateInstanceWindow();
 

@@ -9,7 +9,7 @@ enum class TrayAction { None, RestoreWindow, PopupMenu };
 
 constexpr unsigned kTrayIconId = 1;
 
-// The icon's callback message is 512, which is also the number of real mouse moves (meant). A callback carries the icon's
+// The icon's callback message is 512, which is also the number of real mouse moves. A callback carries the icon's
 // identifier and a mouse message below 65536; a real move carries the pressed buttons and two coordinates, and looks like
 // a callback only while the left button is down in the topmost row, which `leftButtonDown` tells.
 inline TrayAction TrayActionOf(std::uintptr_t wParam, std::uintptr_t lParam, bool leftButtonDown) {

@@ -10,7 +10,7 @@ namespace automation {
 // "F1" to "F12"; "F10" for any other code, although such a code is the one that is polled.
 std::string BossKeyName(std::int32_t code);
 
-// The code of "F1" to "F12", blanks around it aside; that of F10 for any other text, which is meant.
+// The code of "F1" to "F12", blanks around it aside; that of F10 for any other text, so that there always is a boss key.
 std::int32_t BossKeyCodeOf(std::string_view name);
 
 }  // namespace automation

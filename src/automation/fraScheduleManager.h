@@ -26,7 +26,7 @@ class fraScheduleManager final : public Panel {
   // What the scheduler's tick looks at, as it is now.
   ScheduleFacts Facts() const;
 
-  // What the boxes say that a run asks for.
+  // What a run is to do by the boxes.
   bool IsScheduleOn() const { return chkShEnable.Value() == 1; }
   bool RebootsAfterErase() const { return chkRbt.Value() == 1; }
   bool ClosesBrowsers() const { return CHKieclose.Value() == 1; }

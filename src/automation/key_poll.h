@@ -5,7 +5,7 @@
 
 namespace automation {
 
-// The answers of GetAsyncKeyState, one look at each key a poll: the high bit says that the key is down, the low one that it
+// The answers of GetAsyncKeyState, one look at each key a poll: the high bit tells that the key is down, the low one that it
 // was pressed since the look before.
 struct PolledKeys {
   std::uint16_t boss = 0;

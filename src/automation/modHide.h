@@ -15,13 +15,13 @@ void UnhideFromTaskList();
 // Shows the window when it is hidden, restores it when it is minimised, brings it to the foreground.
 void ShowAndActivate(HWND window);
 
-// A browser window and where it stood.
+// A browser window and where it was.
 struct BrowserPlacement {
   HWND window = nullptr;
   WINDOWPLACEMENT placement{};
 };
 
-// Filled anew by every hiding: a record for each window, and one empty one behind them. Hiding twice in a row saves the
+// Filled anew by every hiding: a record for each window, and one empty one after them. Hiding twice in a row saves the
 // windows as hidden as they are then; a restore shows them all the same.
 inline std::vector<BrowserPlacement> SavedBrowserPlacements;
 

@@ -11,7 +11,7 @@ void EnableShutdownPrivilege();
 // Reboots; with `force`, programs that do not answer are ended. Nothing is said when the system refuses.
 void RebootSystem(bool force);
 
-// Writes or deletes the Run value, as the setting "LoadStartup" says. The helpers of Reg32.h report what fails.
+// Writes or deletes the Run value, as the setting "LoadStartup" has it. The helpers of Reg32.h report what fails.
 void RegisterStartup();
 
 }  // namespace automation

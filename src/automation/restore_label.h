@@ -1,5 +1,5 @@
 // The label that names the key which brings the windows back. It has one blank after the colon from the "Advance
-// Settings" button and two from everywhere else; both spellings are meant.
+// Settings" button and two from everywhere else; the two tell by which way the panel was reached.
 #pragma once
 
 #include <string>

@@ -9,7 +9,7 @@ namespace {
 
 const char* FlagOf(bool chosen) { return chosen ? "1" : "0"; }
 
-// The first flag that says yes decides.
+// The first flag that is set decides.
 ScheduleMode ModeOf(const StoredSchedule& stored) {
   if (stored.dailyFlag == "1") return ScheduleMode::Daily;
   if (stored.hourlyFlag == "1") return ScheduleMode::Hourly;
@@ -19,7 +19,8 @@ ScheduleMode ModeOf(const StoredSchedule& stored) {
 
 }  // namespace
 
-// The minutes box stays as it is when its own mode is chosen: its number changes through the spin button. That is meant.
+// The minutes box stays as it is when its own mode is chosen: its number changes through the spin button, which
+// keeps it between its limits.
 ModeChoice ChoiceOf(ScheduleMode mode) {
   const bool minutes = mode == ScheduleMode::Minutes;
   return {.dailyFlag = FlagOf(mode == ScheduleMode::Daily),
@@ -31,8 +32,8 @@ ModeChoice ChoiceOf(ScheduleMode mode) {
           .keepsMinutesText = minutes};
 }
 
-// The picker takes the texts that also are the option flags; the daily time of an earlier session does not come back. That
-// is meant, and the stored values of every installation rely on it.
+// The picker takes the texts that also are the option flags; the daily time of an earlier session does not come back.
+// The stored values of every installation rely on it.
 RestoredSchedule RestoreSchedule(const StoredSchedule& stored) {
   const ScheduleMode mode = ModeOf(stored);
   const std::string minutes = mode == ScheduleMode::Minutes ? TextOf(NumberOf(stored.minutesText)) : stored.minutesText;

@@ -15,7 +15,7 @@ std::string TwoDigits(int number) {
   return std::string(1, static_cast<char>('0' + number / 10)) + static_cast<char>('0' + number % 10);
 }
 
-// In this order: the first that says yes decides.
+// In this order: the first that applies decides.
 bool IsModeDue(std::int16_t tickCount, const ScheduleFacts& facts) {
   if (facts.hourlyFlag == "1" && tickCount >= kTicksAnHour) return true;
   if (facts.now == facts.picked && facts.dailyChosen) return true;

@@ -11,7 +11,7 @@ class Scheduler {
  public:
   Scheduler(platform::MainWindow& window, const fraScheduleManager& options) : window_(window), options_(options) {}
 
-  // The timer that runs from the window's design. Its tick does nothing; that is meant.
+  // The timer that runs from the window's design. Its tick does nothing: the one that Arm starts does the work.
   void Start(HWND window) const { ::SetTimer(window, downtimer, 1000, nullptr); }
 
   // Once a session. Nothing disarms the scheduler; whether a tick does anything is decided in the tick.

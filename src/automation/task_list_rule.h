@@ -8,7 +8,7 @@
 namespace automation {
 using namespace platform;
 
-// False when the OS name holds "2000", "NT" or "XP" in any case: those systems lack the call.
+// False when the OS name holds "2000", "NT" or "XP", ignoring case: those systems lack the call.
 inline bool HasTaskListCall(const std::string& osName) {
   const std::string name = UpperCase(osName);
   return name.find("2000") == std::string::npos && name.find("NT") == std::string::npos &&

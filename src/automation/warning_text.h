@@ -1,4 +1,4 @@
-// What the window "Warning" says. The quotes around the key names belong to the text, and nothing follows the last one.
+// The text of the window "Warning". The quotes around the key names belong to the text, and nothing follows the last one.
 #pragma once
 
 namespace automation {

@@ -1,5 +1,5 @@
-// The browser's URL history: the store that all programs of the user share, and its entries as a collection that stands
-// still until the next Refresh.
+// The browser's URL history: the store that all programs of the user share, and its entries as a collection that stays
+// as it is until the next Refresh.
 //
 // COM must run on the calling thread. An operation raises the error of the call that fails, if not said otherwise; then the
 // collection is as it was, except that a Refresh that fails midway has replaced it by the entries read so far.
@@ -18,8 +18,8 @@ using namespace platform;
 
 class CURLHistory {
  public:
-  // Opens the store and fills the collection with all of it. Raises 429 when there is none to be had, whatever COM
-  // says is the reason.
+  // Opens the store and fills the collection with all of it. Raises 429 when there is none to be had, whatever reason
+  // COM gives.
   CURLHistory();
   CURLHistory(const CURLHistory&) = delete;
   CURLHistory& operator=(const CURLHistory&) = delete;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr WideView kNavigator = Wide<"Software\\Netscape\\Netscape Navigator">();
 
-// "FieldSchema.tbl" stands in it twice. That is meant and does no harm: the second attempt finds no file.
+// "FieldSchema.tbl" is in it twice, which does no harm: the second attempt finds no file.
 constexpr WideView kTypedUrlFiles[] = {Wide<"FieldSchema.tbl">(), Wide<"SchemaConcat.tbl">(), Wide<"SchemaValue.tbl">(),
                                        Wide<"FieldSchema.tbl">(), Wide<"URLFieldSchema.tbl">()};
 constexpr WideView kTypedUrlNames =
@@ -120,9 +120,7 @@ class FolderSearch final : public FolderVisitor {
 class Emptying final : public FolderVisitor {
  public:
   bool IsOver() override { return StopErase; }
-  void AtFile(const Path& path, const FolderEntry& entry) override {
-    static_cast<void>(OverwriteAndDelete(path, entry.size, WipePasses));
-  }
+  void AtFile(const Path& path, const FolderEntry& entry) override { static_cast<void>(Wipe(path, entry.size, WipePasses)); }
   void AtFolder(const Path& path) override { NativeRemoveFolder(path); }
 };
 
@@ -160,7 +158,7 @@ void FindFoldersByName(const Path& root, WideView name, FileList& results) {
   Search(root, search);
 }
 
-void DeleteFile(const Path& path, const std::int16_t& passes) { static_cast<void>(OverwriteAndDeleteIfThere(path, passes)); }
+void DeleteFile(const Path& path, const std::int16_t& passes) { static_cast<void>(WipeIfThere(path, passes)); }
 
 void ClearDirectory(const Path& folder) {
   Emptying emptying;

@@ -25,7 +25,7 @@ using FileList = std::vector<Path>;
 void FindFilesByName(const Path& root, WideView nameList, FileList& results);
 void FindFoldersByName(const Path& root, WideView name, FileList& results);
 
-// Overwrites an existing file as many times as `passes` says (WipePasses: not once) and deletes it, unless the stop request
+// Overwrites an existing file `passes` times (WipePasses: not once) and deletes it, unless the stop request
 // comes meanwhile.
 void DeleteFile(const Path& path, const std::int16_t& passes);
 

@@ -21,14 +21,14 @@ constexpr DWORD kNotPlain =
 
 bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotPlain) == 0; }
 
-void CleanFile(const Path& path) {
+void WipeQuietly(const Path& path) {
   quietly([&] {
     if (IsPlainFile(NativeAttributes(path))) NativeDeleteFile(path);
   });
 }
 
 // The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
-void CleanFolder(const Path& folder) {
+void ClearFolder(const Path& folder) {
   quietly([&] {
     const DWORD attributes = NativeAttributes(folder);
     if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
@@ -56,14 +56,14 @@ std::string OperaPath() {
 
 Path GetSpecialFolder(int identifier) { return FindSpecialFolder(identifier); }
 
-void CleanOperaCookies() { CleanFile(InInstallation(Wide<"\\cookies.dat">())); }
-void CleanOpera7Cookies() { CleanFile(InProfile7(Wide<"cookies4.dat">())); }
-void CleanOperaCache() { CleanFolder(InInstallation(Wide<"\\Cache">())); }
-void CleanOpera7Cache() { CleanFolder(InProfile7(Wide<"cache4">())); }
+void CleanOperaCookies() { WipeQuietly(InInstallation(Wide<"\\cookies.dat">())); }
+void CleanOpera7Cookies() { WipeQuietly(InProfile7(Wide<"cookies4.dat">())); }
+void CleanOperaCache() { ClearFolder(InInstallation(Wide<"\\Cache">())); }
+void CleanOpera7Cache() { ClearFolder(InProfile7(Wide<"cache4">())); }
 
 void CleanOperaTypedUrls() {
-  CleanFile(InProfile7(Wide<"global.dat">()));
-  CleanFile(InProfile7(Wide<"opera.dir">()));
+  WipeQuietly(InProfile7(Wide<"global.dat">()));
+  WipeQuietly(InProfile7(Wide<"opera.dir">()));
 }
 
 }  // namespace cleaners

@@ -16,7 +16,7 @@ void CleanOpera7Cache();
 void CleanOperaTypedUrls();
 
 // The folder that the browser has registered, read as a number: "0" for every path, so that the older layout is looked for
-// in a folder "0" below the current one. That is meant.
+// in a folder "0" below the current one, and an installation of any other place keeps its files.
 std::string OperaPath();
 
 // The path of a shell folder (a CSIDL_ value of shlobj.h); empty when the system does not know it.

@@ -26,8 +26,8 @@ class URLHistoryItem {
   ~URLHistoryItem();
 
   // Automation dates: days since 30 December 1899, the time of day in the fraction. The first read gives local time. Every
-  // read moves the stored time by the zone's offset once more, so the next one gives another date; that is meant. A time
-  // that is no date raises error 5.
+  // read moves the stored time by the zone's offset once more, so the next one gives another date: whoever shows a date
+  // reads it once. A time that is no date raises error 5.
   double LastVisited() { return ReadDate(record_.ftLastVisited); }
   double Expires() { return ReadDate(record_.ftExpires); }
   double LastUpdated() { return ReadDate(record_.ftLastUpdated); }

@@ -5,7 +5,7 @@
 namespace cleaners {
 using namespace platform;
 
-bool IsRemovedByCacheWalk(std::string_view url) {
+bool IsDeletedByCacheWalk(std::string_view url) {
   const std::string start = UpperCase(url.substr(0, 8));
   return start != "VISITED:" && start != "COOKIE:";
 }

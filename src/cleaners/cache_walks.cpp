@@ -33,7 +33,7 @@ std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
 std::int64_t ClearUrlCache() {
   std::int64_t total = 0;
   WalkUrlCache(nullptr, [&](UrlCacheWalk& walk) {
-    if (!IsRemovedByCacheWalk(walk.Url())) return;
+    if (!IsDeletedByCacheWalk(walk.Url())) return;
     total += LengthOfLocalFile(walk);
     quietly([&] { walk.DeleteEntry(); });
   });

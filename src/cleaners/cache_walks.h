@@ -25,7 +25,7 @@ class KeepList {
 };
 
 // The list `lstSafeList` as the cookie walk finds it on the window that it refers to. The program never sets that
-// reference, so the look-up fails and no cookie counts as kept. This is meant: the keep list rules what the window
+// reference, so the look-up fails and no cookie counts as kept: the keep list rules what the window
 // "Cookies Manager" shows, and an erase takes every cookie.
 inline const KeepList* lstSafeList = nullptr;
 

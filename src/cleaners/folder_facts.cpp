@@ -29,7 +29,7 @@ bool IsItOrBelow(Path folder, const FolderIdentity& outer) {
   return false;
 }
 
-// What the texts of two paths do not show: a link on the way, a drive letter or a share that stands for a folder.
+// What the texts of two paths do not show: a link on the way, a drive letter or a share that means a folder.
 bool LeadsToOneOf(const std::vector<Path>& folders, const Path& path) {
   const std::optional<FolderIdentity> identity = NativeIdentity(path);
   return identity && std::any_of(folders.begin(), folders.end(), [&identity](const Path& folder) {

@@ -5,7 +5,7 @@
 namespace cleaners {
 using namespace platform;
 
-bool MayEmptyFolder(const FolderFacts& facts) {
+bool MayClearFolder(const FolderFacts& facts) {
   if (facts.canonical.IsEmpty() || facts.canonical.IsRoot() || facts.isLink || facts.leadsToKept) return false;
   return std::none_of(facts.keep.begin(), facts.keep.end(),
                       [&facts](const Path& folder) { return IsSameOrBelow(folder, facts.canonical); });

@@ -16,6 +16,6 @@ struct FolderFacts {
 };
 
 // False for an empty path, a root, a link, and a folder that is or holds one of `keep`.
-bool MayEmptyFolder(const FolderFacts& facts);
+bool MayClearFolder(const FolderFacts& facts);
 
 }  // namespace cleaners

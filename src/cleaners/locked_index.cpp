@@ -34,7 +34,7 @@ void FillWithBlanks(const Path& path, std::uint64_t length) {
   if (!::FlushFileBuffers(file.get())) RaiseLastError();
 }
 
-void ClearIndexFile(SpecialFolder folder, WideView name) {
+void OverwriteIndexFile(SpecialFolder folder, WideView name) {
   quietly([&] {
     const Path path = FindSpecialFolder(folder) / name;
     if (IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
@@ -46,9 +46,9 @@ void ClearIndexFile(SpecialFolder folder, WideView name) {
 }  // namespace
 
 void ClearLockedIndexFiles() {
-  ClearIndexFile(kCookiesFolder, Wide<"index.dat">());
-  ClearIndexFile(kHistoryFolder, Wide<"index.dat">());
-  ClearIndexFile(kHistoryFolder, Wide<"history.ie5\\index.dat">());
+  OverwriteIndexFile(kCookiesFolder, Wide<"index.dat">());
+  OverwriteIndexFile(kHistoryFolder, Wide<"index.dat">());
+  OverwriteIndexFile(kHistoryFolder, Wide<"history.ie5\\index.dat">());
 }
 
 }  // namespace cleaners

@@ -1,4 +1,4 @@
-// Which of the names that a mask lists are meant by it.
+// Which of the names that a mask lists it is for.
 #pragma once
 
 #include "platform/wide_text.h"

@@ -21,11 +21,11 @@ constexpr char kRunKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explor
 constexpr char kIntelliFormsKey[] = "Software\\Microsoft\\Internet Explorer\\IntelliForms";
 
 // Sweeps whether or not a stop is asked for: the sweep looks, the deletion of the key does not.
-void EraseSweptKey(const char* path) {
+void ClearSweptKey(const char* path) {
   HKEY opened = nullptr;
   const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
   UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
-  ++ErasedKeyCount;
+  ++ClearedKeyCount;
   SweepValues(key.get(), status);
   key.reset();
   late::SHDeleteKey(HKEY_CURRENT_USER, path);
@@ -45,18 +45,18 @@ void SweepValues(HKEY key, LONG status) {
 }
 
 void Command7() {
-  reportAndLeave("mdFHCCLeaner,Command7", [] { EraseSweptKey(kTypedUrlsKey); });  // the capital L is meant
+  reportAndLeave("mdFHCCLeaner,Command7", [] { ClearSweptKey(kTypedUrlsKey); });  // with a capital L, as reports have it
 }
 
 void ClearRunMRU() {
-  reportAndLeave("mdFHCCleaner,ClearRunMRU", [] { EraseSweptKey(kRunKey); });
+  reportAndLeave("mdFHCCleaner,ClearRunMRU", [] { ClearSweptKey(kRunKey); });
 }
 
 void cmdAutoComplte() {
   if (StopErase) return;
   reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
     const Path companion = ProgramFolder() / Wide<"iea.exe">();
-    // The working directory is the text "1", too: meant. The companion needs none.
+    // The working directory is the text "1", too; the companion needs none.
     if (UsesWideNames())
       late::ShellOpenWide(MainWindowHandle, L"open", companion.Shown().c_str(), L"1", L"1", SW_HIDE);
     else
@@ -66,7 +66,7 @@ void cmdAutoComplte() {
 
 void ClearAutoCompletePasswords() {
   if (StopErase) return;
-  ++ErasedKeyCount;
+  ++ClearedKeyCount;
   quietly([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
 }
 

@@ -6,7 +6,7 @@
 namespace cleaners {
 
 // How many registry keys the three registry cleaners below have gone about since the program started. Nothing reads it.
-inline std::int32_t ErasedKeyCount = 0;
+inline std::int32_t ClearedKeyCount = 0;
 
 // The location bar's history: the key of the typed addresses.
 void Command7();

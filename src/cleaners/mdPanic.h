@@ -5,7 +5,7 @@
 namespace cleaners {
 
 // Asks the windows of class "IEFrame" to close, one after another, until none is left. A window that refuses is asked again
-// and again for as long as it stands; window events run meanwhile, and the waiting costs no time of the processor.
+// and again for as long as it is there; window events run meanwhile, and the waiting costs no time of the processor.
 void CloseBrowserFrames();
 
 // Asks the first top-level window whose title holds the text, case included, to close.

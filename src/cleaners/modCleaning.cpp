@@ -47,7 +47,7 @@ void ClearFindKey(const char* path) {
 void ClearWindowsTemp() {
   resumeNext([] {
     const TempFolderFacts facts = FindTempFolderFacts();
-    if (!MayCleanTempFolder(facts)) {
+    if (!MayClearTempFolder(facts)) {
       LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }
@@ -79,7 +79,8 @@ void ClearFind() {
 
 void ClearRegistryStreams() {
   resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU"); });
-  // The system reads this value under the machine's hive; the current user's is meant.
+  // The system reads this value under the machine's hive; under the current user's it changes nothing, and needs no right
+  // that a limited user lacks.
   resumeNext([] {
     SaveKeyValue(HKEY_CURRENT_USER, "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Memory Management",
                  "ClearPageFileAtShutdown", "0", REG_SZ);

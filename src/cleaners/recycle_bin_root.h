@@ -5,7 +5,7 @@
 
 namespace cleaners {
 
-// "D" and "D:" become "D:\"; an empty text, which means every drive, and a text with ":\" behind its first character stay.
+// "D" and "D:" become "D:\"; an empty text, which means every drive, and a text with ":\" after its first character stay.
 inline std::string RecycleBinRoot(const std::string& driveRoot) {
   if (driveRoot.empty() || driveRoot.compare(1, 2, ":\\") == 0) return driveRoot;
   return driveRoot.substr(0, 1) + ":\\";

@@ -12,12 +12,12 @@ bool IsTheNamedFolder(const TempFolderFacts& facts) {
 
 }  // namespace
 
-bool MayCleanTempFolder(const TempFolderFacts& facts) {
+bool MayClearTempFolder(const TempFolderFacts& facts) {
   const WideText name = Trim(facts.reported);
   if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
   if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
   if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return false;
-  return MayEmptyFolder(facts);
+  return MayClearFolder(facts);
 }
 
 }  // namespace cleaners

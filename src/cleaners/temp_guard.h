@@ -7,13 +7,13 @@
 namespace cleaners {
 
 struct TempFolderFacts : FolderFacts {
-  WideText configured;  // what the variables say (TMP before TEMP), empty when neither is set
+  WideText configured;  // what the variables hold (TMP before TEMP), empty when neither is set
   WideText reported;    // what the system made of it, as AppendBackslash leaves it; the base tells of this folder
 };
 
 // False for the Windows folders by name, for a folder that is not the one that a variable names (without a variable, or
 // where its folder is missing, the system falls back to the profile or the current folder), one with a wildcard in its name,
-// and one that MayEmptyFolder refuses.
-bool MayCleanTempFolder(const TempFolderFacts& facts);
+// and one that MayClearFolder refuses.
+bool MayClearTempFolder(const TempFolderFacts& facts);
 
 }  // namespace cleaners

@@ -1,5 +1,5 @@
 // What the URL cache puts at the start of the memory in which it returns an entry: its information structure
-// (INTERNET_CACHE_ENTRY_INFOA of wininet.h, 80 bytes on 32-bit Windows) and the four bytes behind it.
+// (INTERNET_CACHE_ENTRY_INFOA of wininet.h, 80 bytes on 32-bit Windows) and the four bytes after it.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ struct UrlCacheRecord {
   std::uint32_t headerInfoSize;
   std::uint32_t fileExtension;  // address
   std::uint32_t reserved;
-  std::uint32_t behind;
+  std::uint32_t after;
 };
 
 static_assert(sizeof(UrlCacheRecord) == 84);

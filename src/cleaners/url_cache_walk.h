@@ -24,7 +24,7 @@ class UrlCacheWalk {
   // The search pattern of the cache ("Cookie:"); null for every entry. The system may ignore it.
   explicit UrlCacheWalk(const char* pattern) : pattern_(pattern) {}
 
-  // False behind the last entry; what is known of the one before is then empty. An entry that went meanwhile has no URL.
+  // False after the last entry; what is known of the one before is then empty. An entry that went meanwhile has no URL.
   bool Next();
 
   const std::string& Url() const { return url_; }           // empty when it has none

@@ -55,7 +55,7 @@ PassOutcome Overwrite(const Path& path, std::uint64_t length) {
 
 }  // namespace
 
-RuntimeError OverwriteAndDelete(const Path& path, std::uint64_t length, std::int16_t passes) {
+RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes) {
   PassOutcome outcome{true, {}};
   for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
   if (outcome.failure || StopErase) return outcome.failure;
@@ -64,9 +64,9 @@ RuntimeError OverwriteAndDelete(const Path& path, std::uint64_t length, std::int
   });
 }
 
-RuntimeError OverwriteAndDeleteIfThere(const Path& path, std::int16_t passes) {
+RuntimeError WipeIfThere(const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
-  return OverwriteAndDelete(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+  return Wipe(path, passes > 0 ? NativeFileLength(path) : 0, passes);
 }
 
 bool FileExistsFs(const Path& path) {
@@ -75,13 +75,11 @@ bool FileExistsFs(const Path& path) {
 }
 
 void WipeFile(const Path& path, std::int16_t passes) {
-  if (const RuntimeError failure = OverwriteAndDeleteIfThere(path, passes))
-    LogCleanResult(path.Shown(), Widen(failure.description));
+  if (const RuntimeError failure = WipeIfThere(path, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
 void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes) {
-  if (const RuntimeError failure = OverwriteAndDelete(path, length, passes))
-    LogCleanResult(path.Shown(), Widen(failure.description));
+  if (const RuntimeError failure = Wipe(path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
 void WipeMatchingFiles(WideView mask) {

@@ -18,16 +18,17 @@ void WipeFile(const Path& path, std::int16_t passes);
 
 // What both do with the file: overwrites it `passes` times over `length` bytes and deletes it, unless the stop request comes
 // meanwhile. Gives what failed, if anything did.
-[[nodiscard]] RuntimeError OverwriteAndDelete(const Path& path, std::uint64_t length, std::int16_t passes);
+[[nodiscard]] RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes);
 
 // The same for a path that may lead to no file: then nothing is done. The file is asked for its length.
-[[nodiscard]] RuntimeError OverwriteAndDeleteIfThere(const Path& path, std::int16_t passes);
+[[nodiscard]] RuntimeError WipeIfThere(const Path& path, std::int16_t passes);
 
 // What WipeFile does, for a file that a listing has just named: `length` is its size in bytes.
 void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes);
 
 // WipeFile on every name that a listing of `mask` returns, hidden files included, until the stop request. The bare name is
-// used as the listing returns it, so a file is found only relative to the current folder. That is meant.
+// used as the listing returns it, so a file is found only relative to the current folder: a
+// mask of another folder takes nothing there.
 void WipeMatchingFiles(WideView mask);
 
 }  // namespace cleaners

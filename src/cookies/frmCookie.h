@@ -38,7 +38,7 @@ class frmCookie final : public Dialog {
   MainWindow& window_;
   ListBox lstKeeplist{*this, IDC_lstKeeplist};
   ListBox SafeList{*this, IDC_SafeList};
-  std::optional<clsIni> ini_;  // held while the window stands; nothing is kept in it
+  std::optional<clsIni> ini_;  // held while the window exists; nothing is kept in it
   Work* work_ = nullptr;       // what is being done while window events run
   bool keepListRead_ = true;   // false: there is a file that could not be read
 };

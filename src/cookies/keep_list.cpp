@@ -20,12 +20,12 @@ std::size_t FindFrom(std::string_view text, std::string_view characters, std::si
 std::size_t ClosingQuote(std::string_view text, std::size_t position) {
   const std::size_t closing = FindFrom(text, "\"\r\n", position + 1);
   if (closing == text.size() || text[closing] != '"') return std::string_view::npos;
-  const std::size_t behind = text.find_first_not_of(' ', closing + 1);
-  const bool ends = behind == std::string_view::npos || kFieldEnds.find(text[behind]) != std::string_view::npos;
+  const std::size_t next = text.find_first_not_of(' ', closing + 1);
+  const bool ends = next == std::string_view::npos || kFieldEnds.find(text[next]) != std::string_view::npos;
   return ends ? closing : std::string_view::npos;
 }
 
-// Takes the field at `position` and moves behind its end.
+// Takes the field at `position` and moves past its end.
 std::string NextField(std::string_view text, std::size_t& position) {
   const std::size_t start = text.find_first_not_of(' ', position);
   const bool quoted = start != std::string_view::npos && text[start] == '"';

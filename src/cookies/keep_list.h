@@ -14,11 +14,11 @@ using namespace platform;
 using CookieNames = std::vector<WideText>;
 
 // The fields of the file's text. A comma or a line end (CR LF, CR or LF) ends a field; double quotes around a field, with
-// blanks before or behind them, are dropped, and a comma between them belongs to the field. A quote that is not closed
+// blanks before or after them, are dropped, and a comma between them belongs to the field. A quote that is not closed
 // before its line ends is a character like any other. NUL bytes, which no list can hold, are left out.
 CookieNames ReadKeepList(std::string_view text);
 
-// One name a line, each line ended by CR LF, as it stands: a name with a comma in it comes back as two. That is meant.
+// One name a line, each line ended by CR LF, and nothing quoted: a name with a comma in it comes back as two.
 std::string KeepListText(const CookieNames& names);
 
 // Equal but for the case of their letters and for blanks around either.

@@ -1,4 +1,4 @@
-// One erasable item: everything that the program knows of it stands in one row.
+// One erasable item: everything that the program knows of it is in one row.
 #pragma once
 
 namespace erase {

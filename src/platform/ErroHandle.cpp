@@ -21,7 +21,7 @@ constexpr DWORD kLeaveNoTrace = 0x84080200;
 
 InternetTransfer* mainTransfer = nullptr;
 
-// The burst that stands while `depth` is above 0.
+// The burst that goes on while `depth` is above 0.
 struct Burst {
   int depth = 0;
   int reports = 0;
@@ -30,7 +30,7 @@ struct Burst {
 };
 Burst burst;
 
-int noReports = 0;  // how many stand
+int noReports = 0;  // how many there are
 
 bool IsToBeShown(const std::string& text) {
   if (burst.depth == 0) return IsOnline();

@@ -8,13 +8,14 @@ namespace platform {
 class InternetTransfer;
 
 // The source tag is the module's name, a comma and the procedure's name. Shows a message box of the tag, the pending
-// error's number and its description, run together without a separator (meant), and clears the pending error.
+// error's number and its description, run together without a separator as every report of the program reads, and clears the
+// pending error.
 void ReportError(const char* sourceTag);
 
 // The same for an error that is at hand and not yet pending.
 void ReportError(const char* sourceTag, const RuntimeError& error);
 
-// While one stands, the failures that are reported are one burst: a file that is locked fails at each of its fourteen
+// While one exists, the failures that are reported are one burst: a file that is locked fails at each of its fourteen
 // thousand writes. Each is reported on its own all the same; the burst asks once for all of them whether the machine is on
 // line, and shows each message once. A burst inside another one is part of it.
 class ReportBurst {
@@ -28,7 +29,7 @@ class ReportBurst {
   int Reports() const;
 };
 
-// While one stands, nothing is reported and nobody asks whether the machine is on line; ReportError clears the pending error
+// While one exists, nothing is reported and nobody asks whether the machine is on line; ReportError clears the pending error
 // and that is all. For a caller that shows its user nothing and calls a procedure that reports.
 class NoReports {
  public:
@@ -41,7 +42,7 @@ class NoReports {
 // True when a well-known web page can be opened. Lets window events run once.
 bool IsOnline();
 
-// The transfer that is stopped before a message is shown; null while the main window does not stand.
+// The transfer that is stopped before a message is shown; null while there is no main window.
 void SetReporterTransfer(InternetTransfer* transfer);
 
 // The trap of a procedure that reports and leaves: runs the body. After an error the body's remaining statements are

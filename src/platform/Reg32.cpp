@@ -31,7 +31,7 @@ UniqueKey OpenPlainly(HKEY root, const std::string& subKey) {
 void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type) {
   reportAndLeave("Reg32,SaveKeyValue", [&] {
     const UniqueKey key = OpenOrCreate(root, subKey);
-    // The pair of types and the length without the terminating zero are meant; other programs read what they know.
+    // Types 0 and 1, and a length without the terminating zero: the values of every installation are stored so.
     if (type == REG_NONE || type == REG_SZ)
       ::RegSetValueExA(key.get(), valueName.c_str(), 0, type, reinterpret_cast<const BYTE*>(value.data()),
                        static_cast<DWORD>(value.size()));

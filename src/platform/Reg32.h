@@ -12,7 +12,7 @@
 namespace platform {
 
 // Opens the key, creating it when it is missing, and writes the value. Only the types 0 and 1 are written, as the text's
-// bytes without a terminating zero; any other type writes nothing. That pair is meant.
+// bytes without a terminating zero; any other type writes nothing. Every value that the program keeps is such a text.
 void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type);
 
 // Despite its name a number: the text value as a 32-bit integer. `defaultValue` for a missing value, one that is not a

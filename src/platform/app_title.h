@@ -1,7 +1,7 @@
 // The application title: name of the settings, title of message boxes, agent name of the on-line probe.
 //
 // The single-instance check changes it and it is not set back, so that everything that takes the title afterwards takes
-// the changed text. That is meant: the settings of every installation stand under it.
+// the changed text. The settings of every installation are kept under it.
 #pragma once
 
 #include <string>

@@ -24,7 +24,7 @@ void clsIni::SaveIniSetting(const std::string& section, const std::string& key, 
 }
 
 void clsIni::DeleteIni() const {
-  // The ending counts in lower case alone, although the system's names know no case. That is meant.
+  // In lower case alone: the file that the program names ends so, and one named otherwise is somebody else's.
   if (!iniPath_.ends_with(".ini")) {
     ShowError("The file in the IniPath property is not an ini file or doesn't exist!");
   } else if (!NativeDeleteFile(PathOf(Widen(iniPath_)))) {

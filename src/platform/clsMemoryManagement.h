@@ -32,7 +32,7 @@ class clsMemoryManagement {
 
   // The zero-terminated text in the system's ANSI code page at `address`, inside the block or elsewhere; empty for an
   // address that cannot be read over `maximumLength` bytes or up to an earlier zero. A longer text is returned whole:
-  // the limit belongs to the test of the address alone, which is meant.
+  // the limit belongs to the test of the address alone, and callers that give a small one get whole texts by it.
   std::string ExtractString(const char* address, std::size_t maximumLength) const;
 
   // Does nothing when no block is held.

@@ -2,7 +2,7 @@
 //
 // Two promises that the program relies on: setting a check box's Value fires its Click handler, and so does choosing an
 // option button. A panel's window may be created after its controls were set: until then a wrapper keeps what it was
-// given, answers from it, and shows it once the window stands.
+// given, answers from it, and shows it once the window exists.
 #pragma once
 
 #include <deque>
@@ -118,8 +118,8 @@ class OptionButton : public Control {
   OptionGroup& group_;
 };
 
-// The lines stand in the object as well, and are read from there: a line may be too long for a system to give it back. Where
-// the system has wide windows, they show what the ANSI code page lacks.
+// The lines are kept in the object as well, and are read from there: a line may be too long for a system to give it back.
+// Where the system has wide windows, they show what the ANSI code page lacks.
 class ListBox : public Control {
  public:
   using Control::Control;
@@ -143,7 +143,7 @@ class ListBox : public Control {
   int ListCount() const { return static_cast<int>(items_.size()); }
   WideText Item(int index) const;  // empty for a line that is not there
 
-  // The chosen line, of a list that has one at most; -1 for none. Once the window stands.
+  // The chosen line, of a list that has one at most; -1 for none. Once the window exists.
   int ListIndex() const { return static_cast<int>(Send(LB_GETCURSEL)); }
   // The chosen lines, in their order, of a list that may have several.
   std::vector<int> Selected() const;
@@ -160,7 +160,7 @@ class ListBox : public Control {
 class ComboBox : public Control {
  public:
   using Control::Control;
-  void AddItem(const std::string& text);  // once the window stands
+  void AddItem(const std::string& text);  // once the window exists
 
   // Of a list without a box to write in: shows the entry that is the text, case aside. Fires nothing.
   void Choose(const std::string& text);
@@ -223,7 +223,7 @@ class StatusBar : public Control {
  public:
   using Control::Control;
 
-  // Two panels; the first is as wide as its text needs. Once the window stands.
+  // Two panels; the first is as wide as its text needs. Once the window exists.
   void Arrange(const std::string& firstText);
   void SetPanel2(const std::string& text);
 };

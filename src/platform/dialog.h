@@ -72,7 +72,7 @@ class Dialog {
   // Any other notification of a control: LBN_DBLCLK and its like.
   virtual void OnNotification(int /*id*/, int /*notification*/) {}
 
-  // Esc, and the close box unless OnClose says otherwise.
+  // Esc, and the close box unless OnClose decides otherwise.
   virtual void OnCancel() { Close(); }
   virtual void OnClose() { OnCancel(); }
 

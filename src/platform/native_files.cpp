@@ -174,7 +174,7 @@ bool FolderListing::Read() {
     find_.reset(late::FindFirstFileWide(pattern_.c_str(), &data_));
     return static_cast<bool>(find_);
   }
-  WIN32_FIND_DATAA ansi = {};  // not every system fills what it says nothing in
+  WIN32_FIND_DATAA ansi = {};  // not every system fills every field
   if (first) {
     find_.reset(::FindFirstFileA(NarrowExactly(pattern_).value_or("").c_str(), &ansi));
     if (!find_) return false;

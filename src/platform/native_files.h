@@ -34,7 +34,7 @@ std::string AnsiForm(const Path& path);
 // Throws the run-time error for the reason that the system's last failing call gave (GetLastError).
 [[noreturn]] void RaiseLastError();
 
-// Writes the bytes where the file stands. Raises the system's reason, kDiskFull where fewer bytes than asked for got there.
+// Writes the bytes at the file's position. Raises the system's reason, kDiskFull where fewer bytes than asked for got there.
 void WriteOrRaise(HANDLE file, const void* bytes, std::size_t count);
 
 // GetFileAttributes; INVALID_FILE_ATTRIBUTES when there is no such entry.

@@ -13,7 +13,8 @@ struct WindowsVersion {
   unsigned long build;
 };
 
-// Windows Me reads as 98 and Server 2003 as 2000, both meant; empty for an NT system later than 5.x.
+// Windows Me reads as 98 and Server 2003 as 2000: what is done for those is right for these. Empty for an NT system later
+// than 5.x, which lacks the call for the task list as every NT system does.
 std::string OsNameOf(const WindowsVersion& version);
 
 // The name found at start-up, shared by every room.

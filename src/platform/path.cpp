@@ -28,7 +28,7 @@ bool IsDevice(WideView name) {
   return numbered && base.size() == 4 && base[3] >= '1' && base[3] <= '9';
 }
 
-// Takes what stands before the next separator off the text, and the separator; at the end of the text, it is empty then.
+// Takes what comes before the next separator off the text, and the separator; at the end of the text, it is empty then.
 template <class Separates>
 WideView TakeName(WideView& text, Separates separates) {
   const auto end = std::find_if(text.begin(), text.end(), separates);

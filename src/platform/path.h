@@ -26,7 +26,7 @@ class Path {
   // As the user knows it: "C:\x", "\\server\share\x".
   WideText Shown() const;
 
-  // What stands after the last "\"; empty for a root.
+  // What follows the last "\"; empty for a root.
   WideView Name() const { return WideView(text_).substr(IsRoot() ? root_ : text_.rfind('\\') + 1); }
 
   // The folder that it lies in; empty for a root.

@@ -1,6 +1,6 @@
 // The run-time error of a failing statement, and the ways of going on after one.
 //
-// A statement that cannot do its work throws RuntimeError. The trap around it says what follows:
+// A statement that cannot do its work throws RuntimeError. The trap around it decides what follows:
 //   resumeNext      the error stays pending in Err, the caller goes on with its next statement
 //   quietly         nobody hears of it, Err stays as it was
 //   failureOf       the same, and the caller learns whether and how it failed
@@ -62,7 +62,7 @@ const char* RuntimeErrorDescription(int number);
 class Statement {
  public:
   template <class Callable, class = std::enable_if_t<!std::is_same_v<std::remove_cvref_t<Callable>, Statement>>>
-  Statement(Callable&& callable)  // not explicit: a lambda is handed over as it stands in the call
+  Statement(Callable&& callable)  // not explicit: a lambda is handed over as it is written in the call
       : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
         run_([](void* object) { static_cast<void>((*static_cast<std::remove_reference_t<Callable>*>(object))()); }) {}
 

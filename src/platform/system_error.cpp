@@ -14,7 +14,7 @@ struct Mapping {
   int number;
 };
 
-// The codes stand as numbers: this file is also built where winerror.h is missing.
+// The codes are written as numbers: this file is also built where winerror.h is missing.
 constexpr Mapping kMappings[] = {
     {2, kFileNotFound},           // ERROR_FILE_NOT_FOUND
     {3, kPathNotFound},           // ERROR_PATH_NOT_FOUND

@@ -1,4 +1,4 @@
-// Between the texts that settings and boxes hold and the values they stand for.
+// Between the texts that settings and boxes hold and the values that they mean.
 //
 // Texts are single-byte, the decimal sign is "." whatever the locale. A conversion that overflows raises the run-time
 // error 6.
@@ -31,7 +31,7 @@ std::int32_t ToLong(double number);
 // ToDouble as a 32-bit integer.
 std::int32_t ToLong(std::string_view text);
 
-// "True" and "False" in any case, or a number, true unless 0. Raises 13 for anything else.
+// "True" and "False" ignoring case, or a number, true unless 0. Raises 13 for anything else.
 bool ToBoolean(std::string_view text);
 
 inline const char* BooleanText(bool value) { return value ? "True" : "False"; }

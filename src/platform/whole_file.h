@@ -15,7 +15,7 @@ std::uint64_t FileLen(const Path& path);
 std::string ReadWholeFile(const Path& path);
 
 // Creates or replaces the file. The bytes first go to a file "<path>.tmp" beside it and to the disk, so that the old file
-// stays whole when the writing fails; that leaves nothing behind.
+// stays whole when the writing fails; no part of the new one is left over.
 void ReplaceWholeFile(const Path& path, const std::string& bytes);
 
 }  // namespace platform

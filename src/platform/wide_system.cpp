@@ -23,7 +23,7 @@ bool UsesWideNames() {
     return late::GetFileAttributesWide &&
            (late::GetFileAttributesWide(L".") != INVALID_FILE_ATTRIBUTES || ::GetLastError() != ERROR_CALL_NOT_IMPLEMENTED);
   }();
-  return wide && !AnsiNamesOnly;
+  return wide && !AnsiNamesOnlyForTests;
 }
 
 WideText Widen(std::string_view ansi) {

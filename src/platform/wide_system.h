@@ -11,7 +11,7 @@
 namespace platform {
 
 // Set: as on Windows 9x also where the wide functions work. A Path that was made before is of no use afterwards.
-inline bool AnsiNamesOnly = false;
+inline bool AnsiNamesOnlyForTests = false;
 
 // True on the NT family. Windows 9x exports the wide functions as stubs that fail.
 bool UsesWideNames();

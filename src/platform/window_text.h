@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The window's text in ANSI: the title of a window, the caption of a button, what stands in a box. Empty for no window.
+// The window's text in ANSI: the title of a window, the caption of a button, what is typed into a box. Empty for no window.
 std::string TextOfWindow(HWND window);
 
 // The window's class; empty for no window.

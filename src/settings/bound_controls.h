@@ -33,7 +33,7 @@ class SettingTextBox : public platform::TextBox {
   // Shows the stored text as the number that it is.
   void Load();
 
-  // The box's text as it stands into the variable.
+  // The box's text as it is into the variable.
   void Keep();
 
  private:

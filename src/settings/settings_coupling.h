@@ -14,8 +14,8 @@ struct PickerTexts {
 };
 
 // The picker's texts go into the variables that are also the flags of the every-hour and every-N-minutes options, so that
-// one stored text serves as both. That sharing is meant: after saving with 9 o'clock in the picker, the next start does
-// not choose the every-hour option.
+// one stored text serves as both. The stored values of every installation have this form: after saving with 9 o'clock in the
+// picker, the next start does not choose the every-hour option.
 inline void CopyScheduleTexts(SettingsVariables& settings, const std::string& txtMinutes, const PickerTexts& picker) {
   settings[Setting::ScheduleMin] = txtMinutes;
   settings[Setting::ScheduleMinutes] = picker.minute;

@@ -1,7 +1,7 @@
 // The per-user settings store: texts addressed by application name, section and key.
 //
 // HKEY_CURRENT_USER\Software\Quellix\<application title>\<section>, one REG_SZ value per key. The application name is
-// AppTitle as it stands at the moment of the call.
+// AppTitle as it is at the moment of the call.
 #pragma once
 
 #include <string>

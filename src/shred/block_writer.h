@@ -16,7 +16,7 @@ using namespace platform;
 
 class BlockWriter {
  public:
-  // Puts the bytes into the file, `offset` bytes behind its first one; raises when they do not all get there.
+  // Puts the bytes into the file, `offset` bytes after its first one; raises when they do not all get there.
   using Put = std::function<void(std::uint32_t offset, std::string_view bytes)>;
 
   // Told of each item that could not be written, and why.
@@ -24,7 +24,7 @@ class BlockWriter {
 
   BlockWriter(Put put, ItemFailed itemFailed);
 
-  // Writes the item so many times behind the last one that was written. It may wait here for its block, and so may its
+  // Writes the item so many times after the last one that was written. It may wait here for its block, and so may its
   // failure, which each of the times has for itself. The bytes have to last until the next Flush.
   void Write(std::string_view item, std::size_t times = 1);
 

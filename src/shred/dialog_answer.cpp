@@ -18,7 +18,7 @@ std::vector<WideView> Texts(WideView answer) {
   return texts;
 }
 
-// A name from the dialog's list is one as it stands; what somebody typed may be a path.
+// A name from the dialog's list is taken as it is; what somebody typed may be a path.
 Path FileIn(const Path& folder, WideView name) {
   if (name.ends_with('\\') || name.ends_with('/')) return {};  // of a folder
   const Path full = SpelledPath(name);

@@ -1,11 +1,13 @@
-// The panel's controls and the manual shredder; the scheduled list stands in fraShred_scheduled.cpp.
 #include "shred/fraShred.h"
 
 #include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
+#include "platform/stop_request.h"
 #include "shred/dropped_files.h"
+#include "shred/folder_removal.h"
+#include "shred/list_store.h"
 #include "shred/modShred.h"
 #include "shred/open_files.h"
 #include "shred/shred_run.h"
@@ -212,6 +214,42 @@ void fraShred::TakeDrop(WPARAM drop) {
   }
   if (files.Count() != before) ShowFileCount(files.Count());
   if (scheduled) SaveSettingsToFile();
+}
+
+// The scheduled list
+
+void fraShred::LoadFiles() {
+  DoEvents();
+  const std::optional<std::vector<WideText>> lines = StoredList();
+  if (!lines) return;
+  const ListBox::Filling quietly(lstFiles);
+  lstFiles.Clear();
+  for (const WideText& line : *lines) lstFiles.AddItem(line);
+}
+
+void fraShred::SaveSettingsToFile() {
+  const Walk walk(*this);
+  std::vector<WideText> lines;
+  for (int line = 0; line < lstFiles.ListCount(); ++line) {
+    lines.push_back(lstFiles.Item(line));
+    DoEventsNowAndThen();
+  }
+  StoreList(lines);
+}
+
+void fraShred::ClearScheduled() {
+  ClearFiles(scheduled_);
+  DeleteStoredList();
+}
+
+// A stop request that was there before the run is an earlier run's.
+void fraShred::ShredDelete() {
+  const bool* const cutShort = StopErase ? nullptr : &StopErase;
+  const std::vector<WideText> ofTheFileAlone = scheduled_.LinesOfTheFileAlone();
+  const bool changes = scheduled_.Count() > 0;
+  reportAndLeave("frmMain,ShredDelete", [&] { RunShred(scheduled_, txtLevel.Text(), cutShort); });
+  if (!changes) return;
+  lstFiles.ListCount() > 0 ? SaveSettingsToFile() : StoreList(ofTheFileAlone);
 }
 
 }  // namespace shred

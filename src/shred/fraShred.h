@@ -16,12 +16,13 @@ class fraShred final : public Panel {
  public:
   explicit fraShred(MainWindow& window);
   // The scheduled list from and to its file "QUELLIX_Shred" in the program's folder. Loading fills the list box alone: a
-  // scheduled run goes by the collection and finds nothing until files are added. That is meant.
+  // scheduled run goes by the collection and finds nothing until files are added: what a session
+  // has not chosen itself is not shredded.
   void LoadFiles();
   void SaveSettingsToFile();
 
   // Shreds the files of the scheduled collection; the first step of an erase run. A stop request that comes meanwhile ends
-  // it behind the file in hand, and what was not shredded stays on the list. The list's file keeps no name of a file that is
+  // it after the file in hand, and what was not shredded stays on the list. The list's file keeps no name of a file that is
   // gone; those that the collection did not know stay in it, to be listed again at the next start.
   void ShredDelete();
 
@@ -40,7 +41,7 @@ class fraShred final : public Panel {
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void Press(int id);
 
-  // While one stands, a list is walked and window events run; the user changes none of the lists meanwhile.
+  // While one exists, a list is walked and window events run; the user changes none of the lists meanwhile.
   class Walk {
    public:
     explicit Walk(fraShred& panel) : panel_(panel) { ++panel_.walks_; }

@@ -10,7 +10,7 @@
 namespace shred {
 using namespace platform;
 
-// The lines as they stand, whatever is in them; CR LF or LF ends one, and the last one may stand without. NUL bytes, which
+// The lines as they are, whatever is in them; CR LF or LF ends one, and the last one may lack it. NUL bytes, which
 // no list can hold, are left out. A text that begins with the mark of UTF-8 is read as such, any other in the ANSI code
 // page.
 std::vector<WideText> ReadListFile(std::string_view text);

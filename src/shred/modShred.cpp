@@ -45,7 +45,7 @@ void WriteSequence(HANDLE file, std::int16_t repeatCount) {
 }
 
 // Setting them takes as long as all the rest, so only where there is something to clear.
-void ClearAttributes(const Path& path) {
+void TakeAttributesAway(const Path& path) {
   constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
   if ((NativeAttributes(path) & kInTheWay) != 0) NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
 }
@@ -82,7 +82,7 @@ void DeleteFileShred(const Path& path, const std::string& levelText) {
 
 void ShredFile(const Path& path, const std::string& levelText) {
   if (Validate(path)) {
-    ClearAttributes(path);
+    TakeAttributesAway(path);
     DeleteFileShred(path, levelText);
   }
   DoEventsNowAndThen();

@@ -14,7 +14,7 @@ namespace {
 
 constexpr DWORD kAnswerSize = 2048;
 
-// Room behind the end that the dialog is told of, which not every system's dialog keeps to; as much as its box for the name
+// Room after the end that the dialog is told of, which not every system's dialog keeps to; as much as its box for the name
 // holds.
 constexpr std::size_t kSlack = 0x10000;
 constexpr DWORD kFlags = OFN_ALLOWMULTISELECT | OFN_EXPLORER;
@@ -47,7 +47,7 @@ class CurrentFolder {
   WideText text_;
 };
 
-// What stands in the dialog's buffer; empty when it was cancelled.
+// What the dialog's buffer holds; empty when it was cancelled.
 template <class Char, class Record>
 std::basic_string<Char> Ask(HWND owner, const Char* filter, const LateFunction<BOOL(WINAPI*)(Record*)>& show) {
   std::basic_string<Char> answer(kAnswerSize + kSlack, Char());
@@ -73,7 +73,7 @@ std::vector<Path> AskForFiles(HWND owner) {
   const CurrentFolder staysTheSame;
   const WideText answer = UsesWideNames() ? Ask(owner, L"All Files\0*.*\0", late::GetOpenFileNameWide)
                                           : Widen(Ask(owner, "All Files\0*.*\0", late::GetOpenFileName));
-  // Not every system's dialog says so when it cuts its answer off.
+  // Not every system's dialog tells when it cuts its answer off.
   if (!answer.empty() && !IsWholeAnswer(answer)) RaiseDialogError(kBufferTooSmall);
   return SplitDialogAnswer(answer);
 }

@@ -1,5 +1,6 @@
 // The bytes that a shredded file is overwritten with. They are not sized to the file: their number, 52 times the repeat
-// count and 440 more, depends on the security level alone, and what a longer file holds behind them stays. That is meant.
+// count and 440 more, depends on the security level alone, and what a longer file holds after them stays: the time that a
+// file takes depends on the level and not on its size.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// What a shred run counts, says and keeps, told from how each file turned out.
+// What a shred run counts, tells and keeps, told from how each file turned out.
 #pragma once
 
 #include <string>
@@ -36,7 +36,7 @@ class ShredRun {
 };
 
 // The two messages before a manual run. Both name a level: the first that of the manual list, by which the files are
-// shredded, the second that of the scheduled list. That is meant.
+// shredded, the second that of the scheduled list, which is the one that every erase run uses.
 std::string MessageBefore(const std::string& manualLevel);
 std::string SecondMessageBefore(const std::string& scheduledLevel);
 

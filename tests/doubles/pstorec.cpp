@@ -303,7 +303,7 @@ extern "C" __declspec(dllexport) HRESULT WINAPI
   if (id != nullptr || reserved != nullptr || flags != 0 || !InApartment()) return Refuse(L"PStoreCreateInstance");
   Load();
   Note(L"PStoreCreateInstance");
-  // While this file is there the process stands still, so that a test can look at it.
+  // While this file is there the process waits, so that a test can look at it.
   while (GetFileAttributesA("C:\\double\\hold") != INVALID_FILE_ATTRIBUTES) Sleep(10);
   if (Ordered(L"create")) return PST_E_SERVICE_UNAVAILABLE;
   spy = new MallocSpy;

@@ -1,7 +1,7 @@
 // The entries of the tests' URL history store, in a file that every process and every language can read and write.
 //
 // UTF-8, a line an entry, its fields parted by tabs: last visited, last updated and expires (file times in decimal), flags,
-// URL, title. Beside it stands the file of faults, a line each: what the store shall get wrong (url_history_store.cpp).
+// URL, title. Beside it is the file of faults, a line each: what the store shall get wrong (url_history_store.cpp).
 #pragma once
 
 #ifndef NOMINMAX

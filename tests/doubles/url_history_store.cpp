@@ -122,7 +122,7 @@ HRESULT HandOut(const HistoryEntry& entry, DWORD flags, bool emptyTitles, STATUR
   return S_OK;
 }
 
-// The entries as they stood when it was made.
+// The entries as they were when it was made.
 class Enumerator : public Object<IEnumSTATURL> {
  public:
   explicit Enumerator(std::vector<HistoryEntry> entries) : entries_(std::move(entries)) {}

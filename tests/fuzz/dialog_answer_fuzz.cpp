@@ -1,4 +1,4 @@
-// The file-open dialog's answer: whatever stands in its buffer, it reads as paths of files, and a folder with names comes
+// The file-open dialog's answer: whatever its buffer holds, it reads as paths of files, and a folder with names comes
 // back as it was put in.
 #include <string>
 
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     if (file.Shown().find(u"...") == WideText::npos && !file.IsRoot())
       PROPERTY(SplitDialogAnswer(file.Shown() + kEnd) == Paths{file}, "[%s]", Readable(file.Shown()).c_str());
   }
-  PROPERTY(SplitDialogAnswer(UpToItsEnd(answer)) == files, "what stands after the end counts");
+  PROPERTY(SplitDialogAnswer(UpToItsEnd(answer)) == files, "what follows the end counts");
   if (answer.find(u'\0') == WideText::npos) PROPERTY(files.size() <= 1, "%zu paths", files.size());
 
   const Path folder = SpelledPath(answer.substr(0, answer.find(u'\0')));

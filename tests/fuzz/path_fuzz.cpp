@@ -145,7 +145,7 @@ void CheckJoins(const Path& folder, const WideText& text) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const WideText text = WideInput(data, size);
   for (const bool windows9x : {false, true}) {
-    AnsiNamesOnly = windows9x;
+    AnsiNamesOnlyForTests = windows9x;
     CheckText(text);
     for (const char16_t* folder : {u"C:\\", u"C:\\a\\b", u"\\\\server\\share"}) {
       CheckJoins(FullPath(folder), text);
@@ -155,6 +155,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
              Readable(text).c_str());
     PROPERTY(text.starts_with(DrivePart(text)), "[%s]", Readable(text).c_str());
   }
-  AnsiNamesOnly = false;
+  AnsiNamesOnlyForTests = false;
   return 0;
 }

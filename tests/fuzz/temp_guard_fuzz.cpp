@@ -1,4 +1,4 @@
-// Whatever the variables and the system say: no root, no relative or device path, and no folder that is or holds a kept
+// Whatever the variables and the system tell: no root, no relative or device path, and no folder that is or holds a kept
 // one is ever cleaned. The answer is compared with rules that are written down here a second time, name by name.
 #include <algorithm>
 #include <cctype>
@@ -100,7 +100,7 @@ void CheckRefusals(const TempFolderFacts& allowed) {
   const auto refused = [&allowed](auto change) {
     TempFolderFacts facts = allowed;
     change(facts);
-    return !MayCleanTempFolder(facts);
+    return !MayClearTempFolder(facts);
   };
   PROPERTY(refused([](TempFolderFacts& facts) { facts.isLink = true; }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.configured.clear(); }), "[%s]", folder);
@@ -116,7 +116,7 @@ void CheckSameAnswer(const TempFolderFacts& facts, bool allowed) {
   for (Path& kept : other.keep) kept = OtherCase(kept);
   std::reverse(other.keep.begin(), other.keep.end());
   other.keep.emplace_back();
-  PROPERTY(MayCleanTempFolder(other) == allowed, "[%s] with its kept folders in another case and order",
+  PROPERTY(MayClearTempFolder(other) == allowed, "[%s] with its kept folders in another case and order",
            Readable(facts.canonical.Shown()).c_str());
 }
 
@@ -130,7 +130,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
       facts.canonical = FullPath(facts.configured);
       facts.reported = facts.configured = AppendBackslash(facts.canonical.Shown());
     }
-    const bool allowed = MayCleanTempFolder(facts);
+    const bool allowed = MayClearTempFolder(facts);
     if (allowed) {
       CheckAllowed(facts);
       CheckRefusals(facts);

@@ -25,7 +25,7 @@ def start(d: Desktop, *windows: tuple[str, str] | tuple[str, str, str], refusal:
 
 
 def open_windows(d: Desktop, *windows, refusal: int = 0) -> int:
-    """`start`, and waits until all of them are open. The last one stands on top."""
+    """`start`, and waits until all of them are open. The last one is on top."""
     process = start(d, *windows, refusal=refusal)
     wait_for("the windows of the other program", lambda: len(titles(d, process)) == len(windows))
     return process

@@ -10,7 +10,7 @@ class Panel(NamedTuple):
     frame: str
     title: str
     status: str
-    # Frame to what stands in it: control to caption; None where the text is the program's own choice.
+    # Frame to what is in it: control to caption; None where the text is the program's own choice.
     groups: dict
 
     def controls(self) -> dict:

@@ -18,7 +18,7 @@ class Input:
         wait_for(f"the mouse at {x},{y}", lambda: (lambda i: (i.x, i.y) == (x, y))(self.probe.ask("input")), 10, 0.01)
 
     def _button(self, button: int, down: bool) -> None:
-        # Windows has the event when the button's state says so; before that, a check could look too early.
+        # Windows has the event when the button's state tells so; before that, a check could look too early.
         state = "left" if button == 1 else "right"
         self._xdotool("mousedown" if down else "mouseup", button)
         wait_for(f"the {state} button {'down' if down else 'up'}", lambda: self.probe.ask("input")[state] == down, 30, 0.01)

@@ -152,5 +152,5 @@ class Popups:
 
 
 def _plain(caption: str) -> str:
-    """A caption without the mark of its access key and without the key that stands behind a tab."""
+    """A caption without the mark of its access key and without the key that follows a tab."""
     return caption.partition("\t")[0].replace("&&", "\0").replace("&", "").replace("\0", "&")

@@ -1,7 +1,7 @@
 """The registry of a `Desktop`, before the program starts and while it runs."""
 from tests.harness.probe import ProbeError
 
-# What the program calls itself once it runs, and with that the name its settings stand under.
+# What the program calls itself once it runs, and with that the name that its settings are kept under.
 RUNNING_TITLE = "Program already runnning - This App Will Be Closed"
 
 

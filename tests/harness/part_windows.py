@@ -47,7 +47,7 @@ class Windows:
     def handle(self, name, window=None) -> int:
         """The window handle of a control: by name, by (name, index) of an array, by id, or already a View.
 
-        Where several controls of the window have the id, the one on show is meant.
+        Where several controls of the window have the id, it is the one on show.
         """
         if isinstance(name, View):
             return name.hwnd

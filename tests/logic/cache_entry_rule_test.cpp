@@ -5,7 +5,7 @@
 using namespace cleaners;
 using namespace platform;
 
-TEST(IsRemovedByCacheWalk, SparesTheHistoryAlone) {
+TEST(IsDeletedByCacheWalk, SparesTheHistoryAlone) {
   const struct {
     const char* url;
     bool removed;
@@ -38,12 +38,12 @@ TEST(IsRemovedByCacheWalk, SparesTheHistoryAlone) {
       {"", true},
       {"a", true},
   };
-  for (const auto& row : rows) EXPECT_EQ(IsRemovedByCacheWalk(row.url), row.removed) << '"' << row.url << '"';
+  for (const auto& row : rows) EXPECT_EQ(IsDeletedByCacheWalk(row.url), row.removed) << '"' << row.url << '"';
 }
 
-TEST(IsRemovedByCacheWalk, TakesAnAddressOfAnyLength) {
-  EXPECT_TRUE(IsRemovedByCacheWalk("http://" + std::string(2000, 'a')));
-  EXPECT_FALSE(IsRemovedByCacheWalk("Visited: user@http://" + std::string(2000, 'a')));
+TEST(IsDeletedByCacheWalk, TakesAnAddressOfAnyLength) {
+  EXPECT_TRUE(IsDeletedByCacheWalk("http://" + std::string(2000, 'a')));
+  EXPECT_FALSE(IsDeletedByCacheWalk("Visited: user@http://" + std::string(2000, 'a')));
 }
 
 TEST(IsCookieUrl, ComparesSevenCharactersCaseIncluded) {

@@ -61,7 +61,7 @@ TEST(DecimalText, AgreesWithTheLibraryOnHalvesOfTheLastDigit) {
     for (const double divisor : {1.0, 2.0, 8.0, 1048576.0})
       ASSERT_EQ(DecimalText(digits / divisor), LibraryText(digits / divisor));
   }
-  EXPECT_EQ(DecimalText(86737.03955078125), "86737.0395507812");  // the system's own conversion says ...813
+  EXPECT_EQ(DecimalText(86737.03955078125), "86737.0395507812");  // the system's own conversion gives ...813
   EXPECT_EQ(DecimalText(1000000000000005.0), "1e+15");
   EXPECT_EQ(DecimalText(1000000000000015.0), "1.00000000000002e+15");
 }

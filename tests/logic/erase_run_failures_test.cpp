@@ -42,7 +42,7 @@ Lines CallsOf(Run run) {
   return host.calls;
 }
 
-// Where the bar stands depends on every step before; the calls that move it are counted apart.
+// Where the bar is depends on every step before; the calls that move it are counted apart.
 Lines WithoutBarValues(const Lines& actions) {
   Lines rest;
   for (const std::string& action : actions)

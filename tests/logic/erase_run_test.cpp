@@ -20,7 +20,7 @@ const char kStopped[] = "Erasing was manually stopped.";
 const char kErased[] = "Quellix has successfully erased selected item(s).";
 const std::string kFullRange = "bar range 0 to " + std::to_string(kFullBar);
 
-// What one item does when the bar stands at `value` afterwards.
+// What one item does when the bar is at `value` afterwards.
 Lines ActionsOf(const ExpectedItem& item, int value) {
   Lines actions = {"bar value " + std::to_string(value)};
   if (item.logLine != nullptr) actions.push_back(std::string("log: ") + item.logLine);

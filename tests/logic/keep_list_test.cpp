@@ -17,7 +17,7 @@ TEST(KeepListText, IsOneLineANameInTheirOrder) {
 }
 
 TEST(ReadKeepList, GivesBackWhatWasWritten) {
-  const CookieNames names = {u"user@site[1].txt", u" blank at the front", u"blank behind ", u"a \"quoted\" word",
+  const CookieNames names = {u"user@site[1].txt", u" blank at the front", u"blank at the end ", u"a \"quoted\" word",
                              u"\u00E4\u00F6"};
   EXPECT_EQ(ReadKeepList(KeepListText(names)), names);
 }

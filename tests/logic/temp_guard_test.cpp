@@ -27,7 +27,7 @@ const std::vector<WideText> kKeepOfWindowsXp = {
     u"C:\\DOCUME~1\\joe\\LOCALS~1\\APPLIC~1\\",
 };
 
-// A variable that names `path`, and a system that takes it as it stands.
+// A variable that names `path`, and a system that takes it as it is.
 TempFolderFacts Named(const WideText& path, const std::vector<WideText>& keep = kKeepOfWindowsXp) {
   TempFolderFacts facts;
   facts.configured = path;
@@ -43,9 +43,9 @@ std::string Told(const TempFolderFacts& facts) {
          PrintToString(facts.reported);
 }
 
-void ExpectAllowed(const TempFolderFacts& facts) { EXPECT_TRUE(MayCleanTempFolder(facts)) << "refused" << Told(facts); }
+void ExpectAllowed(const TempFolderFacts& facts) { EXPECT_TRUE(MayClearTempFolder(facts)) << "refused" << Told(facts); }
 
-void ExpectRefused(const TempFolderFacts& facts) { EXPECT_FALSE(MayCleanTempFolder(facts)) << "would empty" << Told(facts); }
+void ExpectRefused(const TempFolderFacts& facts) { EXPECT_FALSE(MayClearTempFolder(facts)) << "would empty" << Told(facts); }
 
 // Neither a folder of a drive nor one of a share.
 const char16_t* const kNotFolders[] = {

@@ -65,7 +65,7 @@ struct Head {
   double head;
 };
 
-// Texts that are not numbers as a whole, and what stands at their head.
+// Texts that are not numbers as a whole, and what is at their head.
 const Head kNotNumbers[] = {
     {"", 0},
     {" ", 0},

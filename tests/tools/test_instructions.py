@@ -1,4 +1,4 @@
-"""The audit of instructions: it finds what a 486 lacks wherever code stands, and reads nothing else as code."""
+"""The audit of instructions: it finds what a 486 lacks wherever code is, and reads nothing else as code."""
 from __future__ import annotations
 
 import subprocess

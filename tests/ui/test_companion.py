@@ -1,6 +1,6 @@
 """The companion iea.exe: clears the AutoComplete form entries of the protected store and of the registry, nothing else.
 
-Wine's protected store is a stub, so a double with real entries stands in its place (tests/doubles/pstorec.cpp).
+Wine's protected store is a stub, so a double with real entries takes its place (tests/doubles/pstorec.cpp).
 """
 import subprocess
 import unittest

@@ -96,7 +96,7 @@ class CookieCase(ProgramCase):
         self.wait_closed()
 
     def activate_main_window(self) -> None:
-        """By its title bar, which stands out from under the other window."""
+        """By its title bar, which shows from under the other window."""
         left, top, right, _ = self.d.main.rect
         self.d.click_at((left + right) // 2, top + 12)
         self.wait_in_front()

@@ -15,7 +15,7 @@ def witness() -> Path:
 
 
 def testimony(exe: Path, seconds: float = 30) -> tuple[int, str]:
-    """Waits until the witness that stands there has been started and returns its show state and command line."""
+    """Waits until the witness that is there has been started and returns its show state and command line."""
     told = exe.with_name(exe.name + ".txt")
     lines = wait_for(f"{exe.name} to be started", lambda: told.exists() and told.read_text().splitlines(), seconds)
     told.unlink()

@@ -8,7 +8,7 @@ from tests.harness.program import ProgramCase, only
 
 GROUP_BOX, OPTION, OWNER_DRAWN, CHECK_BOX = 7, 9, 11, 3
 SCREEN, TASKBAR = (640, 480), 28
-BOX_AND_GAP = 17  # a check box's square and the blank behind it
+BOX_AND_GAP = 17  # a check box's square and the blank after it
 BORDERS = 8  # on both sides together: the edges and the frame that shows the keyboard
 
 

@@ -290,7 +290,7 @@ class ATick(ScheduleCase):
 
 
 class ATickWithNothingSelected(ScheduleCase):
-    """A due run then says so. Its message stands in nobody's way, and it stands once."""
+    """A due run then tells so. Its message is in nobody's way, and there is one."""
 
     def setUp(self):
         self.start(only() | {"Scheduling": {"chkShEnable": "1", "ScheduleMinutes": "1", "ScheduleMin": "1"}})

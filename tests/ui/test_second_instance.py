@@ -17,7 +17,7 @@ class ASecondStart(ProgramCase):
             (w for w in [d.foreground()] if w and w.pid == other), None))
 
     def check_second(self):
-        """The second ends, says nothing, and the first goes on."""
+        """The second ends, shows nothing, and the first goes on."""
         d = self.d
         boxes = [box.hwnd for box in d.boxes()]
         self.assertEqual(d.second_instance(), 0)

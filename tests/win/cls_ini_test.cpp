@@ -168,7 +168,7 @@ TEST_F(GetIniSettingTest, IsCutTo749Characters) {
     while (value.size() < length) value += static_cast<char>('a' + value.size() % 26);
     folder.File("keep.ini", "[one]\r\nkey=" + value + "\r\nnext=whole\r\n");
     EXPECT_EQ(ini.GetIniSetting("one", "key"), value.substr(0, 749)) << length << " characters";
-    EXPECT_EQ(ini.GetIniSetting("one", "next"), "whole") << "behind " << length << " characters";
+    EXPECT_EQ(ini.GetIniSetting("one", "next"), "whole") << "after " << length << " characters";
   }
 }
 

@@ -14,7 +14,7 @@ using namespace platform;
 namespace {
 
 constexpr std::size_t kPage = 4096;
-constexpr std::size_t kTooMuch = 0x7FFF0000;  // of 2 GB of addresses, some of which the program itself stands in
+constexpr std::size_t kTooMuch = 0x7FFF0000;  // of 2 GB of addresses, some of which the program itself takes
 
 MEMORY_BASIC_INFORMATION Query(const void* address) {
   MEMORY_BASIC_INFORMATION information{};
@@ -47,7 +47,7 @@ class Pages {
   char* start_;
 };
 
-// Where nothing stands, nor will before the next allocation.
+// Where nothing is, nor will be before the next allocation.
 char* FreedAddress() { return Pages(1).Start(); }
 
 class Block : public testing::Test {
@@ -126,7 +126,7 @@ TEST_F(AllocateTest, ReleasesTheFirstBlockWhenItIsCalledTwice) {
   const void* const first = block.Handle();
   block.Allocate(1000000);
   ASSERT_NE(block.Handle(), nullptr);
-  // The second block may stand in the first one's place.
+  // The second block may take the first one's place.
   EXPECT_TRUE(IsFree(first) || Query(first).AllocationBase == block.Handle());
   EXPECT_EQ(Query(block.Handle()).RegionSize, 245 * kPage);
 }
@@ -190,7 +190,7 @@ TEST_F(ReleaseMemoryTest, DoesNothingWithoutABlock) {
   EXPECT_EQ(block.Handle(), nullptr);
   block.Allocate(100);
   block.ReleaseMemory();
-  // What stands in the place of the block that was held is somebody else's.
+  // What is in the place of the block that was held is somebody else's.
   const Pages other(1);
   block.ReleaseMemory();
   EXPECT_EQ(block.Handle(), nullptr);

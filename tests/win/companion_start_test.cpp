@@ -1,4 +1,4 @@
-// How the companion program iea.exe is started, told by a witness that stands in its place.
+// How the companion program iea.exe is started, told by a witness in its place.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -60,7 +60,7 @@ class CompanionStart : public testing::Test {
     return told;
   }
 
-  // A start takes place before the one behind it, so that none is on its way any longer when that one is seen.
+  // A start takes place before the next one, so that none is on its way any longer when that one is seen.
   static void ExpectThatNoneIsOnItsWay() {
     EXPECT_FALSE(IsThere(kTold));
     StopErase = false;

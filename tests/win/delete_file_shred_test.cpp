@@ -1,5 +1,5 @@
 // What shredding leaves on the disk, seen through a second name of the file, and what it reports. The machine is off line
-// unless a test says so; reports are counted either way.
+// unless a test makes it so; reports are counted either way.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -65,7 +65,7 @@ class DeleteFileShredTest : public testing::Test {
     GoOffline();
   }
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     ::SetCurrentDirectoryA("C:\\test");
     EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
   }
@@ -113,7 +113,7 @@ class DeleteFileShredTest : public testing::Test {
 };
 using ShredFileTest = DeleteFileShredTest;
 
-// Of the functions that stand in for those of the system.
+// Of the functions that take the place of the system's.
 int calls;
 int failingCall;
 DWORD failWith;
@@ -167,7 +167,7 @@ TEST_F(DeleteFileShredTest, LeavesTheLengthOfAFileThatIsAsLongAsTheSequence) {
 }
 
 TEST_F(DeleteFileShredTest, DoesTheSameByAnsiNames) {
-  AnsiNamesOnly = true;
+  AnsiNamesOnlyForTests = true;
   ExpectOverwrittenAndDeleted(100);
 }
 

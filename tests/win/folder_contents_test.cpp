@@ -105,7 +105,7 @@ void ClearFolderContents(const std::string& folder, bool removeFolder, bool remo
 class FolderContents : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    AnsiNamesOnlyForTests = ByAnsi();
     StopErase = false;
     const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
     place_ = "C:\\made\\" + std::string(GetParam()) + "\\" + test.substr(0, test.find('/'));
@@ -113,7 +113,7 @@ class FolderContents : public testing::TestWithParam<const char*> {
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     StopErase = false;
     LogCleanResult = &RecordNothing;
     EXPECT_EQ(Everything(Outside()), outside_) << "the walk left its folder";

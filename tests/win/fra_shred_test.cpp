@@ -1,4 +1,4 @@
-// What the panel "Shredder" does with its controls, step by step: texts that stand for a moment only, each step of the bar,
+// What the panel "Shredder" does with its controls, step by step: texts that show for a moment only, each step of the bar,
 // and events that come in the middle. Its lists are filled as Explorer fills them, by a drop.
 
 #include "shred/fraShred.h"

@@ -53,7 +53,7 @@ TEST_F(ClearIEHistoryTest, ClearsOnceAndReadsAnewAfterwards) {
   EXPECT_EQ(std::count(calls.begin(), calls.end(), "ClearHistory"), 1);
   const auto cleared = std::find(calls.begin(), calls.end(), "ClearHistory");
   EXPECT_EQ(std::count(calls.begin(), cleared, "EnumUrls"), 1) << "by its creation";
-  EXPECT_EQ(std::count(cleared, calls.end(), "EnumUrls"), 2) << "by the clearing and by the refresh behind it";
+  EXPECT_EQ(std::count(cleared, calls.end(), "EnumUrls"), 2) << "by the clearing and by the refresh after it";
   EXPECT_EQ(std::count(cleared, calls.end(), "SetFilter(, 0)"), 2);
 }
 

@@ -166,7 +166,7 @@ TEST_F(ValueSweepTest, EndsAtANameOutsideTheCodePage) {
   PutAll({"a", "b"});
   const UniqueKey opened = key.Open("", KEY_SET_VALUE);
   ::RegSetValueExW(opened.get(), L"\u4e2d\u6587", 0, REG_BINARY, nullptr, 0);
-  key.PutText("\xFF", "behind it");  // it cannot be named, so that it cannot be deleted either
+  key.PutText("\xFF", "after it");  // it cannot be named, so that it cannot be deleted either
   ASSERT_EQ(key.ValueCount(), 4u);
   Sweep();
   EXPECT_LE(key.ValueCount(), 3u);
@@ -259,13 +259,13 @@ TEST_P(SweeperTest, LeavesAKeyThatItMayNotChangeAndSaysNothing) {
 }
 
 TEST_P(SweeperTest, CountsEveryTimeWhetherThereIsAKeyOrNot) {
-  const std::int32_t before = ErasedKeyCount;
+  const std::int32_t before = ClearedKeyCount;
   Clean();
-  EXPECT_EQ(ErasedKeyCount, before + 1);
+  EXPECT_EQ(ClearedKeyCount, before + 1);
   Fill();
   StopErase = true;
   Clean();
-  EXPECT_EQ(ErasedKeyCount, before + 2) << "a stop is not looked at before the key is opened";
+  EXPECT_EQ(ClearedKeyCount, before + 2) << "a stop is not looked at before the key is opened";
 }
 
 TEST_P(SweeperTest, RunsAgainWhileTheKeyOfTheRunBeforeIsHeldOpen) {
@@ -320,18 +320,18 @@ TEST_F(ClearAutoCompletePasswordsTest, SaysNothingOfAKeyThatItMayNotDelete) {
 TEST_F(ClearAutoCompletePasswordsTest, DoesNothingAfterAStop) {
   forms.PutText("name", "text", "SPW");
   StopErase = true;
-  const std::int32_t before = ErasedKeyCount;
+  const std::int32_t before = ClearedKeyCount;
   ClearAutoCompletePasswords();
   EXPECT_EQ(forms.Text("name", "SPW"), "text");
-  EXPECT_EQ(ErasedKeyCount, before);
+  EXPECT_EQ(ClearedKeyCount, before);
 }
 
 TEST_F(ClearAutoCompletePasswordsTest, CountsEveryTimeWhetherThereIsAKeyOrNot) {
-  const std::int32_t before = ErasedKeyCount;
+  const std::int32_t before = ClearedKeyCount;
   ClearAutoCompletePasswords();
   forms.Create();
   ClearAutoCompletePasswords();
-  EXPECT_EQ(ErasedKeyCount, before + 2);
+  EXPECT_EQ(ClearedKeyCount, before + 2);
 }
 
 TEST_F(ClearAutoCompletePasswordsTest, LeavesItsNeighboursAlone) {

@@ -178,7 +178,7 @@ TEST_F(LockedIndexTest, TouchesNothingAfterAStop) {
   for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), TracesOf(file)) << file;
 }
 
-// The stop arrives while the first file that is there is written: it is filled to its end, and those behind it in the
+// The stop arrives while the first file that is there is written: it is filled to its end, and those after it in the
 // order stay as they are.
 TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
   const std::vector<std::string> order = Targets();
@@ -193,8 +193,8 @@ TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
     const std::string bytes = ReadWhole(order[first]);
     EXPECT_EQ(bytes.size(), length);
     EXPECT_TRUE(IsBlank(bytes)) << order[first];
-    for (std::size_t behind = first + 1; behind < order.size(); ++behind)
-      EXPECT_EQ(ReadWhole(order[behind]), TracesOf(order[behind]));
+    for (std::size_t later = first + 1; later < order.size(); ++later)
+      EXPECT_EQ(ReadWhole(order[later]), TracesOf(order[later]));
     ASSERT_TRUE(::DeleteFileA(order[first].c_str()));
   }
 }

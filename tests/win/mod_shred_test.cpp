@@ -1,3 +1,4 @@
+#include "shred/folder_removal.h"
 #include "shred/modShred.h"
 
 #include <gtest/gtest.h>

@@ -148,7 +148,7 @@ TEST_P(Netscape, TakesCommunicatorThenNetscape6ThenMozilla) {
   }
 }
 
-// It occurs in the list's text, in "SchemaValue.tbl", and that is meant. Of a registered profile the names are exact.
+// It occurs in the list's text, in "SchemaValue.tbl", which is enough. Of a registered profile the names are exact.
 TEST_P(Netscape, TakesAFileOfMozillasProfilesThatIsNamedValueTbl) {
   RegisterCommunicator("joe", communicator);
   PutFile(communicator + "\\Value.tbl");
@@ -159,7 +159,7 @@ TEST_P(Netscape, TakesAFileOfMozillasProfilesThatIsNamedValueTbl) {
   EXPECT_THAT(FilesBelow(communicator), ElementsAre("Value.tbl"));
 }
 
-// The first table stands in the list a second time. That is meant.
+// The first table is in the list a second time, to no effect.
 TEST_P(Netscape, TriesTheTablesInTheirOrderAndTheFirstTwice) {
   RegisterCommunicator("joe", communicator);
   LayOutRegistered(communicator);
@@ -202,7 +202,7 @@ TEST_P(Netscape, TakesNothingAfterAStop) {
   EXPECT_EQ(NamesBelow(mozilla.Path()), before);
 }
 
-// Only the cache cleaner collects of Communicator whatever the stop request says.
+// Only the cache cleaner collects of Communicator whatever the stop request is.
 TEST_P(Netscape, AfterAStopDoesNotEvenCollectTheTypedAddressesAndTheMailOfCommunicator) {
   RegisterCommunicator("joe", communicator);
   LayOutRegistered(communicator);

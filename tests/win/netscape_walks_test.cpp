@@ -328,7 +328,7 @@ TEST_P(DeletingAFile, KeepsItAfterAStopThatComesDuringAPass) {
     const ImportHook hook(importedWriteFile, &CountTheWrite);
     DeleteFile(PathOf(Widen(file)), 100);
   }
-  EXPECT_TRUE(events.HasRun()) << "events run behind each block";
+  EXPECT_TRUE(events.HasRun()) << "events run after each block";
   EXPECT_EQ(writes, 4) << "the pass comes to its end, and no other one follows";
   EXPECT_TRUE(IsOverwritten(ReadWhole(file)));
   EXPECT_EQ(ReadWhole(file).size(), 4096u);
@@ -419,7 +419,7 @@ TEST_P(RegisteredProfiles, LoseNothingOfAMailFolderThatIsALink) {
     RunAllOnRegistered(program, "mail of " + program);
     EXPECT_TRUE(IsThere(profile + "mail\\trash")) << program;
     EXPECT_TRUE(IsThere(profile + "mail\\trash.nsm")) << program;
-    EXPECT_FALSE(IsThere(profile + "FieldSchema.tbl")) << program << ": what stands beside the link goes";
+    EXPECT_FALSE(IsThere(profile + "FieldSchema.tbl")) << program << ": what is beside the link goes";
   }
 }
 

@@ -14,7 +14,7 @@
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
 #include "scratch_folder.h"
-#include "shred/modShred.h"
+#include "shred/folder_removal.h"
 
 using namespace cleaners;
 using namespace platform;
@@ -57,7 +57,7 @@ TEST_F(WithoutShell, TheFindCleanerDeletesTheValuesAndLeavesAtTheMissingFunction
   ASSERT_EQ(QueryValue(kFind, "a"), ERROR_SUCCESS);
   ClearFind();
   EXPECT_EQ(QueryValue(kFind, "a"), ERROR_FILE_NOT_FOUND);
-  EXPECT_TRUE(log.Lines().empty()) << "the statements behind the failing one run all the same";
+  EXPECT_TRUE(log.Lines().empty()) << "the statements after the failing one run all the same";
   EXPECT_EQ(Err.Number(), 0) << "the error is reported and cleared";
 }
 

@@ -65,7 +65,7 @@ class OldShell : public testing::Test {
 
 }  // namespace
 
-// The capital L in the first is meant.
+// With a capital L in the first, as the program reports it.
 TEST_F(OldShell, IsReportedUnderEachCleanersName) {
   Command7();
   ClearRunMRU();
@@ -106,9 +106,9 @@ TEST_F(OldShell, LeavesTheKeysWithWhatTheSweepLeft) {
 
 TEST_F(OldShell, IsNeverReportedByThePasswordCleaner) {
   PutValues(kForms);
-  const std::int32_t before = ErasedKeyCount;
+  const std::int32_t before = ClearedKeyCount;
   ClearAutoCompletePasswords();
   EXPECT_EQ(Texts(), Strings());
   EXPECT_TRUE(HasValue(kForms, "url1")) << "it has no sweep";
-  EXPECT_EQ(ErasedKeyCount, before + 1);
+  EXPECT_EQ(ClearedKeyCount, before + 1);
 }

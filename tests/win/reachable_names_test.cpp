@@ -39,12 +39,12 @@ class PathOfTest : public NothingPending, public testing::WithParamInterface<boo
  protected:
   void SetUp() override {
     NothingPending::SetUp();
-    AnsiNamesOnly = GetParam();
+    AnsiNamesOnlyForTests = GetParam();
     folder.File("inner\\file.txt");
     ::SetCurrentDirectoryA((folder / "inner").c_str());
   }
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     ::SetCurrentDirectoryA("C:\\");
     NothingPending::TearDown();
   }

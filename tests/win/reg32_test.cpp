@@ -32,7 +32,7 @@ using SaveKeyValueTest = Reg32;
 using GetSettingStringTest = Reg32;
 using DeleteValueTest = Reg32;
 
-// Windows NT counts a zero that stands behind a text, whatever length it is given.
+// Windows NT counts a zero that follows a text, whatever length it is given.
 bool IsTextOf(const std::optional<RegistryValue>& value, const std::string& text) {
   return value == RegistryValue{REG_SZ, text} || value == RegistryValue{REG_SZ, text + '\0'};
 }

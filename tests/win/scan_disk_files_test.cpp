@@ -1,5 +1,5 @@
 // The files that ScanDisk leaves in the root of a drive. They are listed there and deleted by their bare names, so only
-// what the current folder holds is reached. That is meant.
+// what the current folder holds is reached: the names that a listing gives are used without their folder.
 #include <gtest/gtest.h>
 
 #include "cleaners/modCleaning.h"

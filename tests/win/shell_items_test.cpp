@@ -89,7 +89,7 @@ TEST_F(EmptyRecycleBinTest, EmptiesEveryBinWithoutAsking) {
   EmptyRecycleBin("", true, true, true);
   EXPECT_EQ(ItemsInRecycleBin(), 0);
   EXPECT_EQ(user.Boxes().size(), 0u);
-  EXPECT_EQ(log.Stamped(), (LogLines{{"Recycle Bin Cleared ", "(stamp)"}})) << "the blank at the end is meant";
+  EXPECT_EQ(log.Stamped(), (LogLines{{"Recycle Bin Cleared ", "(stamp)"}})) << "with a blank at its end";
 }
 
 TEST_F(EmptyRecycleBinTest, TakesADriveInEachSpelling) {

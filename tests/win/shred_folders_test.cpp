@@ -12,7 +12,7 @@
 #include "platform/ErroHandle.h"
 #include "platform/native_files.h"
 #include "scratch_folder.h"
-#include "shred/modShred.h"
+#include "shred/folder_removal.h"
 
 using namespace platform;
 using namespace shred;
@@ -49,13 +49,13 @@ void ShredFolder(const std::string& folder) { shred::ShredFolder(At(folder)); }
 class ShredFolders : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    AnsiNamesOnlyForTests = ByAnsi();
     Err.Clear();
     ::SetCurrentDirectoryA("C:\\current");
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     EXPECT_THAT(MissingCanaries(), IsEmpty());
     EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
     EXPECT_EQ(burst.Reports(), 0) << "these procedures never report";
@@ -273,7 +273,7 @@ TEST_P(ShredFolders, LeaveTheFoldersThatTheSystemAndTheProgramLiveIn) {
 }
 
 TEST_P(ShredFolders, LeaveThemWhenAnotherPathLeadsThere) {
-  // The answer rests on the numbers that folders have, and the ANSI way stands for systems that give them none.
+  // The answer rests on the numbers that folders have, and the ANSI way is that of systems that give them none.
   if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   const std::string profile = std::getenv("USERPROFILE");
   for (const std::string& path : {std::string("C:\\to c\\windows"), std::string("C:\\to c\\test"),

@@ -223,7 +223,7 @@ TEST_F(WriteStoredSettingsTest, WritesEverySavedSettingAndLeavesTheOthersAlone) 
   EXPECT_EQ(Stored(Setting::ScheduleHour), "9");
   EXPECT_EQ(Stored(Setting::ScheduleSecond), "45");
   EXPECT_EQ(Stored(Setting::chkOptions), "1");
-  EXPECT_EQ(Stored(Setting::txtLevel), "07") << "the text of the box as it stands";
+  EXPECT_EQ(Stored(Setting::txtLevel), "07") << "the text of the box as it is";
 }
 
 TEST_F(WriteStoredSettingsTest, BringsBackWhatItWrote) {
@@ -298,7 +298,7 @@ TEST_F(WriteStoredSettingsTest, RaisesAndWritesNothingWhenTheStoreCannotBeMade) 
   EXPECT_FALSE(store.Exists("Quellix"));
 }
 
-// Each section in turn may not be written: what stands before its first key is new, all the rest is as it was.
+// Each section in turn may not be written: what comes before its first key is new, all the rest is as it was.
 TEST_F(WriteStoredSettingsTest, StopsAtTheFirstKeyThatCannotBeWritten) {
   for (const Setting blocked : {Setting::ScheduleSecond, Setting::LoadStartup, Setting::txtLevel}) {
     store.Remove();

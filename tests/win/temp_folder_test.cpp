@@ -75,7 +75,7 @@ const LogLine kAborted = {"Windows Temporary Files **** aborted by user", "(stam
 class TempFolder : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    AnsiNamesOnly = ByAnsi();
+    AnsiNamesOnlyForTests = ByAnsi();
     StopErase = false;
     ::SetCurrentDirectoryA("C:\\current");
     FillTemp(kTemp);
@@ -83,7 +83,7 @@ class TempFolder : public testing::TestWithParam<const char*> {
   }
 
   void TearDown() override {
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
     StopErase = false;
     LogCleanResult = &RecordNothing;
     EXPECT_EQ(MissingCanaries(), missing_) << "canaries are gone";

@@ -30,8 +30,8 @@ using ReadWholeFileTest = WholeFile;
 // By the one step of the NT family and by those that Windows 9x takes.
 class ReplaceWholeFileTest : public WholeFile, public testing::WithParamInterface<bool> {
  protected:
-  void SetUp() override { WholeFile::SetUp(), AnsiNamesOnly = GetParam(); }
-  void TearDown() override { AnsiNamesOnly = false, WholeFile::TearDown(); }
+  void SetUp() override { WholeFile::SetUp(), AnsiNamesOnlyForTests = GetParam(); }
+  void TearDown() override { AnsiNamesOnlyForTests = false, WholeFile::TearDown(); }
 };
 INSTANTIATE_TEST_SUITE_P(InOneStepAndInTwo, ReplaceWholeFileTest, testing::Bool());
 

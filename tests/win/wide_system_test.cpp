@@ -12,8 +12,8 @@ namespace {
 // With and without wide functions.
 class LettersTest : public testing::TestWithParam<bool> {
  protected:
-  void SetUp() override { AnsiNamesOnly = GetParam(); }
-  void TearDown() override { AnsiNamesOnly = false; }
+  void SetUp() override { AnsiNamesOnlyForTests = GetParam(); }
+  void TearDown() override { AnsiNamesOnlyForTests = false; }
 };
 INSTANTIATE_TEST_SUITE_P(WideAndAnsi, LettersTest, testing::Bool());
 

@@ -211,16 +211,16 @@ TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
   const UniqueFile holder(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(holder);
   for (const bool ansi : {false, true}) {
-    AnsiNamesOnly = ansi;
+    AnsiNamesOnlyForTests = ansi;
     const Path native = PathOf(Widen(file));
     opens = 0;
     {
       const ImportHook hook(importedCreateFileA, &CountTheAnsiOpen);
-      EXPECT_TRUE(OverwriteAndDelete(native, 11, 3)) << "there is a failure to tell of";
+      EXPECT_TRUE(Wipe(native, 11, 3)) << "there is a failure to tell of";
     }
     EXPECT_EQ(opens, 1) << (ansi ? "by ANSI names" : "by wide names");
   }
-  AnsiNamesOnly = false;
+  AnsiNamesOnlyForTests = false;
   EXPECT_EQ(ReadWhole(file), "the content");
 }
 

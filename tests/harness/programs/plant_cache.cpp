@@ -5,7 +5,7 @@
 //   plant_cache.exe empty                                 removes every entry
 //   plant_cache.exe count                                 prints "kind<TAB>number" for each kind
 //
-// A cookie's file has the cookie's name with "[1].txt" behind it.
+// A cookie's file has the cookie's name with "[1].txt" after it.
 #include "../../win/support/cache_entries.h"
 
 #include <cstdio>

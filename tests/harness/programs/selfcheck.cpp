@@ -1,6 +1,6 @@
 // A small program with one of everything that the driver has to handle, built like the real one: a modeless dialog of
 // a class of its own, owned by a hidden window, with panels as child dialogs in one place and an icon whose callback
-// message has the number of a mouse move. Whatever the user does, it says so in a label.
+// message has the number of a mouse move. Whatever the user does, it tells so in a label.
 #include "selfcheck_ids.h"
 
 #include <windows.h>

@@ -24,4 +24,4 @@
 #define IDC_dtpTime 302
 #define IDC_txtLevel 303
 #define IDC_updLevel 304
-#define IDC_lblShared 310  // stands on both panels
+#define IDC_lblShared 310  // on both panels

@@ -17,7 +17,7 @@ unsigned Byte(char byte) { return static_cast<unsigned char>(byte); }
 
 }  // namespace
 
-bool UsesWideNames() { return !AnsiNamesOnly; }
+bool UsesWideNames() { return !AnsiNamesOnlyForTests; }
 
 WideText Widen(std::string_view ansi) {
   WideText wide;

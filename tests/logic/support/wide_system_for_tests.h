@@ -16,13 +16,13 @@ class OtherSystem {
  public:
   explicit OtherSystem(CodePage codePage, bool ansiNamesOnly = false) {
     TestedCodePage = codePage;
-    AnsiNamesOnly = ansiNamesOnly;
+    AnsiNamesOnlyForTests = ansiNamesOnly;
   }
   OtherSystem(const OtherSystem&) = delete;
   OtherSystem& operator=(const OtherSystem&) = delete;
   ~OtherSystem() {
     TestedCodePage = CodePage::kSingleByte;
-    AnsiNamesOnly = false;
+    AnsiNamesOnlyForTests = false;
   }
 };
 

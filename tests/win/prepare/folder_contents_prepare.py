@@ -1,6 +1,6 @@
 """Plants what a Windows program cannot make: links, names outside the rules, trees deeper than a path may be long.
 
-Everything stands twice, for the walk by wide names and for the one by ANSI names; what the walk must not touch stands in
+Everything is there twice, for the walk by wide names and for the one by ANSI names; what the walk must not touch is in
 C:\\outside. Afterwards the disk is looked at from outside of Windows, which does not show everything that is there.
 """
 import atexit

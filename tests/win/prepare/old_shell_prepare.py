@@ -1,7 +1,7 @@
 """A Windows whose shell's libraries lack what deletes keys and starts programs, and a proxy that has every page of the world."""
 from tests.win.prepare.erro_handle_prepare import prepare as go_online
 
-# The new name stands in the same place of the alphabet, by which a library's names are searched.
+# The new name has the same place of the alphabet, by which a library's names are searched.
 RENAMED = {"shlwapi": {b"SHDeleteKeyA": b"SHDeleteKeyB"},
            "shell32": {b"ShellExecuteA": b"ShellExecuteB", b"ShellExecuteW": b"ShellExecuteX"}}
 

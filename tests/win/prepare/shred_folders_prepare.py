@@ -1,6 +1,6 @@
 """Plants links that lead out of a folder, other ways to the folders that must stay, and a canary in each of those.
 
-Everything stands twice, for the procedures by wide names and by ANSI names. C:\\canaries.txt tells the program under test
+Everything is there twice, for the procedures by wide names and by ANSI names. C:\\canaries.txt tells the program under test
 where the canaries are; afterwards they are looked for from outside of Windows.
 """
 from pathlib import Path
@@ -20,7 +20,7 @@ LINKS = {  # name: target, seen from C:\plant\WAY\tree
 }
 
 canaries: list[Path] = []
-standing: list[Path] = []
+kept: list[Path] = []
 
 
 def put(path: Path) -> Path:
@@ -32,7 +32,7 @@ def put(path: Path) -> Path:
 def link(path: Path, target) -> None:
     path.parent.mkdir(parents=True, exist_ok=True)
     path.symlink_to(target)
-    standing.append(path)
+    kept.append(path)
 
 
 def plant(home, way: str) -> None:
@@ -40,7 +40,7 @@ def plant(home, way: str) -> None:
     for name in ("canary.txt", "full/canary.txt", "full/inner/canary.txt"):
         canaries.append(put(outside / name))
     (outside / "empty").mkdir()
-    standing.append(outside / "empty")
+    kept.append(outside / "empty")
     for name, target in LINKS.items():
         link(tree / name, target.format(c=home.c, way=way))
     for name in ("file.txt", "one/file.txt", "one/two/file.txt", "zz/file.txt"):
@@ -68,7 +68,7 @@ def prepare(home) -> dict[str, str]:
 
 def check(home) -> None:
     gone = [str(path) for path in canaries if not path.is_file()]
-    gone += [str(path) for path in standing if not path.is_symlink() and not path.is_dir()]
+    gone += [str(path) for path in kept if not path.is_symlink() and not path.is_dir()]
     if gone:
         raise AssertionError(f"gone: {gone}")
     for way in WAYS:

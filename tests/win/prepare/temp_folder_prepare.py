@@ -9,7 +9,7 @@ LONG = "C:\\long\\" + "\\".join(["x" * 100, "y" * 100, "z" * 60])
 FITTING = "C:\\long\\" + "\\".join(["x" * 100, "y" * 100, "z" * 40])
 
 planted: list[Path] = []
-standing: list[Path] = []
+kept: list[Path] = []
 
 
 def put(path: Path) -> None:
@@ -40,7 +40,7 @@ def prepare(home) -> dict[str, str]:
     for name, target in links.items():
         (home.c / name).symlink_to(target)
     (home.prefix / "dosdevices/x:").symlink_to(home.c / "users")
-    standing.extend([documents, *(home.c / name for name in links)])
+    kept.extend([documents, *(home.c / name for name in links)])
     put(below_c(home, FITTING) / "trace.txt")
     (share / "temp").mkdir()
     (home.c / "elsewhere/temp").mkdir()
@@ -56,7 +56,7 @@ def windows_name(home, share: Path, path: Path) -> str:
 
 
 def check(home) -> None:
-    gone = [str(path) for path in planted if not path.is_file()] + [str(path) for path in standing if not path.is_symlink()]
+    gone = [str(path) for path in planted if not path.is_file()] + [str(path) for path in kept if not path.is_symlink()]
     if gone:
         raise AssertionError(f"gone: {gone}")
     if os.listdir(below_c(home, FITTING)):

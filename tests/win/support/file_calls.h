@@ -24,7 +24,7 @@ class FileCalls {
   // From now on this path, whatever it leads to, looks like a link.
   void ShowAsLink(const std::string& path) const { link_ = path; }
 
-  // `action` runs behind each deletion with the path.
+  // `action` runs after each deletion with the path.
   void AfterEachDeletion(std::function<void(const std::string& path)> action) const { action_ = std::move(action); }
 
  private:

@@ -25,8 +25,8 @@ class NothingPending : public testing::Test {
 // The same by wide names and by ANSI names: for INSTANTIATE_TEST_SUITE_P with "wide" and "ansi".
 class ByEitherNames : public NothingPending, public testing::WithParamInterface<const char*> {
  protected:
-  void SetUp() override { NothingPending::SetUp(), AnsiNamesOnly = ByAnsi(); }
-  void TearDown() override { AnsiNamesOnly = false, NothingPending::TearDown(); }
+  void SetUp() override { NothingPending::SetUp(), AnsiNamesOnlyForTests = ByAnsi(); }
+  void TearDown() override { AnsiNamesOnlyForTests = false, NothingPending::TearDown(); }
 
   static bool ByAnsi() { return GetParam() == std::string("ansi"); }
 };

@@ -46,7 +46,7 @@ class ScratchKey {
 
   void Remove() const { late::SHDeleteKey(root_, path_.c_str()); }
 
-  // As many bytes as `bytes` holds: Windows NT counts a zero that stands behind a text, so none does. Windows 9x counts
+  // As many bytes as `bytes` holds: Windows NT counts a zero that follows a text, so none does. Windows 9x counts
   // for itself and ends every text.
   void Put(const std::string& name, DWORD type, const std::string& bytes, const std::string& below = "") const {
     Create(below);

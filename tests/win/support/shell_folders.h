@@ -11,7 +11,7 @@
 
 using namespace platform;
 
-// While one stands; a folder that is not mentioned is where the shell has it.
+// While one exists; a folder that is not mentioned is where the shell has it.
 class ShellFolders {
  public:
   ShellFolders() { Reset(); }

@@ -1,4 +1,4 @@
-// The URL history store of tests/doubles from the side of a test: what stands in it, which calls it got, what it shall get
+// The URL history store of tests/doubles from the side of a test: what is in it, which calls it got, what it shall get
 // wrong, and whether anything of it is still held.
 #pragma once
 
@@ -20,7 +20,7 @@
 using namespace cleaners;
 using namespace platform;
 
-// Where a class says which library its objects come from.
+// Where a class tells which library its objects come from.
 inline constexpr char kServerKey[] = "Software\\Classes\\CLSID\\{3C374A40-BAE4-11CF-BF7D-00AA006946EE}\\InprocServer32";
 inline constexpr char kServerFile[] = "C:\\doubles\\url_history_store.dll";
 
@@ -61,7 +61,7 @@ class HistoryServer {
     WriteHistory(entries);
   }
 
-  // The URLs that stand in the store, whatever a collection shows.
+  // The URLs that are in the store, whatever a collection shows.
   std::vector<std::wstring> Urls() const {
     std::vector<std::wstring> urls;
     for (const HistoryEntry& entry : ReadHistory()) urls.push_back(entry.url);

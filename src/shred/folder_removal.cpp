@@ -1,11 +1,12 @@
-// The folder procedures of modShred.
+#include "shred/folder_removal.h"
+
 #include "cleaners/folder_facts.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/mask_ending.h"
 #include "platform/message_pump.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "shred/folder_chain.h"
-#include "shred/modShred.h"
 
 namespace shred {
 using namespace platform;
@@ -17,12 +18,12 @@ bool IsRemovableFolder(const Path& folder) {
   bool removable = false;
   resumeNext([&] {
     removable = cleaners::IsWalkableFolder(folder) &&
-                cleaners::MayEmptyFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
+                cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
   });
   return removable;
 }
 
-void DeleteFilesOf(const Path& folder, WideView mask) {
+void DeleteFilesIn(const Path& folder, WideView mask) {
   FolderListing listing(folder);
   FolderEntry entry;
   while (listing.Next(entry)) {
@@ -31,13 +32,13 @@ void DeleteFilesOf(const Path& folder, WideView mask) {
   }
 }
 
-void ClearSubFolder(const Path& folder, const FolderEntry& entry) {
+void RemoveSubfolder(const Path& folder, const FolderEntry& entry) {
   // Asked once more: a link may have taken the folder's place since it was listed.
   if (!IsLink(entry.attributes) && !IsLink(NativeAttributes(folder))) {
     NativeSetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
     for (const WideView mask : {Wide<"*.gif">(), Wide<"*.htm">(), Wide<"*.cab">(), Wide<"*.jpg">(), Wide<"*.css">(),
                                 Wide<"*.swf">(), Wide<"*">(), Wide<"*.*">()})
-      DeleteFilesOf(folder, mask);
+      DeleteFilesIn(folder, mask);
   } else if (!IsNamedLink(entry)) {
     return;
   }
@@ -62,13 +63,13 @@ class TreeRemoval final : public cleaners::FolderVisitor {
   }
 };
 
-void ClearFirstSubFolder(const Path& root) {
+void RemoveFirstSubfolder(const Path& root) {
   FolderListing listing(root);
   FolderEntry entry;
   bool over = false;
   while (!over && listing.Next(entry)) {
     if (IsFolder(entry.attributes) && entry.name != L"." && entry.name != L"..") {
-      ClearSubFolder(root / entry.name, entry);
+      RemoveSubfolder(root / entry.name, entry);
       // The walk and the test whether the subfolder exists share one listing: after the test it names that subfolder alone.
       over = true;
     }
@@ -98,7 +99,7 @@ bool FolderCheck(const Path& path, bool create) {
 bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
 
 void ClearSubFolders(const Path& folder) {
-  if (IsRemovableFolder(folder)) ClearFirstSubFolder(folder);
+  if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
 }
 
 bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
@@ -106,8 +107,8 @@ bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && 
 // The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
 void ShredFolder(const Path& folder) {
   if (!IsRemovableFolder(folder)) return;
-  DeleteFilesOf(folder, Wide<"*.*">());
-  if (cleaners::IsWalkableFolder(folder)) ClearFirstSubFolder(folder);
+  DeleteFilesIn(folder, Wide<"*.*">());
+  if (cleaners::IsWalkableFolder(folder)) RemoveFirstSubfolder(folder);
   if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
 }
 

@@ -1,0 +1,37 @@
+#include "shred/list_store.h"
+
+#include "platform/native_files.h"
+#include "platform/runtime_error.h"
+#include "platform/special_folder.h"
+#include "platform/whole_file.h"
+#include "shred/list_file.h"
+#include "shred/modShred.h"
+
+namespace shred {
+using namespace platform;
+
+namespace {
+
+Path ListFile() { return ProgramFolder() / Wide<"QUELLIX_Shred">(); }
+
+void TakeAttributesAway() { NativeSetAttributes(ListFile(), FILE_ATTRIBUTE_NORMAL); }
+
+}  // namespace
+
+std::optional<std::vector<WideText>> StoredList() {
+  if (!Validate(ListFile())) return {};
+  return ReadListFile(ReadWholeFile(ListFile()));
+}
+
+void StoreList(const std::vector<WideText>& lines) {
+  quietly([] { TakeAttributesAway(); });
+  quietly([&] { ReplaceWholeFile(ListFile(), ListFileText(lines)); });
+}
+
+void DeleteStoredList() {
+  if (!Validate(ListFile())) return;
+  resumeNext([] { TakeAttributesAway(); });
+  NativeDeleteFile(ListFile());
+}
+
+}  // namespace shred

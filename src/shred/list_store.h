@@ -1,0 +1,20 @@
+// The file "QUELLIX_Shred" in the program's folder, which keeps the scheduled list from one start to the next.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/wide_text.h"
+
+namespace shred {
+using namespace platform;
+
+// Its lines; nothing when there is no file that can be opened. Raises the system's error when it cannot be read.
+std::optional<std::vector<WideText>> StoredList();
+
+// A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
+void StoreList(const std::vector<WideText>& lines);
+
+void DeleteStoredList();
+
+}  // namespace shred
