@@ -43,3 +43,13 @@ quellix_audit(rooms ${QUELLIX_PYTHON} -B -m tools.check_rooms)
 file(GLOB tools CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/test_*.py)
 list(TRANSFORM tools REPLACE "^.*/(test_[^/]*)\\.py$" "tests.tools.\\1")
 quellix_audit(of_the_tools ${QUELLIX_PYTHON} -B -m unittest -q ${tools})
+
+add_subdirectory(${CMAKE_SOURCE_DIR}/tests/standin ${CMAKE_BINARY_DIR}/tests/standin)
+file(GLOB with_standin CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/standin/test_*.py)
+foreach(source ${with_standin})
+  cmake_path(GET source STEM name)
+  string(REGEX REPLACE "^test_" "" short ${name})
+  add_test(NAME standin/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.standin.${name}
+    WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+  set_tests_properties(standin/${short} PROPERTIES TIMEOUT 300)
+endforeach()

@@ -1,0 +1,88 @@
+// How the arguments of a call are written down: texts decoded to UTF-8 and in quotes, everything else as numbers.
+#include <algorithm>
+
+#include "function.h"
+
+namespace {
+
+constexpr int kLongest = 1000;
+constexpr std::uint32_t kFirstAddress = 0x10000;  // what lies below is a number, such as that of a resource
+
+std::string Number(std::uint32_t number) {
+  if (number < kFirstAddress) return std::to_string(number);
+  std::string text = "0x";
+  for (int shift = 28; shift >= 0; shift -= 4) text += "0123456789abcdef"[number >> shift & 15];
+  return text;
+}
+
+std::string Quoted(const wchar_t* text, int length) {
+  std::string shown(3 * static_cast<std::size_t>(length) + 1, '\0');
+  const int size = static_cast<int>(shown.size());
+  shown.resize(
+      static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text, length, shown.data(), size, nullptr, nullptr)));
+  // A line is one call.
+  std::replace_if(
+      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  return '"' + shown + '"';
+}
+
+std::string Wide(const wchar_t* text) {
+  return ::IsBadStringPtrW(text, kLongest) ? std::string() : Quoted(text, std::min(::lstrlenW(text), kLongest));
+}
+
+std::string Ansi(const char* text) {
+  if (::IsBadStringPtrA(text, kLongest)) return {};
+  wchar_t wide[kLongest];
+  const int length = std::min(::lstrlenA(text), kLongest);
+  return Quoted(wide, ::MultiByteToWideChar(CP_ACP, 0, text, length, wide, kLongest));
+}
+
+struct NtText {
+  USHORT bytes, room;
+  const wchar_t* text;
+};
+
+struct NtObject {
+  ULONG length;
+  HANDLE folder;
+  const NtText* name;
+};
+
+std::string Nt(const NtText* text) {
+  if (::IsBadReadPtr(text, sizeof *text) || ::IsBadReadPtr(text->text, text->bytes)) return {};
+  return Quoted(text->text, std::min<int>(text->bytes / sizeof(wchar_t), kLongest));
+}
+
+template <class Record>
+std::string Listed(const Record& found, const std::string& name) {
+  const bool link = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  return name + " " + Number(found.dwFileAttributes) + (link ? " " + Number(found.dwReserved0) : "");
+}
+
+template <class Type>
+const Type& At(std::uint32_t address) {
+  return *reinterpret_cast<const Type*>(address);
+}
+
+}  // namespace
+
+std::string ShownArgument(char kind, std::uint32_t argument) {
+  std::string text;
+  if (argument >= kFirstAddress) {
+    if (kind == 's') text = Ansi(&At<char>(argument));
+    if (kind == 'w') text = Wide(&At<wchar_t>(argument));
+    if (kind == 'u') text = Nt(&At<NtText>(argument));
+    if (kind == 'o') text = Nt(At<NtObject>(argument).name);
+  }
+  return text.empty() ? Number(argument) : text;
+}
+
+std::string ShownAnswer(char kind, std::uint32_t argument) {
+  if (argument < kFirstAddress) return {};
+  if (kind == 'S') return Ansi(&At<char>(argument));
+  if (kind == 'W') return Wide(&At<wchar_t>(argument));
+  if (kind == 'd') return "*" + Number(At<std::uint32_t>(argument));
+  if (kind == 'f') return Listed(At<WIN32_FIND_DATAA>(argument), Ansi(At<WIN32_FIND_DATAA>(argument).cFileName));
+  if (kind == 'F') return Listed(At<WIN32_FIND_DATAW>(argument), Wide(At<WIN32_FIND_DATAW>(argument).cFileName));
+  return {};
+}

@@ -1,0 +1,66 @@
+// The way of a call: the program calls a stub of ten bytes, which names its function and jumps to the one piece of code
+// below; that hands the arguments over as an array and afterwards takes as many of them off the stack as the function would.
+#include <cstring>
+
+#include "function.h"
+
+extern "C" {
+std::uint64_t StandinDispatch(Function* function, std::uint32_t* arguments) { return Call(*function, arguments).Run(); }
+void StandinEntry();
+}
+
+__asm__(R"(
+	.globl _StandinEntry
+_StandinEntry:                     # eax: the function; the stack: return address, arguments
+	pushl %eax
+	leal 8(%esp), %edx
+	pushl %edx
+	pushl %eax
+	call _StandinDispatch      # edx:eax is the result
+	addl $8, %esp
+	popl %ecx
+	movl (%ecx), %ecx          # how many bytes go
+	pushl %eax
+	movl 4(%esp), %eax
+	movl %eax, 4(%esp,%ecx)    # the return address, below what stays
+	popl %eax
+	addl %ecx, %esp
+	ret
+
+	.globl _StandinCall
+_StandinCall:
+	pushl %ebp
+	movl %esp, %ebp
+	pushl %esi
+	pushl %edi
+	movl 16(%ebp), %ecx
+	leal (,%ecx,4), %eax
+	subl %eax, %esp
+	movl 12(%ebp), %esi
+	movl %esp, %edi
+	cld
+	rep movsl
+	call *8(%ebp)
+	leal -8(%ebp), %esp
+	popl %edi
+	popl %esi
+	popl %ebp
+	ret
+)");
+
+void* MakeStub(Function& function) {
+  constexpr std::size_t kStub = 10, kRoom = 1 << 16;
+  static auto* const memory =
+      static_cast<unsigned char*>(::VirtualAlloc(nullptr, kRoom, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
+  static std::size_t used = 0;
+  if (memory == nullptr || used + kStub > kRoom) throw Refusal{"there is no room for another stub"};
+  unsigned char* const code = memory + used;
+  used += kStub;
+  const auto number = reinterpret_cast<std::uintptr_t>(&function);
+  const auto distance = reinterpret_cast<std::uintptr_t>(&StandinEntry) - reinterpret_cast<std::uintptr_t>(code + kStub);
+  code[0] = 0xB8;  // mov eax, function
+  std::memcpy(code + 1, &number, sizeof number);
+  code[5] = 0xE9;  // jmp StandinEntry
+  std::memcpy(code + 6, &distance, sizeof distance);
+  return code;
+}
