@@ -22,7 +22,8 @@ wchar_t* CommandOfProgram() {
   wchar_t* rest = ::GetCommandLineW();
   const wchar_t end = *rest == L'"' ? L'"' : L' ';
   for (++rest; *rest != L'\0' && *rest != end;) ++rest;
-  while (*rest == L'"' || *rest == L' ') ++rest;
+  if (*rest == L'"') ++rest;
+  while (*rest == L' ') ++rest;
   return rest;
 }
 
@@ -54,7 +55,8 @@ int main() {
   PROCESS_INFORMATION program{};
   if (!::CreateProcessW(nullptr, CommandOfProgram(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr, &how,
                         &program)) {
-    std::ofstream(Folder() + "refused.txt") << "the program cannot be started, error " << ::GetLastError();
+    const DWORD error = ::GetLastError();
+    std::ofstream(Folder() + "refused.txt") << "the program cannot be started, error " << error;
     return kRefused;
   }
   EndWithThisProcess(program.hProcess);

@@ -90,6 +90,8 @@ class StandInDesktop(Desktop):
 
     def __init__(self, name: str, *, language: str | None = None, **options):
         self.rules: list[str] = []
+        self.program_folder = r"C:\Quellix"
+        self.current_folder: str | None = None  # in which the program starts; its own by default
         self._language = language
         self._lay_out = options.pop("prepare", None)
         self._launchers: dict[int, int] = {}  # program to launcher
@@ -103,9 +105,10 @@ class StandInDesktop(Desktop):
         if self._lay_out:
             self._lay_out(home)
 
-    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str = r"C:\Quellix") -> int:
+    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str | None = None) -> int:
+        folder = folder or self.program_folder
         self.standin.prepare(self.rules)
-        launcher = self.start(LAUNCHER, f'"{folder}\\{self.program}" {arguments}', folder)
+        launcher = self.start(LAUNCHER, f'"{folder}\\{self.program}" {arguments}', self.current_folder or folder)
 
         def started():
             if super(StandInDesktop, self).ended(launcher) is not None:
@@ -127,5 +130,15 @@ class StandInDesktop(Desktop):
     def ended(self, pid: int) -> int | None:
         return super().ended(self._launchers.get(pid, pid))
 
+    def terminate(self, pid: int | None = None) -> None:
+        process = pid or self.pid
+        super().terminate(self._launchers.get(process, process))
+
     def calls(self, *functions: str) -> list[Call]:
         return self.standin.calls(*functions)
+
+    def wait_call(self, function: str, *texts: str, seconds: float = 20) -> Call:
+        """Waits for a call that has all of these texts."""
+        def made():
+            return next((call for call in self.calls(function) if all(text in call.texts for text in texts)), None)
+        return wait_for(f"a call {function}({', '.join(map(repr, texts))})", made, seconds)

@@ -1,0 +1,308 @@
+"""What the tests of the shipped program under one Windows share: its start with the rules of that Windows, and its whole work."""
+import shutil
+import subprocess
+
+from tests.standin.harness import (BUILT, DONE, ITEMS, OFF_LINE, ShredderCase, browsers, compile_windows_program, only,
+                                   other_browsers, overwritten_size, run_job, url_cache, wait_for)
+from tests.standin.standin import Call, StandInDesktop
+from tests.standin.windows import WINDOWS, Systems, called_by
+
+RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
+ADD_FOLDER, COOKIES = "Quellix-Add Folder", "Cookies Manager"
+OF_FILES = {"GetShortPathNameA", "CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "FindFirstFileA", "FindFirstFileW", "MoveFileA",
+            "MoveFileExA", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile", "GetFileInformationByHandle",
+            "GetFinalPathNameByHandleW"}
+OF_DIALOGS = {"GetOpenFileNameA", "GetOpenFileNameW", "DragQueryFileA", "DragQueryFileW"}
+PRIVILEGE = ["OpenProcessToken", "LookupPrivilegeValueA", "AdjustTokenPrivileges"]
+OF_THE_SYSTEM = {*PRIVILEGE, "RegisterServiceProcess", "ExitWindowsEx", "Shell_NotifyIconA", "GetVersionExA", "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA"}
+LOAD = ("chkStartUp", 0)
+LIST_FILE = "QUELLIX_Shred"
+LOG_OFF = r"C:\windows\system32\wineboot.exe"
+GENERIC_WRITE = 0x40000000
+SPEED = 20
+
+
+def plant(home) -> None:
+    """The profile of the main job."""
+    run_job.plant_files(home)
+    traces = compile_windows_program(run_job.TRACES, "-lole32", "-lshell32")
+    (home.c / "traces.exe").write_bytes(traces.read_bytes())
+
+
+class UnderWindows(ShredderCase):
+    """One desktop for a class; each test starts the program with the rules of a Windows and what it adds to them."""
+
+    windows = ""
+    language: str | None = None
+
+    @classmethod
+    def setUpClass(cls):
+        if cls.language and cls.language.lower().replace("-", "") not in subprocess.run(
+                ["locale", "-a"], capture_output=True, text=True).stdout.lower().splitlines():
+            raise LookupError(f"this machine has no locale {cls.language}; ./quellix test makes it")
+        name = f"standin-{cls.__name__}".lower()
+        cls.d = cls.enterClassContext(StandInDesktop(name, start=False, prepare=cls.lay_out, language=cls.language,
+                                                     registry=OFF_LINE | other_browsers.REGISTRY))
+        browsers.keep_keyboard(cls.d)
+
+    @classmethod
+    def lay_out(cls, home) -> None:
+        plant(home)
+
+    def setUp(self):
+        shutil.rmtree(self.work, ignore_errors=True)
+        self.work.mkdir()
+
+    def tearDown(self):
+        if self.d.pid and self.d.ended(self.d.pid) is None:
+            self.d.terminate()
+
+    def start_under(self, settings: dict, *rules: str) -> None:
+        """The test's own rules come first: the first one that is about a call decides."""
+        names = {function.name for function in called_by()}
+        logged = sorted((OF_FILES | OF_DIALOGS | OF_THE_SYSTEM) & names)
+        self.d.rules = [*rules, *Systems().rules(self.windows), f"clock {SPEED}", *(f"{name} log" for name in logged)]
+        self.start(settings)
+
+    def calls(self, *functions: str, text: str = "") -> list[Call]:
+        return [call for call in self.d.calls(*functions) if not text or any(text in t for t in call.texts)]
+
+    def order_of(self, *functions: str) -> list[str]:
+        return [call.function for call in self.calls(*functions)]
+
+
+class TheWholeProgram(UnderWindows):
+    """What the program is for, from the main job to the end of the session."""
+
+    stays: dict[str, int] = {}  # what this Windows has no function for
+    folder, names, encoding = "Briefe für Zoë", ["one, two.txt", "grün.txt"], "cp1252"
+    cookie = "alice@first.example"
+
+    @classmethod
+    def lay_out(cls, home) -> None:
+        plant(home)
+        shutil.copytree(home.c / "Quellix", home.c / cls.folder)
+        (home.temp / cls.folder).mkdir()
+        for name in cls.names:
+            (home.temp / name).write_text("x")
+            (home.temp / cls.folder / name).write_text("x")
+
+    def tearDown(self):
+        super().tearDown()
+        self.d.program_folder, self.d.current_folder = r"C:\Quellix", None
+
+    @property
+    def is_9x(self) -> bool:
+        return WINDOWS[self.windows].family == "9x"
+
+    def form(self, function: str) -> str:
+        """The form of a function that takes names: the wide one where it works."""
+        return function + ("A" if self.is_9x else "W")
+
+    def check_only_what_is_there(self) -> None:
+        """Nothing was asked for that a Windows 9x refuses, apart from the one look whether there are wide functions."""
+        calls = self.calls()
+        self.assertIn(f"version {WINDOWS[self.windows].version}", {call.rule for call in calls})
+        if not self.is_9x:
+            return
+        refused = [str(call) for call in calls if call.rule in ("no-shared-deletion", "no-folder-handles")]
+        self.assertEqual(refused, [])
+        self.assertEqual([str(call) for call in calls if any(text.startswith("\\\\?\\") for text in call.texts)], [])
+        wide = [call.function for call in calls if call.function.endswith("W") and call.error == 120]
+        self.assertEqual([name for name in set(wide) if wide.count(name) > 1], [])
+
+    def test_a_run_erases_everything_that_is_ticked(self):  # the first one, since others take traces away
+        d = self.d
+        url_cache.plant(d.home, "empty", "content", "100", "cookie", "20", "visited", "10")
+        browsers.open_windows(d, (browsers.FRAME, "Holiday photos"), (browsers.FRAME, "Bank account"))
+        before = run_job.count_traces(d, "plant")
+        self.assertEqual([family for family, count in before.items() if count == 0], [])
+        d.current_folder = "C:\\"  # where the item of the ScanDisk files looks
+        self.start_under({"Scheduling": {"CHKieclose": "True"}})
+        run_job.schedule_shredding(d)
+        self.press_erase_only()
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
+        after = run_job.count_traces(d, "count")
+        self.assertEqual({family: count for family, count in after.items() if count}, self.stays)
+        self.assertEqual((other_browsers.untouched(d.home), len(list((d.home.c / "canaries").iterdir()))),
+                         (other_browsers.KEPT, 20))
+        self.check_only_what_is_there()
+
+    def test_shreds_what_its_dialogs_and_drops_give_it(self):
+        d = self.d
+        one, two, dropped = self.files(*self.names, f"{self.folder}/{self.names[0]}")
+        second = self.second_name(one)
+        self.start_under(only("RecentDocument") | {"Shredder": {"txtLevel": "1"}})
+        self.show_shredder()
+        self.choose_files("cmdFileShred", *self.names)
+        self.wait_count("lstFileShred", 2)
+        (asked,) = self.calls("GetOpenFileNameA", "GetOpenFileNameW")
+        self.assertEqual((asked.function, asked.arguments, asked.result), (self.form("GetOpenFileName"), [76], 1), asked)
+        self.drop("lstFolder", dropped.rpartition("\\")[0])
+        self.wait_count("lstFolder", 1)
+        self.assertEqual(set(self.order_of("DragQueryFileA", "DragQueryFileW")[1:]), {self.form("DragQueryFile")})
+        self.assertEqual((set(d.items("lstFileShred")), d.items("lstFolder")), ({one, two}, [rf"C:\work\{self.folder}"]))
+        d.replace_text("txtLev", "1")
+        d.click("cmdShredAll")
+        self.wait_count("lstFileShred", 0)
+        d.wait_text("txtMessage", "2 files shredded.")
+        self.assertEqual((self.left(), second.stat().st_size), ([], overwritten_size(1)))
+        (written,) = [call for call in self.calls(self.form("CreateFile"), text=one) if call.arguments[1] == GENERIC_WRITE]
+        self.assertTrue([call for call in self.calls("WriteFile") if call.arguments[0] == written.result], written)
+        self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text=one)], [1])
+        self.assertEqual([call.result for call in self.calls(self.form("RemoveDirectory"), text=self.folder)], [1])
+        self.check_only_what_is_there()
+
+    def test_chooses_a_folder_in_its_own_dialog_and_shreds_it(self):
+        d = self.d
+        self.files(f"{self.folder}/{self.names[0]}", f"{self.folder}/{self.folder}/{self.names[1]}", "other.txt")
+        self.start_under(only("RecentDocument"))
+        self.show_shredder()
+        d.click("cmdAddFolder")
+        window = d.wait_window("#32770", ADD_FOLDER)
+        d.click_item("dirList", "   work", window, double=True)
+        d.wait_control("dirList", lambda c: f"      {self.folder}" in c["items"], "to show the folder", window)
+        d.click_item("dirList", f"      {self.folder}", window)
+        d.click("cmdAdd", window)
+        d.wait_no_window("#32770", ADD_FOLDER)
+        self.assertEqual(d.items("lstFolder"), [rf"C:\work\{self.folder}"])
+        d.click("cmdShredFolder")
+        self.wait_count("lstFolder", 0)
+        self.assertEqual((self.left(), d.text("txtMessage")), (["other.txt"], "1 folder deleted."))
+        self.assertEqual([call.result for call in self.calls(self.form("RemoveDirectory"), text=self.folder)], [1, 1])
+        self.check_only_what_is_there()
+
+    def test_shreds_by_the_schedule_what_is_on_the_list_since_the_last_start(self):
+        d = self.d
+        self.start_under(only("WinTempFileFolder") | {"Scheduling": {"chkOptions": "1"}, "Shredder": {"txtLevel": "1"}})
+        paths = self.files(*self.names)
+        self.show_shredder()
+        self.choose_files("cmdCustomAdd", *self.names)
+        self.wait_count("lstFiles", 2)
+        d.settle("lstFiles")
+        self.assertEqual(self.list_file.read_bytes().decode(self.encoding).split("\r\n"), [*d.items("lstFiles"), ""])
+        self.assertEqual(set(d.items("lstFiles")), set(paths))
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over()[-2:], DONE)
+        self.assertEqual(self.left(), [])
+        for path in paths:
+            self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text=path)], [1])
+        self.check_only_what_is_there()
+
+    def test_stores_the_keep_list_and_shows_it_again(self):
+        d = self.d
+        url_cache.plant(d.home, "empty", "content", "3", "cookie", "5", "cookie", self.cookie)
+        cookie, file = url_cache.cookie_file(self.cookie), d.home.c / "Quellix/SafeCookie.dat"
+        self.start_under(only("Cookies"))
+        window = self.open_cookies()
+        d.wait_control("lstKeeplist", lambda c: cookie in c["items"], "to show the cookie", window)
+        d.click_item("lstKeeplist", cookie, window)
+        d.click("cmdAdd", window)
+        d.wait_control("SafeList", lambda c: c["items"] == [cookie], "to have it", window)
+        d.click("cmdClose", window)
+        d.wait_no_window("#32770", COOKIES)
+        self.assertEqual((file.read_bytes().split(), list(file.parent.glob("SafeCookie*"))), ([cookie.encode()], [file]))
+        in_one_step, in_two = (self.calls(name, text="SafeCookie.dat.tmp") for name in ("MoveFileExA", "MoveFileA"))
+        self.assertEqual([call.result for call in in_one_step], [0] if self.is_9x else [1])
+        self.assertEqual([call.result for call in in_two], [1] if self.is_9x else [])
+        d.wait_control("SafeList", lambda c: c["items"] == [cookie], "to show it again", self.open_cookies())
+        d.click("cmdClose", d.find_window("#32770", COOKIES))
+        d.wait_no_window("#32770", COOKIES)
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over()[-2:], DONE)
+        self.assertEqual(url_cache.counts(d.home), {"content": 0, "cookie": 0, "visited": 0})
+        # Internet Explorer 4 has the function under its shorter name only.
+        name = "DeleteUrlCacheEntry" + "A" * (WINDOWS[self.windows].explorer > 4)
+        self.assertEqual(set(self.order_of("DeleteUrlCacheEntry", "DeleteUrlCacheEntryA")), {name})
+        self.check_only_what_is_there()
+
+    def open_cookies(self):
+        self.d.click("cmdCookiesOption")
+        return self.d.wait_window("#32770", COOKIES)
+
+    def test_stores_its_settings_and_starts_with_windows(self):
+        d = self.d
+        self.start_under(only("RecentDocument"))
+        d.set_checked(("chkWinsettings", 0))
+        d.click("cmdSchedule")
+        d.set_checked(LOAD)
+        self.end()
+        self.assertEqual(d.registry_section("CleanSettings"), only("RecentDocument", "WinTempFileFolder")["CleanSettings"])
+        self.assertEqual(d.registry_section("Startup"), {"LoadStartup": "1", "Startup": "0"})
+        self.assertEqual(self.run_value(), r"C:\Quellix\Quellix.exe m")
+        self.restart()
+        self.assertTrue(d.checked(LOAD))
+        self.check_only_what_is_there()
+
+    def run_value(self) -> str:
+        return self.d.reg("HKLM", RUN, "Quellix - 1.0").text
+
+    def test_keeps_its_list_in_its_own_folder_and_starts_from_it(self):
+        d = self.d
+        d.program_folder = rf"C:\{self.folder}"
+        self.start_under(only("RecentDocument") | {"Startup": {"LoadStartup": "1"}})
+        paths = self.files(*self.names)
+        self.show_shredder()
+        self.fill("lstFiles", paths)
+        d.settle("lstFiles")
+        self.end()
+        started = self.run_value().removesuffix(" m")
+        self.assertTrue((d.home.c / self.folder / LIST_FILE).exists(), [str(call) for call in self.calls("MoveFileA")])
+        short = [call.texts[1] for call in self.calls("GetShortPathNameA", text="Quellix.exe")]
+        self.assertIn(started, [rf"C:\{self.folder}\Quellix.exe", *short])
+        self.restart()
+        self.show_shredder()
+        self.assertEqual(d.items("lstFiles"), paths)
+        self.check_only_what_is_there()
+
+    def test_hides_by_the_boss_key_and_leaves_the_task_list(self):
+        d = self.d
+        self.start_under(only("RecentDocument") | {"Boss": {"bossKey": "120"}, "Message_key": {"Message": "Dont"}})
+        process = d.pid
+        with d.held("F9"):
+            d.wait_no_window("frmMain")
+        with d.held("shift", "F9"):
+            self.wait_in_front()
+        d.click("cmdSchedule")
+        d.click("cmdRunInv")
+        d.wait_no_icon()
+        d.wait_no_window("frmMain")
+        with d.held("ctrl", "u"):
+            self.wait_in_front()
+        d.wait_icon()
+        told = [(call.arguments, call.result) for call in self.calls("RegisterServiceProcess")]
+        self.assertEqual(told[:2], [([process, 1], 1), ([process, 0], 1)] if self.is_9x else [])
+        self.check_only_what_is_there()
+
+    def test_erases_at_the_end_of_the_session(self):
+        d = self.d
+        trace = d.home.temp / "trace.tmp"
+        trace.write_text("x")
+        self.start_under(only("WinTempFileFolder") | {"Scheduling": {"Shutdown": "1"}})
+        d.set_checked(("chkOsettings", 1))
+        leaving = d.start(LOG_OFF, "-e")
+        self.assertEqual(d.wait_ended(), 0)
+        d.wait_ended(leaving)
+        self.assertFalse(trace.exists())
+        self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text="trace.tmp")], [1])
+        self.assertEqual(d.registry_section("CleanSettings"), only("OClean", "WinTempFileFolder")["CleanSettings"])
+        self.check_only_what_is_there()
+
+    def test_reboots_and_asks_for_the_privilege_where_there_are_any(self):
+        d = self.d
+        self.start_under(only("RecentDocument"), "ExitWindowsEx answer 1")
+        self.show_erase_panel()
+        d.click("CmdCleanReboot")
+        reboot = d.wait_call("ExitWindowsEx")
+        self.assertEqual(reboot.arguments, [6, 0], reboot)
+        self.assertEqual(self.order_of(*PRIVILEGE, "ExitWindowsEx"), [*([] if self.is_9x else PRIVILEGE), "ExitWindowsEx"])
+        self.check_only_what_is_there()
+
+
+class Japanese:
+    """The code page in which the second byte of some letters is that of a backslash."""
+
+    language, encoding = "ja_JP.UTF-8", "cp932"
+    # The folder's last letter is one of them, and so is the first one of each file.
+    folder, names = "予定表", ["十二月.txt", "ソ.txt"]

@@ -1,0 +1,124 @@
+"""The shipped program on the NT family, from NT 4 without any Internet Explorer to Windows 10."""
+import os
+import shutil
+import unittest
+
+from tests.standin.harness import DONE, ITEMS, browsers, only, run_job, url_cache, wait_for
+from tests.standin.program_under import PRIVILEGE, UnderWindows
+from tests.standin.windows import WINDOWS
+
+# Without Internet Explorer there is neither a URL cache nor a function that deletes a key with its subkeys, and without the
+# desktop update none that empties the recycle bin.
+STAYS_ON_NT4 = {"cache entries": 100, "cookies": 20, "recycle bin": 2}
+
+
+class TheNtFamily(UnderWindows):
+    def lay_out_links(self) -> None:
+        """A link to the canaries in the temporary folder, and one in a folder to shred."""
+        self.canaries = self.d.home.c / "canaries"
+        for place in (self.d.home.temp / "deep", self.work / "folder"):
+            shutil.rmtree(place, ignore_errors=True)
+            place.mkdir()
+            (place / "file.txt").write_text("x")
+            if WINDOWS[self.windows].links:
+                os.symlink(self.canaries, place / "link")
+
+    def check_under(self, windows: str, has_task_list_call: bool, has_final_paths: bool) -> None:
+        self.windows = windows
+        self.lay_out_links()
+        self.start_under(only("WinTempFileFolder") | {"Message_key": {"Message": "Dont"}}, "ExitWindowsEx answer 1")
+        self.check_invisible(has_task_list_call)
+        self.check_shred()
+        self.check_run_and_reboot()
+        self.check_identities(has_final_paths)
+        self.assertEqual(len(list(self.canaries.iterdir())), 20)
+
+    def check_invisible(self, asks: bool) -> None:
+        """Only a system whose name tells that it lacks the call is not asked for it."""
+        d = self.d
+        d.click("cmdSchedule")
+        d.click("cmdRunInv")
+        d.wait_no_icon()
+        d.wait_no_window("frmMain")
+        with d.held("ctrl", "u"):
+            self.wait_in_front()
+        d.wait_icon()
+        asked = [str(call) for call in self.calls("GetProcAddress", text="RegisterServiceProcess")]
+        self.assertEqual(len(asked), int(asks), asked)
+        self.assertEqual(self.calls("RegisterServiceProcess"), [])
+
+    def check_shred(self) -> None:
+        self.show_shredder()
+        self.fill("lstFolder", [r"C:\work\folder"])
+        self.d.click("cmdShredFolder")
+        self.wait_count("lstFolder", 0)
+        self.assertEqual((self.left(), self.d.text("txtMessage")), ([], "1 folder deleted."))
+        self.check_link(r"C:\work\folder")
+
+    def check_link(self, folder: str) -> None:
+        """A link went as a link: removed by its own name, with nothing behind it looked at."""
+        link = folder + r"\link"
+        removed = [call for call in self.calls("RemoveDirectoryW") if call.texts and call.texts[0].endswith(link)]
+        expected = [(1, f"links {WINDOWS[self.windows].links:#x}")] if WINDOWS[self.windows].links else []
+        self.assertEqual([(call.result, call.rule) for call in removed], expected)
+        behind = [str(call) for call in self.calls() if any(link + "\\" in text for text in call.texts)]
+        self.assertEqual(behind, [])
+
+    def check_run_and_reboot(self) -> None:
+        d = self.d
+        self.show_erase_panel()
+        d.click("CmdCleanReboot")
+        reboot = d.wait_call("ExitWindowsEx")
+        self.assertEqual(self.log()[-2:], DONE)
+        self.assertFalse((d.home.temp / "deep").exists())
+        self.check_link("\\Temp\\deep")
+        self.assertEqual(self.order_of(*PRIVILEGE, "ExitWindowsEx"), [*PRIVILEGE, "ExitWindowsEx"])
+        asked, named, taken = self.calls(*PRIVILEGE)
+        self.assertEqual((asked.arguments[1], named.texts, reboot.arguments), (0x28, ["", "SeShutdownPrivilege"], [6, 0]))
+        self.assertEqual([call.result for call in (asked, named, taken)], [1, 1, 1])
+
+    def check_identities(self, has_final_paths: bool) -> None:
+        """The folder to empty was compared with those to keep, by the numbers that the disk gives folders."""
+        compared = self.calls("GetFileInformationByHandle")
+        self.assertGreater(len(compared), 4)
+        self.assertEqual({call.result for call in compared}, {1})
+        final = self.calls("GetFinalPathNameByHandleW")
+        self.assertEqual(bool(final), has_final_paths, final)
+        self.assertNotIn(0, [call.result for call in final])
+
+    def test_on_nt_4(self):
+        self.check_under("NT 4", has_task_list_call=False, has_final_paths=False)
+
+    def test_on_2000(self):
+        self.check_under("2000", has_task_list_call=False, has_final_paths=False)
+
+    def test_on_xp(self):
+        self.check_under("XP", has_task_list_call=False, has_final_paths=False)
+
+    def test_on_7(self):
+        self.check_under("7", has_task_list_call=True, has_final_paths=True)
+
+    def test_on_10(self):
+        self.check_under("10", has_task_list_call=True, has_final_paths=True)
+
+    def test_a_whole_run_on_nt_4_erases_what_it_has_functions_for(self):  # the first one, since others take traces away
+        d = self.d
+        url_cache.plant(d.home, "empty", "content", "100", "cookie", "20", "visited", "10")
+        browsers.open_windows(d, (browsers.FRAME, "Holiday photos"))
+        before = run_job.count_traces(d, "plant")
+        self.assertEqual([family for family, count in before.items() if count == 0], [])
+        d.current_folder = "C:\\"
+        self.windows = "NT 4"
+        self.start_under({"Scheduling": {"CHKieclose": "True"}})
+        run_job.schedule_shredding(d)
+        self.press_erase_only()
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
+        after = run_job.count_traces(d, "count")
+        self.assertEqual({family: count for family, count in after.items() if count}, STAYS_ON_NT4)
+        failed = {call.texts[0].rpartition("\\")[2] for call in self.calls("LoadLibraryA") if call.error == 126}
+        self.assertEqual(failed, {"shlwapi.dll", "wininet.dll"})
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
