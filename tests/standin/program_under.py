@@ -1,4 +1,4 @@
-"""What the tests of the shipped program under one Windows share: its start with the rules of that Windows, and its whole work."""
+"""What the tests of the shipped program under one Windows share: its start with the rules of it, and its whole work."""
 import shutil
 import subprocess
 
@@ -9,12 +9,14 @@ from tests.standin.windows import WINDOWS, Systems, called_by
 
 RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
 ADD_FOLDER, COOKIES = "Quellix-Add Folder", "Cookies Manager"
-OF_FILES = {"GetShortPathNameA", "CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "FindFirstFileA", "FindFirstFileW", "MoveFileA",
-            "MoveFileExA", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile", "GetFileInformationByHandle",
-            "GetFinalPathNameByHandleW"}
-OF_DIALOGS = {"GetOpenFileNameA", "GetOpenFileNameW", "DragQueryFileA", "DragQueryFileW"}
+OF_FILES = {"CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "DragQueryFileA", "DragQueryFileW", "FindFirstFileA",
+            "FindFirstFileW", "GetFileInformationByHandle", "GetFinalPathNameByHandleW", "GetShortPathNameA", "MoveFileA",
+            "MoveFileExA", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
 PRIVILEGE = ["OpenProcessToken", "LookupPrivilegeValueA", "AdjustTokenPrivileges"]
-OF_THE_SYSTEM = {*PRIVILEGE, "RegisterServiceProcess", "ExitWindowsEx", "Shell_NotifyIconA", "GetVersionExA", "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA"}
+OTHERS = {*PRIVILEGE, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindowsEx", "RegisterServiceProcess"}
+# The sizes of records that every system takes.
+SIZES = {"GetVersionExA": 148, "Shell_NotifyIconA": 88, "GetOpenFileNameA": 76, "GetOpenFileNameW": 76,
+         "InitCommonControlsEx": 8}
 LOAD = ("chkStartUp", 0)
 LIST_FILE = "QUELLIX_Shred"
 LOG_OFF = r"C:\windows\system32\wineboot.exe"
@@ -60,7 +62,7 @@ class UnderWindows(ShredderCase):
     def start_under(self, settings: dict, *rules: str) -> None:
         """The test's own rules come first: the first one that is about a call decides."""
         names = {function.name for function in called_by()}
-        logged = sorted((OF_FILES | OF_DIALOGS | OF_THE_SYSTEM) & names)
+        logged = sorted((OF_FILES | OTHERS | set(SIZES)) & names)
         self.d.rules = [*rules, *Systems().rules(self.windows), f"clock {SPEED}", *(f"{name} log" for name in logged)]
         self.start(settings)
 
@@ -103,6 +105,8 @@ class TheWholeProgram(UnderWindows):
         """Nothing was asked for that a Windows 9x refuses, apart from the one look whether there are wide functions."""
         calls = self.calls()
         self.assertIn(f"version {WINDOWS[self.windows].version}", {call.rule for call in calls})
+        wrong = [str(call) for call in calls if call.function in SIZES and SIZES[call.function] not in call.arguments]
+        self.assertEqual(wrong, [])
         if not self.is_9x:
             return
         refused = [str(call) for call in calls if call.rule in ("no-shared-deletion", "no-folder-handles")]
@@ -143,6 +147,8 @@ class TheWholeProgram(UnderWindows):
         self.wait_count("lstFolder", 1)
         self.assertEqual(set(self.order_of("DragQueryFileA", "DragQueryFileW")[1:]), {self.form("DragQueryFile")})
         self.assertEqual((set(d.items("lstFileShred")), d.items("lstFolder")), ({one, two}, [rf"C:\work\{self.folder}"]))
+        d.settle("lstFolder")
+        d.screenshot(BUILT / f"standin/{type(self).__name__}.png", d.main)
         d.replace_text("txtLev", "1")
         d.click("cmdShredAll")
         self.wait_count("lstFileShred", 0)

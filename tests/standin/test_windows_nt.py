@@ -5,8 +5,10 @@ import unittest
 
 from tests.standin.harness import DONE, ITEMS, browsers, only, run_job, url_cache, wait_for
 from tests.standin.program_under import PRIVILEGE, UnderWindows
-from tests.standin.windows import WINDOWS
+from tests.standin.standin import LAUNCHER
+from tests.standin.windows import WINDOWS, Systems
 
+FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
 # Without Internet Explorer there is neither a URL cache nor a function that deletes a key with its subkeys, and without the
 # desktop update none that empties the recycle bin.
 STAYS_ON_NT4 = {"cache entries": 100, "cookies": 20, "recycle bin": 2}
@@ -100,6 +102,16 @@ class TheNtFamily(UnderWindows):
 
     def test_on_10(self):
         self.check_under("10", has_task_list_call=True, has_final_paths=True)
+
+    def test_the_companion_clears_the_form_entries_on_10_which_has_no_protected_store(self):
+        d = self.d
+        d.reg_set("HKCU", FORM_VALUES, "entry", "secret")
+        d.standin.prepare(Systems().rules("10", "iea.exe"))
+        done = d.home.run(LAUNCHER, r"C:\Quellix\iea.exe", "1")
+        d.standin.check_accepted()
+        (refused,) = [call for call in self.calls("LoadLibraryA") if call.error == 126 and not call.result]
+        self.assertEqual((done.returncode, refused.texts), (0, [r"C:\windows\system32\pstorec.dll"]), refused)
+        self.assertEqual(d.reg_list("HKCU", FORM_VALUES)["values"], {})
 
     def test_a_whole_run_on_nt_4_erases_what_it_has_functions_for(self):  # the first one, since others take traces away
         d = self.d

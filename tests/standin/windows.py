@@ -56,9 +56,11 @@ KNOWN = {
     ("pstorec", "PStoreCreateInstance"): (1995, 1996),
 }
 LIBRARY_UNTIL = {"pstorec": 2009}
-# These rules need one of the functions; the program may call none of them.
-OF_9X = {"no-shared-deletion": {"CreateFileA", "CreateFileW"}, "no-folder-handles": {"CreateFileA", "CreateFileW"},
-         "keys-with-subkeys": {"RegDeleteKeyA"}}
+FILES = {"CreateFileA", "CreateFileW"}
+# What each special rule is about; a program may call none of it.
+SPECIAL = {"version": {"GetVersionExA", "GetVersionExW"}, "no-shared-deletion": FILES, "no-folder-handles": FILES,
+           "keys-with-subkeys": {"RegDeleteKeyA"}, "links": {"FindFirstFileA", "FindFirstFileW"}}
+OF_9X = ["no-shared-deletion", "no-folder-handles", "keys-with-subkeys"]
 
 
 class Function(NamedTuple):
@@ -74,9 +76,9 @@ def table() -> dict[str, list[str]]:
     return {name: [library, *rest] for library, name, *rest in rows}
 
 
-def called_by(program=BUILD / "dist/Quellix.exe") -> list[Function]:
+def called_by(program: str = "Quellix.exe") -> list[Function]:
     """What a program imports, and what it can ask for by name."""
-    data = program.read_bytes()
+    data = (BUILD / "dist" / program).read_bytes()
     imported = {(i.dll.removesuffix(".dll"), i.function) for i in PeFile(data).imports() if i.function}
     texts = {text.decode("ascii") for text in re.findall(rb"[A-Za-z_][A-Za-z0-9_]{2,}(?=\0)", data)}
     late = {(row[0], name) for name, row in table().items() if name in texts} - imported
@@ -125,21 +127,18 @@ class Systems:
         tags = listed[1] if listed else ["w9x"] if function.name.endswith("W") else []
         return "w9x" in tags or "stub9x" in tags
 
-    def rules(self, name: str) -> list[str]:
-        windows, called = WINDOWS[name], called_by()
+    def rules(self, name: str, program: str = "Quellix.exe") -> list[str]:
+        windows, called = WINDOWS[name], called_by(program)
+        special = [f"version {windows.version}", *(OF_9X if windows.family == "9x" else [])]
+        special += [f"links {windows.links:#x}"] if windows.links else []
         names = {function.name for function in called}
-        rules = [f"version {windows.version}"]
+        rules = [rule for rule in special if SPECIAL[rule.split()[0]] & names]
         for function in called:
             if not self.has(windows, function):
                 rules.append(f"{function.name} missing")
             elif self.only_stub(windows, function):
                 rules.append(f"{function.name} fail {CALL_NOT_IMPLEMENTED}")
-        late = {function.library for function in called if not function.imported}
-        for library in sorted(late):
+        for library in sorted({function.library for function in called if not function.imported}):
             if not any(self.has(windows, f) for f in called if f.library == library):
                 rules.append(f"LoadLibraryA fail {MODULE_NOT_FOUND} with {library}.dll")
-        if windows.family == "9x":
-            rules += [rule for rule, needed in OF_9X.items() if needed & names]
-        if windows.links:
-            rules.append(f"links {windows.links:#x}")
         return rules
