@@ -254,7 +254,7 @@ class TheWholeProgram(UnderWindows):
         d.settle("lstFiles")
         self.end()
         started = self.run_value().removesuffix(" m")
-        self.assertTrue((d.home.c / self.folder / LIST_FILE).exists(), [str(call) for call in self.calls("MoveFileA")])
+        self.assertTrue((d.home.c / self.folder / LIST_FILE).exists(), [str(call) for call in self.calls(text=LIST_FILE)])
         short = [call.texts[1] for call in self.calls("GetShortPathNameA", text="Quellix.exe")]
         self.assertIn(started, [rf"C:\{self.folder}\Quellix.exe", *short])
         self.restart()
@@ -312,3 +312,14 @@ class Japanese:
     language, encoding = "ja_JP.UTF-8", "cp932"
     # The folder's last letter is one of them, and so is the first one of each file.
     folder, names = "予定表", ["十二月.txt", "ソ.txt"]
+
+    def test_leaves_what_lies_beside_a_chosen_folder(self):
+        chosen, beside = self.folder, [self.folder[:-1], self.folder * 2]
+        self.files(*(f"{folder}/file.txt" for folder in (chosen, *beside)), f"{chosen}.txt")
+        self.start_under(only("RecentDocument"))
+        self.show_shredder()
+        self.fill("lstFolder", [rf"C:\work\{chosen}"])
+        self.d.click("cmdShredFolder")
+        self.wait_count("lstFolder", 0)
+        deleted = [str(call) for call in self.calls("DeleteFileA", "DeleteFileW") if call.result]
+        self.assertEqual(self.left(), sorted([*beside, *(f"{folder}/file.txt" for folder in beside), f"{chosen}.txt"]), deleted)
