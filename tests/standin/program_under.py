@@ -18,7 +18,7 @@ OTHERS = {*PRIVILEGE, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindow
 SIZES = {"GetVersionExA": 148, "Shell_NotifyIconA": 88, "GetOpenFileNameA": 76, "GetOpenFileNameW": 76,
          "InitCommonControlsEx": 8}
 LOAD = ("chkStartUp", 0)
-LIST_FILE = "QUELLIX_Shred"
+LIST_FILE, KEEP_LIST = "QUELLIX_Shred", "SafeCookie.dat"
 LOG_OFF = r"C:\windows\system32\wineboot.exe"
 GENERIC_WRITE = 0x40000000
 SPEED = 20
@@ -54,6 +54,8 @@ class UnderWindows(ShredderCase):
     def setUp(self):
         shutil.rmtree(self.work, ignore_errors=True)
         self.work.mkdir()
+        for name in (LIST_FILE, KEEP_LIST):
+            (self.d.home.c / "Quellix" / name).unlink(missing_ok=True)
 
     def tearDown(self):
         if self.d.pid and self.d.ended(self.d.pid) is None:
@@ -199,7 +201,7 @@ class TheWholeProgram(UnderWindows):
     def test_stores_the_keep_list_and_shows_it_again(self):
         d = self.d
         url_cache.plant(d.home, "empty", "content", "3", "cookie", "5", "cookie", self.cookie)
-        cookie, file = url_cache.cookie_file(self.cookie), d.home.c / "Quellix/SafeCookie.dat"
+        cookie, file = url_cache.cookie_file(self.cookie), d.home.c / "Quellix" / KEEP_LIST
         self.start_under(only("Cookies"))
         window = self.open_cookies()
         d.wait_control("lstKeeplist", lambda c: cookie in c["items"], "to show the cookie", window)
@@ -212,8 +214,9 @@ class TheWholeProgram(UnderWindows):
         in_one_step, in_two = (self.calls(name, text="SafeCookie.dat.tmp") for name in ("MoveFileExA", "MoveFileA"))
         self.assertEqual([call.result for call in in_one_step], [0] if self.is_9x else [1])
         self.assertEqual([call.result for call in in_two], [1] if self.is_9x else [])
-        d.wait_control("SafeList", lambda c: c["items"] == [cookie], "to show it again", self.open_cookies())
-        d.click("cmdClose", d.find_window("#32770", COOKIES))
+        window = self.open_cookies()
+        d.wait_control("SafeList", lambda c: c["items"] == [cookie], "to show it again", window)
+        d.click("cmdClose", window)
         d.wait_no_window("#32770", COOKIES)
         self.press_erase_only()
         self.assertEqual(self.wait_run_over()[-2:], DONE)
@@ -225,7 +228,9 @@ class TheWholeProgram(UnderWindows):
 
     def open_cookies(self):
         self.d.click("cmdCookiesOption")
-        return self.d.wait_window("#32770", COOKIES)
+        window = self.d.wait_window("#32770", COOKIES)
+        self.d.settle("SafeList", window)
+        return window
 
     def test_stores_its_settings_and_starts_with_windows(self):
         d = self.d
