@@ -138,13 +138,16 @@ class Desktop(Windows, Input, Popups, Registry):
         """Starts the program as a double click on its file would and waits until its main window has come."""
         self.pid = self.start(rf"{folder}\{self.program}", arguments)
         if wait_for_window:
-            def shown():
-                ended = self.ended(self.pid)
-                if ended is not None:
-                    raise AssertionError(f"{self.program} ended with {ended} before it showed a window")
-                return self.find_window(self.main_class)
-            wait_for(f"a window of class {self.main_class}", shown)
+            self.wait_program_shown()
         return self.pid
+
+    def wait_program_shown(self) -> None:
+        def shown():
+            ended = self.ended(self.pid)
+            if ended is not None:
+                raise AssertionError(f"{self.program} ended with {ended} before it showed a window")
+            return self.find_window(self.main_class)
+        wait_for(f"a window of class {self.main_class}", shown)
 
     def start(self, path: str, arguments: str = "", folder: str | None = None) -> int:
         """Starts any program on the desktop and returns its process id."""

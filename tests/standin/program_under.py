@@ -2,10 +2,15 @@
 import shutil
 import subprocess
 
-from tests.standin.harness import (BUILT, DONE, ITEMS, OFF_LINE, ShredderCase, browsers, compile_windows_program, only,
-                                   other_browsers, overwritten_size, run_job, url_cache, wait_for)
+from tests.harness import browsers, url_cache
+from tests.harness.driver import BUILT, compile_windows_program, wait_for
+from tests.harness.items import ITEMS
+from tests.harness.program import DONE, OFF_LINE, only
+from tests.harness.shredder import ShredderCase, overwritten_size
 from tests.standin.standin import Call, StandInDesktop
 from tests.standin.windows import WINDOWS, Systems, called_by
+from tools import run_job
+from tools.traces import other_browsers
 
 RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
 ADD_FOLDER, COOKIES = "Quellix-Add Folder", "Cookies Manager"

@@ -1,7 +1,7 @@
 // How the arguments of a call are written down: texts decoded to UTF-8 and in quotes, everything else as numbers.
 #include <algorithm>
 
-#include "function.h"
+#include "standin.h"
 
 namespace {
 

@@ -3,47 +3,47 @@ import os
 import shutil
 import subprocess
 import unittest
+import unittest.mock
 
-from tests.standin.harness import ROOT, WineHome, wait_for
-from tests.standin.standin import BUILT, LAUNCHER, REFUSED, Refused, StandIn
-from tests.standin.windows import SYMLINK, WINDOWS, Systems, called_by, table
+from tests.harness.driver import wait_for
+from tests.harness.probe import ProbeError
+from tests.standin import rules
+from tests.standin.rules import table
+from tests.standin.standin import LIBRARY, Refused, StandInDesktop
+from tests.standin.windows import SYMLINK, WINDOWS, Systems, called_by
 
-SAMPLE = r"C:\standin\sample.exe"
+SAMPLE = r"C:\Quellix\sample.exe"
 THERE, NOT_THERE = r"C:\work\a.txt", r"C:\work\none.txt"
 
 
 class SampleCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.home = cls.enterClassContext(WineHome("standin-rules"))
-        cls.standin = StandIn(cls.home)
-        shutil.copy2(BUILT / "sample.exe", cls.standin.folder)
+        files = {"sample.exe": LIBRARY.with_name("sample.exe")}
+        cls.d = cls.enterClassContext(StandInDesktop(f"standin-{cls.__name__}".lower(), start=False, files=files))
 
     def setUp(self):
-        self.work = self.home.c / "work"
+        self.work = self.d.home.c / "work"
         shutil.rmtree(self.work, ignore_errors=True)
         (self.work / "folder").mkdir(parents=True)
         (self.work / "a.txt").write_text("x")
 
     def run_sample(self, rules: list[str], *commands: str, code: int = 0) -> list[str]:
         """What each command of the sample answered under these rules."""
-        answers = self.standin.folder / "answers.txt"
+        answers = self.d.home.c / "Quellix/answers.txt"
         answers.unlink(missing_ok=True)
-        self.standin.prepare(rules)
-        done = self.home.run(LAUNCHER, SAMPLE, *commands, cwd=str(self.standin.folder))
-        self.standin.check_accepted()
-        self.assertEqual(done.returncode, code, done.stdout)
+        self.assertEqual(self.d.wait_ended(self.d.start_under(rules, SAMPLE, " ".join(commands))), code)
         return answers.read_text().splitlines()
 
     def seen(self, *functions: str) -> list[str]:
-        return [str(call) for call in self.standin.calls(*functions)]
+        return [str(call) for call in self.d.calls(*functions)]
 
     def check_refused(self, rule: str, *reason: str) -> None:
         with self.assertRaises(Refused) as refused:
             self.run_sample([rule], "attributes", THERE)
         for words in (rule, *reason):
             self.assertIn(words, str(refused.exception))
-        self.assertEqual(self.standin.process(), None)
+        self.assertEqual(self.d.processes("sample.exe"), [])
 
 
 class ARule(SampleCase):
@@ -51,7 +51,7 @@ class ARule(SampleCase):
         commands = ["delete", NOT_THERE, "delete", THERE, "delete", NOT_THERE, "delete", NOT_THERE]
         self.assertEqual(self.run_sample(["DeleteFileW fail 5 from 2 to 3"], *commands), ["0 2", "0 5", "0 5", "0 2"])
         self.assertTrue((self.work / "a.txt").exists())
-        self.assertEqual([call.rule for call in self.standin.calls("DeleteFileW")],
+        self.assertEqual([call.rule for call in self.d.calls("DeleteFileW")],
                          ["", "DeleteFileW fail 5 from 2 to 3", "DeleteFileW fail 5 from 2 to 3", ""])
         answers = self.run_sample(["GetFileAttributesA fail 5 only 1", "CreateFileA fail 32", "RegDeleteKeyA fail 6"],
                                   "attributes", THERE, "attributes", THERE, "open", THERE, "deletekey", r"Software\Sample")
@@ -69,31 +69,27 @@ class ARule(SampleCase):
     def test_takes_a_function_away_that_is_bound_late(self):
         self.assertEqual(self.run_sample(["DeleteFileW missing"], "delete", THERE), ["missing"])
         self.assertTrue((self.work / "a.txt").exists())
-        asked = [call for call in self.standin.calls("GetProcAddress") if call.texts == ["DeleteFileW"]]
+        asked = [call for call in self.d.calls("GetProcAddress") if call.texts == ["DeleteFileW"]]
         self.assertEqual([(call.result, call.error) for call in asked], [(0, 127)])
 
     def test_makes_a_function_slow_or_hang_for_a_while_and_then_does_it(self):
         self.assertEqual(self.run_sample(["DeleteFileW slow 300"], "delete", THERE), ["1 0"])
-        bound, deleted = self.standin.calls("GetProcAddress", "DeleteFileW")[-2:]
-        self.assertGreaterEqual(deleted.at - bound.at, 250)  # the clock of the calls is coarse
+        (deleted,) = self.d.calls("DeleteFileW")
+        self.assertGreaterEqual(deleted.took, 250)  # the clock of the calls is coarse
         self.assertEqual(self.run_sample(["DeleteFileW hang 300"], "delete", NOT_THERE), ["0 2"])
-        hangs, deleted = self.standin.calls("DeleteFileW")
-        self.assertEqual((hangs.result, deleted.result), (None, 0))
-        self.assertGreaterEqual(deleted.at - hangs.at, 250)
+        hangs, deleted = self.d.calls("DeleteFileW")
+        self.assertEqual((hangs.result, deleted.result, hangs.number), (None, 0, deleted.number))
+        self.assertGreaterEqual(deleted.took - hangs.took, 250)
 
-    def test_makes_a_function_hang_for_ever_until_the_launcher_is_ended(self):
-        self.standin.prepare(["GetFileAttributesA hang"])
-        launcher = self.home.start(LAUNCHER, SAMPLE, "attributes", THERE, cwd=str(self.standin.folder),
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait_for("the hanging call", lambda: self.standin.calls("GetFileAttributesA"))
-        self.assertIsNone(launcher.poll())
-        self.home.run("taskkill", "/f", "/im", "launch.exe", check=True)
-        launcher.wait(20)
-        wait_for("the end of the program", lambda: "sample.exe" not in self.home.run("tasklist").stdout)
+    def test_makes_a_function_hang_for_ever(self):
+        process = self.d.start_under(["GetFileAttributesA hang"], SAMPLE, f"attributes {THERE}")
+        self.assertIsNone(self.d.wait_call("GetFileAttributesA").result)
+        self.assertIsNone(self.d.ended(process))
+        self.d.terminate(process)
 
     def test_of_the_c_runtime_leaves_the_arguments_to_the_caller(self):
         self.assertEqual(self.run_sample(["malloc log", "free log"], "allocate", "4321"), ["memory"])
-        self.assertEqual([call.arguments for call in self.standin.calls("malloc") if call.arguments == [4321]], [[4321]])
+        self.assertEqual([call.arguments for call in self.d.calls("malloc") if call.arguments == [4321]], [[4321]])
 
     def test_shows_an_end_that_does_not_return(self):
         self.run_sample(["ExitProcess log"], "end", "7", code=7)
@@ -101,7 +97,7 @@ class ARule(SampleCase):
 
     def test_leaves_everything_else_as_it_is(self):
         self.assertEqual(self.run_sample([], "delete", THERE, "attributes", NOT_THERE), ["1 0", "-1 2"])
-        self.assertEqual(self.standin.calls("DeleteFileW", "GetFileAttributesA"), [])
+        self.assertEqual(self.d.calls("DeleteFileW", "GetFileAttributesA"), [])
 
 
 class ASpecialRule(SampleCase):
@@ -125,7 +121,7 @@ class ASpecialRule(SampleCase):
         self.assertIn(f"link={SYMLINK >> 24} ", answers[0])
         self.assertEqual(answers[1:], ["0 145", "1 0"])
         self.assertEqual(sorted(entry.name for entry in self.work.rglob("*")), ["a.txt", "folder", "kept.txt"])
-        listed = [call for call in self.standin.calls("FindNextFileA") if str(call.arguments[1]).startswith('"link"')]
+        listed = [call for call in self.d.calls("FindNextFileA") if str(call.arguments[1]).startswith('"link"')]
         self.assertEqual([call.arguments[1] for call in listed], [f'"link" 1040 {SYMLINK:#x}'])
 
     def test_opens_no_folder_and_no_file_whose_deletion_is_shared(self):
@@ -137,14 +133,14 @@ class ASpecialRule(SampleCase):
     def test_deletes_a_key_with_its_subkeys(self):
         self.assertEqual(self.run_sample([], "deletekey", r"Software\Sample"), ["5"])
         self.assertEqual(self.run_sample(["keys-with-subkeys"], "deletekey", r"Software\Sample"), ["0"])
-        self.assertNotIn("Sample", self.home.run("reg", "query", r"HKCU\Software").stdout)
+        self.assertIsNone(self.d.reg_list("HKCU", r"Software\Sample"))
 
 
 class WhatCannotTakeHold(SampleCase):
     def test_is_an_error_and_the_program_does_not_run(self):
         cases = {
             "DeleteFileX fail 5": "no such function",
-            "SetWindowPlacement hang": "neither imports it nor asks for it",
+            "SetWindowPlacement hang": "neither imports it nor names it",
             "CreateFileA missing": "would not be loaded",
             "DeleteFileW fial 5": "'fial'",
             "DeleteFileW fail": "too early",
@@ -158,12 +154,13 @@ class WhatCannotTakeHold(SampleCase):
                 self.check_refused(rule, reason)
 
     def test_is_told_with_its_line(self):
-        with self.assertRaisesRegex(Refused, "rules.txt:2: DeleteFileX log"):
+        with self.assertRaisesRegex(Refused, "rule 2: DeleteFileX log"):
             self.run_sample(["DeleteFileW log", "DeleteFileX log"], "attributes", THERE)
 
-    def test_ends_the_launcher_with_its_own_code(self):
-        self.standin.prepare(["DeleteFileX log"])
-        self.assertEqual(self.home.run(LAUNCHER, SAMPLE, cwd=str(self.standin.folder)).returncode, REFUSED)
+    def test_keeps_the_program_from_running_when_only_the_library_sees_it(self):
+        with unittest.mock.patch.dict(rules.VERBS, {"explode": (0, 0)}), self.assertRaisesRegex(ProbeError, "not loaded"):
+            self.run_sample(["DeleteFileW explode"], "attributes", THERE)
+        wait_for("the end of the program", lambda: self.d.processes("sample.exe") == [])
 
 
 class TheTable(unittest.TestCase):
@@ -177,13 +174,13 @@ class TheTable(unittest.TestCase):
         return {parts[0]: int(parts[1]) for parts in found if len(parts) == 2 and parts[1].isdigit()}
 
     def test_has_the_right_number_of_arguments_for_every_function(self):
-        libraries: dict[str, dict[str, list[str]]] = {}
-        for name, (library, *row) in table().items():
-            libraries.setdefault(library, {})[name] = row
+        libraries: dict[str, dict[str, str]] = {}
+        for name, (library, arguments, _) in table().items():
+            libraries.setdefault(library, {})[name] = arguments
         unknown = []
         for library, rows in libraries.items():
             bytes_of = self.decorated(library) if library not in ("msvcrt", "pstorec") else {}
-            counted = {name: 0 if arguments == "-" else 4 * len(arguments) for name, (arguments, _) in rows.items()}
+            counted = {name: 0 if arguments == "-" else 4 * len(arguments) for name, arguments in rows.items()}
             wrong = {name: size for name, size in counted.items() if bytes_of.get(name, size) != size}
             self.assertEqual(wrong, {}, library)
             unknown += [name for name in rows if library != "msvcrt" and name not in bytes_of]
@@ -196,14 +193,14 @@ class TheTable(unittest.TestCase):
 
     def test_and_the_floor_lists_tell_of_every_windows_what_it_lacks(self):
         systems = Systems()
-        rules = {name: systems.rules(name) for name in WINDOWS}
-        lacks = {name: {rule.split()[0] for rule in found if rule.endswith(" missing")} for name, found in rules.items()}
+        lists = {name: systems.rules(name) for name in WINDOWS}
+        lacks = {name: {rule.split()[0] for rule in found if rule.endswith(" missing")} for name, found in lists.items()}
         self.assertIn("GetFinalPathNameByHandleW", lacks["XP"])
         self.assertNotIn("GetFinalPathNameByHandleW", lacks["7"])
         self.assertEqual([name for name in WINDOWS if "RegisterServiceProcess" not in lacks[name]], ["95", "98"])
-        self.assertIn("CreateFileW fail 120", rules["98"])
-        self.assertNotIn("CreateFileW fail 120", rules["NT 4"])
-        self.assertIn("no-shared-deletion", rules["95"])
+        self.assertIn("CreateFileW fail 120", lists["98"])
+        self.assertNotIn("CreateFileW fail 120", lists["NT 4"])
+        self.assertIn("no-shared-deletion", lists["95"])
 
 
 if __name__ == "__main__":

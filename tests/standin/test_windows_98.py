@@ -9,7 +9,7 @@ class Windows98(program_under.TheWholeProgram):
     windows = "98"
 
     def test_is_not_played_when_a_rule_cannot_take_hold(self):
-        with self.assertRaisesRegex(Refused, "rules.txt:1: RemoveDirectoryX fail 5: there is no such function"):
+        with self.assertRaisesRegex(Refused, "rule 1: RemoveDirectoryX fail 5: there is no such function"):
             self.start_under({}, "RemoveDirectoryX fail 5")
         self.assertIsNone(self.d.find_window("frmMain", visible=None))
 

@@ -3,10 +3,13 @@ import os
 import shutil
 import unittest
 
-from tests.standin.harness import DONE, ITEMS, browsers, only, run_job, url_cache, wait_for
+from tests.harness import browsers, url_cache
+from tests.harness.driver import wait_for
+from tests.harness.items import ITEMS
+from tests.harness.program import DONE, only
 from tests.standin.program_under import PRIVILEGE, UnderWindows
-from tests.standin.standin import LAUNCHER
 from tests.standin.windows import WINDOWS, Systems
+from tools import run_job
 
 FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
 # Without Internet Explorer there is neither a URL cache nor a function that deletes a key with its subkeys, and without the
@@ -106,11 +109,9 @@ class TheNtFamily(UnderWindows):
     def test_the_companion_clears_the_form_entries_on_10_which_has_no_protected_store(self):
         d = self.d
         d.reg_set("HKCU", FORM_VALUES, "entry", "secret")
-        d.standin.prepare(Systems().rules("10", "iea.exe"))
-        done = d.home.run(LAUNCHER, r"C:\Quellix\iea.exe", "1")
-        d.standin.check_accepted()
+        code = d.wait_ended(d.start_under(Systems().rules("10", "iea.exe"), r"C:\Quellix\iea.exe", "1"))
         (refused,) = [call for call in self.calls("LoadLibraryA") if call.error == 126 and not call.result]
-        self.assertEqual((done.returncode, refused.texts), (0, [r"C:\windows\system32\pstorec.dll"]), refused)
+        self.assertEqual((code, refused.texts), (0, [r"C:\windows\system32\pstorec.dll"]), refused)
         self.assertEqual(d.reg_list("HKCU", FORM_VALUES)["values"], {})
 
     def test_a_whole_run_on_nt_4_erases_what_it_has_functions_for(self):  # the first one, since others take traces away

@@ -1,8 +1,9 @@
 // The way of a call: the program calls a stub of ten bytes, which names its function and jumps to the one piece of code
 // below; that hands the arguments over as an array and afterwards takes as many of them off the stack as the function would.
 #include <cstring>
+#include <new>
 
-#include "function.h"
+#include "standin.h"
 
 extern "C" {
 std::uint64_t StandinDispatch(Function* function, std::uint32_t* arguments) { return Call(*function, arguments).Run(); }
@@ -53,7 +54,7 @@ void* MakeStub(Function& function) {
   static auto* const memory =
       static_cast<unsigned char*>(::VirtualAlloc(nullptr, kRoom, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
   static std::size_t used = 0;
-  if (memory == nullptr || used + kStub > kRoom) throw Refusal{"there is no room for another stub"};
+  if (memory == nullptr || used + kStub > kRoom) throw std::bad_alloc();
   unsigned char* const code = memory + used;
   used += kStub;
   const auto number = reinterpret_cast<std::uintptr_t>(&function);

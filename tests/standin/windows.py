@@ -6,8 +6,10 @@ the answer; without one the rules cannot be made, which fails every test that as
 import re
 from typing import NamedTuple
 
-from tests.standin.harness import BUILD, Floor, PeFile
-from tests.standin.standin import HERE
+from tests.standin.rules import SPECIAL, called_in, table
+from tools.audit.floor import Floor
+from tools.audit.pe_file import PeFile
+from tools.wine_home import BUILD
 
 CALL_NOT_IMPLEMENTED, MODULE_NOT_FOUND = 120, 126
 SYMLINK, MOUNT_POINT = 0xA000000C, 0xA0000003
@@ -56,10 +58,6 @@ KNOWN = {
     ("pstorec", "PStoreCreateInstance"): (1995, 1996),
 }
 LIBRARY_UNTIL = {"pstorec": 2009}
-FILES = {"CreateFileA", "CreateFileW"}
-# What each special rule is about; a program may call none of it.
-SPECIAL = {"version": {"GetVersionExA", "GetVersionExW"}, "no-shared-deletion": FILES, "no-folder-handles": FILES,
-           "keys-with-subkeys": {"RegDeleteKeyA"}, "links": {"FindFirstFileA", "FindFirstFileW"}}
 OF_9X = ["no-shared-deletion", "no-folder-handles", "keys-with-subkeys"]
 
 
@@ -69,20 +67,12 @@ class Function(NamedTuple):
     imported: bool
 
 
-def table() -> dict[str, list[str]]:
-    """Every function of functions.txt: its library, arguments and failing result."""
-    lines = (HERE / "functions.txt").read_text(encoding="ascii").splitlines()
-    rows = [line.split() for line in lines if line and not line.startswith("#")]
-    return {name: [library, *rest] for library, name, *rest in rows}
-
-
 def called_by(program: str = "Quellix.exe") -> list[Function]:
-    """What a program imports, and what it can ask for by name."""
-    data = (BUILD / "dist" / program).read_bytes()
-    imported = {(i.dll.removesuffix(".dll"), i.function) for i in PeFile(data).imports() if i.function}
-    texts = {text.decode("ascii") for text in re.findall(rb"[A-Za-z_][A-Za-z0-9_]{2,}(?=\0)", data)}
-    late = {(row[0], name) for name, row in table().items() if name in texts} - imported
-    return sorted([Function(*f, True) for f in imported] + [Function(*f, False) for f in late])
+    """What a program of those that ship imports, and what it can ask for by name."""
+    image = (BUILD / "dist" / program).read_bytes()
+    libraries = {entry.function: entry.dll.removesuffix(".dll") for entry in PeFile(image).imports() if entry.function}
+    return sorted(Function(libraries[name] if imported else table()[name].library, name, imported)
+                  for name, imported in called_in(image).items())
 
 
 class Systems:
@@ -132,7 +122,7 @@ class Systems:
         special = [f"version {windows.version}", *(OF_9X if windows.family == "9x" else [])]
         special += [f"links {windows.links:#x}"] if windows.links else []
         names = {function.name for function in called}
-        rules = [rule for rule in special if SPECIAL[rule.split()[0]] & names]
+        rules = [rule for rule in special if set(SPECIAL[rule.split()[0]][1]) & names]  # a program may call none of them
         for function in called:
             if not self.has(windows, function):
                 rules.append(f"{function.name} missing")

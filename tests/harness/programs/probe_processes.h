@@ -27,15 +27,36 @@ inline std::string processes(const Words&) {
   return all.done();
 }
 
+// Into a program that has not run yet: libraries of the system have the same place in every process.
+inline bool loadBefore(const PROCESS_INFORMATION& program, const std::wstring& library) {
+  const SIZE_T size = (library.size() + 1) * sizeof(wchar_t);
+  void* const name = ::VirtualAllocEx(program.hProcess, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  if (!name || !::WriteProcessMemory(program.hProcess, name, library.c_str(), size, nullptr)) return false;
+  const auto load = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "LoadLibraryW")));
+  const HANDLE thread = ::CreateRemoteThread(program.hProcess, nullptr, 0, load, name, 0, nullptr);
+  DWORD module = 0;
+  const bool loaded = thread && ::WaitForSingleObject(thread, 30000) == WAIT_OBJECT_0 &&
+                      ::GetExitCodeThread(thread, &module) && module != 0 && module != STILL_ACTIVE;
+  ::CloseHandle(thread);
+  return loaded;
+}
+
+// In a folder, a command line; with a library in it when one is named.
 inline std::string start(const Words& words) {
   std::wstring folder = words.at(1), line = words.at(2);
   STARTUPINFOW how{};
   how.cb = sizeof how;
   how.lpDesktop = desktopName.data();
   PROCESS_INFORMATION process{};
-  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr, folder.c_str(), &how,
-                        &process))
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS | CREATE_SUSPENDED, nullptr,
+                        folder.c_str(), &how, &process))
     return failure("could not start, error " + std::to_string(::GetLastError()));
+  if (words.size() > 3 && !loadBefore(process, words[3])) {
+    ::TerminateProcess(process.hProcess, 1);
+    return failure("the library was not loaded");
+  }
+  ::ResumeThread(process.hThread);
   ::CloseHandle(process.hThread);
   startedProcesses[process.dwProcessId] = process.hProcess;
   return json::Object().number("pid", process.dwProcessId).done();

@@ -8,11 +8,6 @@
 #include <string>
 #include <vector>
 
-// Why the program is not to start. The launcher passes it on; nothing is left out in silence.
-struct Refusal {
-  std::string reason;
-};
-
 class Call;
 struct Rule;
 
@@ -21,44 +16,28 @@ enum class Acted { No, Beside, Instead };
 using Act = Acted (*)(Call& call, const Rule& rule);
 
 struct Rule {
-  std::string words;  // as written
+  std::string number;  // as the log names it
   Act act = nullptr;
   std::vector<std::uint32_t> numbers;
-  unsigned first = 1, last = ~0u;  // of the calls that it is about
-  std::string with;                // which one of their texts holds, ignoring case
-  unsigned seen = 0;
+  std::uint32_t first = 1, last = 0;  // of the calls that it is about
+  std::string with;                   // which one of their texts holds, ignoring case
+  std::uint32_t seen = 0;
 };
-
-enum class Failing { Value, Error, HResult, Never, Ends };
 
 struct Function {
   std::uint32_t bytesToPop = 0;  // stays the first member: the stub's code reads it
   std::string name;
-  std::string kinds;  // a letter an argument, as functions.txt explains
-  Failing failing = Failing::Value;
+  std::string kinds;   // a letter an argument, as functions.txt explains
+  char failing = 'v';  // v value, e error, h HRESULT; n never, x does not return
   std::uint32_t failingValue = 0;
   std::vector<Rule> rules;
-  bool missing = false;
-  bool logged = false;
+  bool missing = false, logged = false;
   void* real = nullptr;
   void* stub = nullptr;
 };
 
-using FunctionTable = std::map<std::string, Function>;
-FunctionTable ReadFunctions(const std::string& path);
-
-// Adds the rules of a file to the functions that they are about. `isCalled` tells of a function whether the program can call
-// it. A line that cannot be understood or that can change nothing is a Refusal.
-void ReadRules(const std::string& path, FunctionTable& functions, bool (*isCalled)(const std::string& function));
-
-// A rule about several functions that has a name of its own.
-struct SpecialRule {
-  const char* name;
-  std::size_t numbers;
-  bool logsCalls;
-  std::vector<std::pair<const char*, Act>> acts;
-};
-const std::vector<SpecialRule>& SpecialRules();
+extern const std::map<std::string, Act> kVerbs;
+Acted BindLate(Call& call, const Rule& rule);  // GetProcAddress gives out stubs
 
 // What the program calls in place of the function.
 void* MakeStub(Function& function);
@@ -68,7 +47,6 @@ extern "C" std::uint64_t StandinCall(void* function, const std::uint32_t* argume
 class Call {
  public:
   Call(Function& called, std::uint32_t* given);
-
   std::uint64_t Run();
 
   std::uint32_t& Argument(std::size_t index) { return arguments_[index]; }
@@ -76,13 +54,11 @@ class Call {
   Type* Pointer(std::size_t index) const {
     return reinterpret_cast<Type*>(arguments_[index]);
   }
-  bool IsWide() const { return function_.name.back() == 'W'; }
+  std::wstring PathOf() const;  // the first argument
   std::uint32_t Result() const { return static_cast<std::uint32_t>(result_); }
   bool Succeeded() const;
-
   void MakeReal();
-  void Fail(std::uint32_t error);
-  void Answer(std::uint32_t value, std::uint32_t error);
+  Acted Answer(std::uint32_t value, std::uint32_t error);
   void WriteDown(const char* insteadOfResult = nullptr) const;
 
  private:
@@ -93,6 +69,8 @@ class Call {
   std::vector<std::string> shown_;
   std::uint64_t result_ = 0;
   std::uint32_t error_;
+  unsigned number_;
+  DWORD began_;
   std::string rules_;  // that did something
 };
 

@@ -1,0 +1,125 @@
+// What rules do about a call.
+#include <algorithm>
+
+#include "standin.h"
+
+namespace {
+
+Acted Answer(Call& call, const Rule& rule) { return call.Answer(rule.numbers[0], rule.numbers[1]); }
+
+Acted Slow(Call&, const Rule& rule) {
+  ::Sleep(rule.numbers[0]);
+  return Acted::Beside;
+}
+
+// Written down before, since a test may want to see that the program hangs.
+Acted Hang(Call& call, const Rule& rule) {
+  call.WriteDown("hangs");
+  return Slow(call, rule);
+}
+
+// Numbers into the record that the function has filled: argument, first word, values.
+Acted Put(Call& call, const Rule& rule) {
+  call.MakeReal();
+  std::copy(rule.numbers.begin() + 2, rule.numbers.end(), call.Pointer<std::uint32_t>(rule.numbers[0]) + rule.numbers[1]);
+  return Acted::Instead;
+}
+
+// Time passes so many times as fast.
+
+std::uint64_t SystemTime() {
+  FILETIME now;
+  ::GetSystemTimeAsFileTime(&now);
+  return static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+}
+
+const DWORD startTicks = ::GetTickCount();
+const std::uint64_t startTime = SystemTime();
+
+Acted QuickTicks(Call& call, const Rule& rule) {
+  return call.Answer(startTicks + (::GetTickCount() - startTicks) * rule.numbers[0], ERROR_SUCCESS);
+}
+
+Acted QuickLocalTime(Call& call, const Rule& rule) {
+  const std::uint64_t shown = startTime + (SystemTime() - startTime) * rule.numbers[0];
+  const FILETIME time = {static_cast<DWORD>(shown), static_cast<DWORD>(shown >> 32)};
+  FILETIME local;
+  ::FileTimeToLocalFileTime(&time, &local);
+  ::FileTimeToSystemTime(&local, call.Pointer<SYSTEMTIME>(0));
+  return Acted::Instead;
+}
+
+// Argument, shortest wait left, shortest wait that is shortened, speed.
+Acted QuickWait(Call& call, const Rule& rule) {
+  std::uint32_t& asked = call.Argument(rule.numbers[0]);
+  if (asked < rule.numbers[2] || asked == INFINITE) return Acted::No;
+  asked = std::max(asked / rule.numbers[3], rule.numbers[1]);
+  return Acted::Beside;
+}
+
+// Links to folders: they tell in a listing what they are, and go when they are removed as a folder.
+
+Acted TagLink(Call& call, const Rule& rule) {
+  call.MakeReal();
+  auto& found = *call.Pointer<WIN32_FIND_DATAA>(1);  // the wide record begins alike
+  if (call.Succeeded() && (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) found.dwReserved0 = rule.numbers[0];
+  return Acted::Instead;
+}
+
+long LinuxCall(long number, const char* path, char* buffer, long size) {
+  long result;
+  __asm__ volatile("int $0x80" : "=a"(result) : "a"(number), "b"(path), "c"(buffer), "d"(size) : "memory");
+  return result;
+}
+
+// By a call of the system that Wine runs on, since Wine itself cannot remove a link.
+Acted RemoveLink(Call& call, const Rule&) {
+  constexpr long kUnlink = 10, kReadLink = 85;
+  using UnixName = char*(CDECL*)(const wchar_t*);
+  const auto unixName = reinterpret_cast<UnixName>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+  std::wstring path = call.PathOf();
+  if (!path.empty() && path.back() == L'\\') path.pop_back();
+  char* const name = unixName(path.c_str());
+  char target[2];
+  const bool gone = name && LinuxCall(kReadLink, name, target, 1) >= 0 && LinuxCall(kUnlink, name, nullptr, 0) == 0;
+  ::HeapFree(::GetProcessHeap(), 0, name);
+  return gone ? call.Answer(TRUE, ERROR_SUCCESS) : Acted::No;
+}
+
+// What Windows 9x does otherwise.
+
+Acted RefuseSharedDeletion(Call& call, const Rule&) {
+  const bool shared = (call.Argument(2) & FILE_SHARE_DELETE) != 0;
+  return shared ? call.Answer(~0u, ERROR_INVALID_PARAMETER) : Acted::No;
+}
+
+Acted RefuseFolder(Call& call, const Rule&) {
+  const DWORD attributes = ::GetFileAttributesW(call.PathOf().c_str());
+  const bool folder = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return folder ? call.Answer(~0u, ERROR_ACCESS_DENIED) : Acted::No;
+}
+
+Acted DeleteWithSubkeys(Call& call, const Rule&) {
+  void* const deleteTree = reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("advapi32.dll"), "RegDeleteTreeA"));
+  return call.Answer(static_cast<std::uint32_t>(StandinCall(deleteTree, &call.Argument(0), 2)), ERROR_SUCCESS);
+}
+
+}  // namespace
+
+const std::map<std::string, Act> kVerbs = {
+    {"answer", &Answer},
+    {"slow", &Slow},
+    {"hang", &Hang},
+    {"put", &Put},
+    {"nothing", nullptr},
+    {"bind-late", &BindLate},
+    {"quick-ticks", &QuickTicks},
+    {"quick-time", &QuickLocalTime},
+    {"quick-wait", &QuickWait},
+    {"tag-link", &TagLink},
+    {"remove-link", &RemoveLink},
+    {"refuse-shared-deletion", &RefuseSharedDeletion},
+    {"refuse-folder", &RefuseFolder},
+    {"delete-with-subkeys", &DeleteWithSubkeys},
+};
