@@ -44,6 +44,7 @@ set(WINDOWS_SOURCES
   src/platform/controls.cpp
   src/platform/dialog.cpp
   src/platform/internet_transfer.cpp
+  src/platform/key_tree.cpp
   src/platform/late_binding.cpp
   src/platform/message_box.cpp
   src/platform/message_pump.cpp

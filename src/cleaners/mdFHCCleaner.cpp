@@ -5,6 +5,7 @@
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/handles.h"
+#include "platform/key_tree.h"
 #include "platform/main_window.h"
 #include "platform/native_files.h"
 #include "platform/special_folder.h"
@@ -28,7 +29,7 @@ void ClearSweptKey(const char* path) {
   ++ClearedKeyCount;
   SweepValues(key.get(), status);
   key.reset();
-  late::SHDeleteKey(HKEY_CURRENT_USER, path);
+  DeleteKeyTree(HKEY_CURRENT_USER, path);
 }
 
 }  // namespace
@@ -67,7 +68,7 @@ void cmdAutoComplte() {
 void ClearAutoCompletePasswords() {
   if (StopErase) return;
   ++ClearedKeyCount;
-  quietly([] { late::SHDeleteKey(HKEY_CURRENT_USER, kIntelliFormsKey); });
+  quietly([] { DeleteKeyTree(HKEY_CURRENT_USER, kIntelliFormsKey); });
 }
 
 void ClearIEHistory() {

@@ -8,8 +8,8 @@
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/handles.h"
+#include "platform/key_tree.h"
 #include "platform/stop_request.h"
-#include "platform/system_functions.h"
 
 namespace cleaners {
 using namespace platform;
@@ -39,7 +39,7 @@ void ClearFindKey(const char* path) {
   findKey.reset(status == ERROR_SUCCESS ? opened : nullptr);
   ++CleanedKeyCount;
   DeleteValuesFromTheFront(findKey.get(), status);
-  late::SHDeleteKey(HKEY_CURRENT_USER, path);
+  DeleteKeyTree(HKEY_CURRENT_USER, path);
 }
 
 }  // namespace
@@ -78,7 +78,7 @@ void ClearFind() {
 }
 
 void ClearRegistryStreams() {
-  resumeNext([] { late::SHDeleteKey(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU"); });
+  resumeNext([] { DeleteKeyTree(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\StreamMRU"); });
   // The system reads this value under the machine's hive; under the current user's it changes nothing, and needs no right
   // that a limited user lacks.
   resumeNext([] {

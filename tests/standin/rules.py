@@ -25,7 +25,7 @@ SPECIAL = {
     "no-folder-handles": (0, {f"CreateFile{form}": ("refuse-folder", [], []) for form in "AW"}),
     "keys-with-subkeys": (0, {"RegDeleteKeyA": ("delete-with-subkeys", [], [])}),
 }
-QUIET = {"clock": SPECIAL["clock"][1]}  # writes no calls down
+RULE = re.compile(r"([\w-]+)( [a-z]+)?((?: -?\d\w*)*)((?: (?:only|from|to) \d+)*)(?: with (.+))?")
 
 
 class Refused(AssertionError):
@@ -59,44 +59,9 @@ def called_in(image: bytes) -> dict[str, bool]:
     return dict.fromkeys(texts & set(table()), False) | imported
 
 
-def _number(word: str) -> int:
-    try:
-        return int(word, 0) & FOREVER
-    except ValueError:
-        raise Refused(f"'{word}' is no number") from None
-
-
-class _Rule:
-    """One rule, word by word."""
-
-    def __init__(self, number: int, text: str):
-        self._number = number
-        words, _, self._with = text.partition(" with ")
-        self._words = words.split()
-        self._first, self._last = 1, FOREVER
-
-    def word(self) -> str:
-        if not self._words:
-            raise Refused("ends too early")
-        return self._words.pop(0)
-
-    def numbers(self, least: int, most: int) -> list[int]:
-        found = [_number(self.word()) for _ in range(least)]
-        while self._words and len(found) < most and re.match(r"-?\d", self._words[0]):
-            found.append(_number(self.word()))
-        return found
-
-    def read_conditions(self) -> None:
-        while self._words:
-            word = self.word()
-            if word not in ("only", "from", "to"):
-                raise Refused(f"does not know '{word}'")
-            call = _number(self.word())
-            self._first, self._last = call if word != "to" else self._first, call if word != "from" else self._last
-
-    def line(self, verb: str, numbers: list[int]) -> str:
-        head = ["R", verb, self._number, self._first, self._last, len(numbers), *numbers]
-        return " ".join(map(str, head)) + f" {self._with}"
+def _check_count(numbers: list[int], least: int, most: int) -> None:
+    if not least <= len(numbers) <= most:
+        raise Refused(f"has {len(numbers)} numbers and needs {least}" + f" to {most}" * (most > least))
 
 
 class _Rules:
@@ -104,68 +69,66 @@ class _Rules:
 
     def __init__(self, image: bytes):
         self._called = called_in(image)
-        self._lines: dict[str, list[str]] = {}
+        self._lines: dict[str, list[tuple]] = {}
         self._missing: set[str] = set()
         self._logged: set[str] = set()
 
     def add(self, number: int, text: str) -> None:
-        rule = _Rule(number, text)
-        name = rule.word()
-        if name in SPECIAL:
-            return self._add_special(name, rule)
+        match = RULE.fullmatch(text)
+        if not match:
+            raise Refused("cannot be understood")
+        name, verb, given, conditions, with_text = match.groups("")
+        numbers = [int(word, 0) & FOREVER for word in given.split()]
+        when = dict(re.findall(r"(\w+) (\d+)", conditions))
+        first, last = when.get("from", when.get("only", 1)), when.get("to", when.get("only", FOREVER))
+        if name in SPECIAL and not verb:
+            lines = self._special(name, numbers)
+        else:
+            lines = {name: self._plain(name, verb.strip(), numbers)}
+        for function, (act, values) in lines.items():
+            words = ("R", act, number, first, last, len(values), *values, with_text)
+            self._lines.setdefault(function, []).append(words)
+            self._logged |= {function} if name != "clock" else set()
+
+    def _special(self, name: str, numbers: list[int]) -> dict[str, tuple[str, list[int]]]:
+        count, verbs = SPECIAL[name]
+        _check_count(numbers, count, count)
+        lines = {function: (verb, [*before, *numbers, *after])
+                 for function, (verb, before, after) in verbs.items() if function in self._called}
+        if not lines:
+            raise Refused("the program calls none of the functions that this is about")
+        return lines
+
+    def _plain(self, name: str, verb: str, numbers: list[int]) -> tuple[str, list[int]]:
         if name not in table():
             raise Refused("there is no such function in functions.txt")
         if name not in self._called:
             raise Refused("the program neither imports it nor names it in its data")
-        verb = rule.word()
         if verb not in VERBS:
             raise Refused(f"does not know '{verb}'")
-        numbers = rule.numbers(*VERBS[verb])
-        rule.read_conditions()
+        _check_count(numbers, *VERBS[verb])
         if verb == "missing":
             if self._called[name]:
                 raise Refused("the program imports it and would not be loaded without it")
             self._missing.add(name)
-        self._logged.add(name)
-        self._lines.setdefault(name, []).append(rule.line(*_plain(verb, numbers, table()[name])))
-
-    def _add_special(self, name: str, rule: _Rule) -> None:
-        count, verbs = SPECIAL[name]
-        numbers = rule.numbers(count, count)
-        rule.read_conditions()
-        if not set(verbs) & set(self._called):
-            raise Refused("the program calls none of the functions that this is about")
-        for function, (verb, before, after) in verbs.items():
-            if function in self._called:
-                self._lines.setdefault(function, []).append(rule.line(verb, [*before, *numbers, *after]))
-                self._logged |= {function} - set(QUIET.get(name, ()))
-
-    def bind_late(self) -> None:
-        """After a test's own rules about it."""
-        self._logged.add("GetProcAddress")
-        self._lines.setdefault("GetProcAddress", []).append(_Rule(-1, "").line("bind-late", []))
+        if verb == "fail":
+            return "answer", [numbers[1] if len(numbers) > 1 else table()[name].failed(numbers[0]), numbers[0]]
+        filled = {"answer": [*numbers, 0][:2], "hang": numbers or [FOREVER]}
+        return verb, filled.get(verb, numbers)
 
     def text(self) -> str:
+        # Last, so that a test's own rules about it decide before.
+        self._lines.setdefault("GetProcAddress", []).append(("R", "bind-late", -1, 1, FOREVER, 0, ""))
+        self._logged.add("GetProcAddress")
         lines = []
         for name, rules in self._lines.items():
-            library, kinds, failing = table()[name]
+            row = table()[name]
             # In the C runtime the caller takes the arguments away.
-            size = 4 * len(kinds.replace("-", "")) if library != "msvcrt" else 0
-            kind = {"error": "e", "hresult": "h", "-": "n", "ends": "x"}.get(failing, "v")
-            value = int(failing, 0) & FOREVER if kind == "v" else 0
-            lines += [f"F {name} {kinds} {size} {kind} {value} {name in self._missing:d} {name in self._logged:d}", *rules]
-        return "".join(line + "\n" for line in lines)
-
-
-def _plain(verb: str, numbers: list[int], function: Row) -> tuple[str, list[int]]:
-    """A rule in words of the library."""
-    if verb == "fail":
-        return "answer", [numbers[1] if len(numbers) > 1 else function.failed(numbers[0]), numbers[0]]
-    if verb == "answer":
-        return verb, [*numbers, 0][:2]
-    if verb == "hang":
-        return verb, numbers or [FOREVER]
-    return "nothing" if verb in ("missing", "log") else verb, numbers
+            size = 4 * len(row.kinds.replace("-", "")) if row.library != "msvcrt" else 0
+            kind = {"error": "e", "hresult": "h", "-": "n", "ends": "x"}.get(row.failing, "v")
+            value = int(row.failing, 0) & FOREVER if kind == "v" else 0
+            lines += [("F", name, row.kinds, size, kind, value, int(name in self._missing), int(name in self._logged)), *rules]
+        return "".join(" ".join(map(str, line)) + "\n" for line in lines)
 
 
 def compiled(rules: list[str], image: bytes) -> str:
@@ -176,5 +139,4 @@ def compiled(rules: list[str], image: bytes) -> str:
             found.add(number, text)
         except Refused as refusal:
             raise Refused(f"rule {number + 1}: {text}: {refusal}") from None
-    found.bind_late()
     return found.text()

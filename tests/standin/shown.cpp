@@ -1,5 +1,6 @@
 // How the arguments of a call are written down: texts decoded to UTF-8 and in quotes, everything else as numbers.
 #include <algorithm>
+#include <cstdio>
 
 #include "standin.h"
 
@@ -9,10 +10,8 @@ constexpr int kLongest = 1000;
 constexpr std::uint32_t kFirstAddress = 0x10000;  // what lies below is a number, such as that of a resource
 
 std::string Number(std::uint32_t number) {
-  if (number < kFirstAddress) return std::to_string(number);
-  std::string text = "0x";
-  for (int shift = 28; shift >= 0; shift -= 4) text += "0123456789abcdef"[number >> shift & 15];
-  return text;
+  char text[16];
+  return std::string(text, static_cast<std::size_t>(std::sprintf(text, number < kFirstAddress ? "%u" : "0x%08x", number)));
 }
 
 std::string Quoted(const wchar_t* text, int length) {

@@ -143,11 +143,13 @@ class WhatCannotTakeHold(SampleCase):
             "SetWindowPlacement hang": "neither imports it nor names it",
             "CreateFileA missing": "would not be loaded",
             "DeleteFileW fial 5": "'fial'",
-            "DeleteFileW fail": "too early",
-            "DeleteFileW fail five": "'five' is no number",
-            "DeleteFileW fail 5 sometimes": "'sometimes'",
+            "DeleteFileW fail": "has 0 numbers and needs 1 to 2",
+            "DeleteFileW fail five": "cannot be understood",
+            "DeleteFileW fail 5 sometimes": "cannot be understood",
+            "DeleteFileW fail 5 only": "cannot be understood",
+            "DeleteFileW log 5": "has 1 numbers and needs 0",
             "GetTickCount fail 5": "no failing result",
-            "links": "too early",
+            "links": "has 0 numbers and needs 1",
         }
         for rule, reason in cases.items():
             with self.subTest(rule):

@@ -8,12 +8,13 @@ from tests.harness.driver import wait_for
 from tests.harness.items import ITEMS
 from tests.harness.program import DONE, only
 from tests.standin.program_under import PRIVILEGE, UnderWindows
+from tests.standin.standin import Call
 from tests.standin.windows import WINDOWS, Systems
 from tools import run_job
 
 FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
-# Without Internet Explorer there is neither a URL cache nor a function that deletes a key with its subkeys, and without the
-# desktop update none that empties the recycle bin.
+STREAMS, STREAMS_BELOW = r"Software\Microsoft\Windows\CurrentVersion\StreamMRU", "0"
+# Without Internet Explorer there is no URL cache, and without the desktop update no function that empties the recycle bin.
 STAYS_ON_NT4 = {"cache entries": 100, "cookies": 20, "recycle bin": 2}
 
 
@@ -42,6 +43,7 @@ class TheNtFamily(UnderWindows):
         """Only a system whose name tells that it lacks the call is not asked for it."""
         d = self.d
         d.click("cmdSchedule")
+        d.wait_visible("cmdRunInv")
         d.click("cmdRunInv")
         d.wait_no_icon()
         d.wait_no_window("frmMain")
@@ -122,15 +124,27 @@ class TheNtFamily(UnderWindows):
         self.assertEqual([family for family, count in before.items() if count == 0], [])
         d.current_folder = "C:\\"
         self.windows = "NT 4"
-        self.start_under({"Scheduling": {"CHKieclose": "True"}})
+        self.start_under({"Scheduling": {"CHKieclose": "True"}}, "RegOpenKeyExW log", "NtDeleteKey log")
         run_job.schedule_shredding(d)
         self.press_erase_only()
         wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
         self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
         after = run_job.count_traces(d, "count")
         self.assertEqual({family: count for family, count in after.items() if count}, STAYS_ON_NT4)
-        failed = {call.texts[0].rpartition("\\")[2] for call in self.calls("LoadLibraryA") if call.error == 126}
+        failed = {call.texts[0].rpartition("\\")[2] for call in self.calls("LoadLibraryA") if not call.result}
         self.assertEqual(failed, {"shlwapi.dll", "wininet.dll"})
+        self.check_keys_with_subkeys()
+
+    def check_keys_with_subkeys(self) -> None:
+        """They went although the shell's function for it is missing: each by the system's own one, from below."""
+        key, below = self.deletion_of(STREAMS), self.deletion_of(STREAMS_BELOW)
+        self.assertEqual((key.result, below.result), (0, 0), (key, below))
+        self.assertLess(below.number, key.number)
+
+    def deletion_of(self, key: str) -> Call:
+        (opened,) = [call for call in self.calls("RegOpenKeyExW") if call.texts == [key]]
+        return next(call for call in self.calls("NtDeleteKey")
+                    if call.number > opened.number and call.arguments[0] == opened.arguments[4])
 
 
 if __name__ == "__main__":

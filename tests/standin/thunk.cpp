@@ -27,27 +27,24 @@ _StandinEntry:                     # eax: the function; the stack: return addres
 	popl %eax
 	addl %ecx, %esp
 	ret
-
-	.globl _StandinCall
-_StandinCall:
-	pushl %ebp
-	movl %esp, %ebp
-	pushl %esi
-	pushl %edi
-	movl 16(%ebp), %ecx
-	leal (,%ecx,4), %eax
-	subl %eax, %esp
-	movl 12(%ebp), %esi
-	movl %esp, %edi
-	cld
-	rep movsl
-	call *8(%ebp)
-	leal -8(%ebp), %esp
-	popl %edi
-	popl %esi
-	popl %ebp
-	ret
 )");
+
+std::uint64_t StandinCall(void* function, const std::uint32_t* arguments, std::size_t count) {
+  std::uint64_t result;
+  __asm__ volatile(R"(
+	movl %%esp, %%ebx
+1:	jecxz 2f
+	pushl -4(%%edx,%%ecx,4)
+	decl %%ecx
+	jmp 1b
+2:	call *%%eax
+	movl %%ebx, %%esp              # whoever takes the arguments away
+)"
+                   : "=A"(result), "+c"(count)
+                   : "a"(function), "d"(arguments)
+                   : "ebx", "memory", "cc");
+  return result;
+}
 
 void* MakeStub(Function& function) {
   constexpr std::size_t kStub = 10, kRoom = 1 << 16;
