@@ -18,7 +18,9 @@ OF_FILES = {"CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "DragQue
             "FindFirstFileW", "GetFileInformationByHandle", "GetFinalPathNameByHandleW", "GetShortPathNameA", "MoveFileA",
             "MoveFileExA", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
 PRIVILEGE = ["OpenProcessToken", "LookupPrivilegeValueA", "AdjustTokenPrivileges"]
-OTHERS = {*PRIVILEGE, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindowsEx", "RegisterServiceProcess"}
+CACHE_WALK = ["FindFirstUrlCacheEntryA", "FindCloseUrlCache"]
+OTHERS = {*PRIVILEGE, *CACHE_WALK, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindowsEx", "RegisterServiceProcess",
+          "SHEmptyRecycleBinA"}
 # The sizes of records that every system takes.
 SIZES = {"GetVersionExA": 148, "Shell_NotifyIconA": 88, "GetOpenFileNameA": 76, "GetOpenFileNameW": 76,
          "InitCommonControlsEx": 8}
@@ -66,12 +68,12 @@ class UnderWindows(ShredderCase):
         if self.d.pid and self.d.ended(self.d.pid) is None:
             self.d.terminate()
 
-    def start_under(self, settings: dict, *rules: str) -> None:
+    def start_under(self, settings: dict, *rules: str, wait_until_started: bool = True) -> None:
         """The test's own rules come first: the first one that is about a call decides."""
         names = {function.name for function in called_by()}
         logged = sorted((OF_FILES | OTHERS | set(SIZES)) & names)
         self.d.rules = [*rules, *Systems().rules(self.windows), f"clock {SPEED}", *(f"{name} log" for name in logged)]
-        self.start(settings)
+        self.start(settings, wait_until_started)
 
     def calls(self, *functions: str, text: str = "") -> list[Call]:
         return [call for call in self.d.calls(*functions) if not text or any(text in t for t in call.texts)]
@@ -112,7 +114,7 @@ class TheWholeProgram(UnderWindows):
         """Nothing was asked for that a Windows 9x refuses, apart from the one look whether there are wide functions."""
         calls = self.calls()
         self.assertIn(f"version {WINDOWS[self.windows].version}", {call.rule for call in calls})
-        wrong = [str(call) for call in calls if call.function in SIZES and SIZES[call.function] not in call.arguments]
+        wrong = [str(call) for call in calls if call.function in SIZES and SIZES[call.function] not in call.first_words]
         self.assertEqual(wrong, [])
         if not self.is_9x:
             return
@@ -138,7 +140,22 @@ class TheWholeProgram(UnderWindows):
         self.assertEqual({family: count for family, count in after.items() if count}, self.stays)
         self.assertEqual((other_browsers.untouched(d.home), len(list((d.home.c / "canaries").iterdir()))),
                          (other_browsers.KEPT, 20))
+        self.check_recycle_bin()
+        self.check_cache_walks(1)  # the later ones find the cache empty
         self.check_only_what_is_there()
+
+    def check_recycle_bin(self) -> None:
+        """Every bin is emptied, without a question, a progress window and a sound."""
+        told = [call.arguments for call in self.calls("SHEmptyRecycleBinA")]
+        self.assertEqual(told, [[self.d.main.hwnd, "", 7]] if WINDOWS[self.windows].desktop_update else [])
+
+    def check_cache_walks(self, count: int) -> None:
+        """Each walk over the URL cache that was begun was ended, before the next one."""
+        calls = [call for call in self.calls(*CACHE_WALK) if call.result]
+        walks = [calls[index:index + 2] for index in range(0, len(calls), 2)]
+        self.assertEqual(len(walks), count, walks)
+        for begun, ended in walks:
+            self.assertEqual((begun.function, ended.function, ended.arguments), (*CACHE_WALK, [begun.result]), (begun, ended))
 
     def test_shreds_what_its_dialogs_and_drops_give_it(self):
         d = self.d
@@ -229,6 +246,7 @@ class TheWholeProgram(UnderWindows):
         # Internet Explorer 4 has the function under its shorter name only.
         name = "DeleteUrlCacheEntry" + "A" * (WINDOWS[self.windows].explorer > 4)
         self.assertEqual(set(self.order_of("DeleteUrlCacheEntry", "DeleteUrlCacheEntryA")), {name})
+        self.check_cache_walks(4)  # twice for the window, once for each of two items
         self.check_only_what_is_there()
 
     def open_cookies(self):

@@ -52,6 +52,17 @@ std::string Nt(const NtText* text) {
   return Quoted(text->text, std::min<int>(text->bytes / sizeof(wchar_t), kLongest));
 }
 
+std::string Bytes(std::uint32_t address, std::uint32_t size) {
+  if (::IsBadReadPtr(reinterpret_cast<const void*>(address), size)) return {};
+  std::string shown = "#";
+  for (std::uint32_t i = 0; i < size; ++i) {
+    char byte[3];
+    std::sprintf(byte, "%02x", reinterpret_cast<const std::uint8_t*>(address)[i]);
+    shown += byte;
+  }
+  return shown;
+}
+
 template <class Record>
 std::string Listed(const Record& found, const std::string& name) {
   const bool link = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
@@ -70,6 +81,8 @@ std::string ShownArgument(char kind, std::uint32_t argument) {
   if (argument >= kFirstAddress) {
     if (kind == 's') text = Ansi(&At<char>(argument));
     if (kind == 'w') text = Wide(&At<wchar_t>(argument));
+    if (kind == 'r') text = Bytes(argument, std::min(At<std::uint32_t>(argument), 512u));
+    if (kind >= '1' && kind <= '9') text = Bytes(argument, 4 * static_cast<std::uint32_t>(kind - '0'));
     if (kind == 'u') text = Nt(&At<NtText>(argument));
     if (kind == 'o') text = Nt(At<NtObject>(argument).name);
   }

@@ -20,7 +20,7 @@ class Call(NamedTuple):
     at: int  # milliseconds after the start
     took: int
     function: str
-    arguments: list  # texts as str, numbers as int; what a pointer leads to as it was after the call
+    arguments: list  # texts as str, records as bytes, numbers as int; what comes back as it was after the call
     result: int | None  # None for one that has not returned
     error: int
     rule: str  # that did something about it
@@ -29,15 +29,20 @@ class Call(NamedTuple):
     def texts(self) -> list[str]:
         return [argument for argument in self.arguments if isinstance(argument, str)]
 
+    @property
+    def first_words(self) -> list[int]:
+        """The numbers, and of the records what they begin with, which mostly is their size."""
+        return [int.from_bytes(a[:4], "little") if isinstance(a, bytes) else a for a in self.arguments if not isinstance(a, str)]
+
     def __str__(self) -> str:
-        arguments = ", ".join(repr(a) if isinstance(a, str) else hex(a) for a in self.arguments)
+        arguments = ", ".join(hex(a) if isinstance(a, int) else repr(a) for a in self.arguments)
         return f"{self.function}({arguments}) = {self.result}, error {self.error} [{self.rule}]"
 
 
 def _argument(text: str):
     if text.startswith('"'):
         return text[1:-1] if text.endswith('"') else text  # an entry of a listing has its attributes after its name
-    return int(text.removeprefix("*"), 0)
+    return bytes.fromhex(text[1:]) if text.startswith("#") else int(text.removeprefix("*"), 0)
 
 
 class StandInDesktop(Desktop):

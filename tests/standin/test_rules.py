@@ -188,6 +188,10 @@ class TheTable(unittest.TestCase):
             unknown += [name for name in rows if library != "msvcrt" and name not in bytes_of]
         self.assertEqual(sorted(unknown), ["PStoreCreateInstance", "RegisterServiceProcess"])
 
+    def test_knows_the_letters_of_all_arguments(self):
+        letters = set("-.dswSWfFuor123456789")
+        self.assertEqual([name for name, row in table().items() if set(row.kinds) - letters], [])
+
     def test_holds_every_function_that_the_program_can_call(self):
         data = {"__initenv", "__mb_cur_max", "_iob"}  # variables of the C runtime
         self.assertEqual([f for f in called_by() if f.name not in table() and f.name not in data], [])

@@ -1,6 +1,7 @@
 """The shipped program on the NT family, from NT 4 without any Internet Explorer to Windows 10."""
 import os
 import shutil
+import struct
 import unittest
 
 from tests.harness import browsers, url_cache
@@ -13,6 +14,7 @@ from tests.standin.windows import WINDOWS, Systems
 from tools import run_job
 
 FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
+SE_PRIVILEGE_ENABLED = 2
 STREAMS, STREAMS_BELOW = r"Software\Microsoft\Windows\CurrentVersion\StreamMRU", "0"
 # Without Internet Explorer there is no URL cache, and without the desktop update no function that empties the recycle bin.
 STAYS_ON_NT4 = {"cache entries": 100, "cookies": 20, "recycle bin": 2}
@@ -82,7 +84,10 @@ class TheNtFamily(UnderWindows):
         self.assertEqual(self.order_of(*PRIVILEGE, "ExitWindowsEx"), [*PRIVILEGE, "ExitWindowsEx"])
         asked, named, taken = self.calls(*PRIVILEGE)
         self.assertEqual((asked.arguments[1], named.texts, reboot.arguments), (0x28, ["", "SeShutdownPrivilege"], [6, 0]))
-        self.assertEqual([call.result for call in (asked, named, taken)], [1, 1, 1])
+        self.assertEqual([call.result for call in (asked, named, taken, reboot)], [1, 1, 1, 1])
+        # One privilege of the program's own token, switched on before the system is asked to go down.
+        count, _, _, attributes = struct.unpack("<4I", taken.arguments[2])
+        self.assertEqual((taken.arguments[:2], count, attributes), ([asked.arguments[2], 0], 1, SE_PRIVILEGE_ENABLED), taken)
 
     def check_identities(self, has_final_paths: bool) -> None:
         """The folder to empty was compared with those to keep, by the numbers that the disk gives folders."""
