@@ -116,7 +116,7 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, DWO
     "advapi32.dll", "RegEnumValueW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR)> RegDeleteValueWide{"advapi32.dll", "RegDeleteValueW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR, DWORD, REGSAM, HKEY*)> RegOpenKeyExWide{"advapi32.dll",
-                                                                                              "RegOpenKeyExW"};
+                                                                                               "RegOpenKeyExW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPWSTR, DWORD*, FILETIME*)> RegEnumKeyExWide{
     "advapi32.dll", "RegEnumKeyExW"};
 
