@@ -2,7 +2,6 @@
 # Every test and audit. Called by ./quellix test.
 #   --logic        only the native rules, seconds
 #   --match REGEX  only the tests whose names match
-#   --japanese     also those under the code page of Japan
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/setup.sh
@@ -17,12 +16,11 @@ while [ $# -gt 0 ]; do
       exec ctest --test-dir build/logic --output-on-failure
       ;;
     --match) choice+=(-R "${2:?--match needs an expression}"); shift 2 ;;
-    --japanese) need_japanese; choice+=(-C Japanese); shift ;;
-    *) fail "test takes --logic, --match REGEX or --japanese, not '$1'." ;;
+    *) fail "test takes --logic or --match REGEX, not '$1'." ;;
   esac
 done
 
-need_test_compiler; need_native; need_checkers; need_wine
+need_test_compiler; need_native; need_checkers; need_wine; need_japanese
 build_preset logic 'the rules and their tests, natively'
 build_product
 build_preset win32-debug 'the test programs'

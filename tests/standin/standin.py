@@ -48,18 +48,14 @@ def _argument(text: str):
 class StandInDesktop(Desktop):
     """A desktop whose program runs with the rules of `rules`; what else is started there runs without."""
 
-    def __init__(self, name: str, *, language: str | None = None, **options):
+    def __init__(self, name: str, **options):
         self.rules: list[str] = []
         self.program_folder = r"C:\Quellix"
         self.current_folder: str | None = None  # in which the program starts; its own by default
-        self._language = language
         self._lay_out = options.pop("prepare", None)
         super().__init__(name, prepare=self._prepare, **options)
 
     def _prepare(self, home) -> None:
-        # Everything on the desktop is started by what is started next, and has its language.
-        if self._language:
-            home.environment.update(LANG=self._language, LC_ALL=self._language)
         self._folder = home.c / "standin"
         self._folder.mkdir()
         shutil.copy2(LIBRARY, self._folder)

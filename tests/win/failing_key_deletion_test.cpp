@@ -73,8 +73,8 @@ TEST_F(FailingKeyDeletion, IsReportedToNobodyOffLine) {
 }
 
 TEST_F(FailingKeyDeletion, IsNeverReportedByThePasswordCleaner) {
-  const std::int32_t before = ErasedKeyCount;
+  const std::int32_t before = ClearedKeyCount;
   ClearAutoCompletePasswords();
   EXPECT_EQ(Texts(), Strings());
-  EXPECT_EQ(ErasedKeyCount, before + 1);
+  EXPECT_EQ(ClearedKeyCount, before + 1);
 }
