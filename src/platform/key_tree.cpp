@@ -1,10 +1,10 @@
 #include "platform/key_tree.h"
 
-#include <string>
 #include <vector>
 
 #include "platform/handles.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 
@@ -62,11 +62,8 @@ LONG DeleteFrom(Level top) {
 LONG DeleteKeyTree(HKEY root, const char* path) {
   if (path == nullptr || *path == '\0') return ERROR_INVALID_PARAMETER;
   if (late::SHDeleteKey) return static_cast<LONG>(late::SHDeleteKey(root, path));
-  const std::string name = path;
-  std::wstring wide(name.size() + 1, L'\0');
-  ::MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), static_cast<int>(wide.size()));
   Level top;
-  const LONG status = Open(root, wide.c_str(), top);
+  const LONG status = Open(root, Widen(path).c_str(), top);
   // Windows 9x, where the plain function takes the subkeys along.
   if (status == ERROR_CALL_NOT_IMPLEMENTED) return ::RegDeleteKeyA(root, path);
   return status == ERROR_SUCCESS ? DeleteFrom(std::move(top)) : status;

@@ -115,8 +115,6 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR, DWORD*, DWORD*, BYTE*, DW
 inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*)> RegEnumValueWide{
     "advapi32.dll", "RegEnumValueW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR)> RegDeleteValueWide{"advapi32.dll", "RegDeleteValueW"};
-inline const LateFunction<LONG(WINAPI*)(HKEY, LPCWSTR, DWORD, REGSAM, HKEY*)> RegOpenKeyExWide{"advapi32.dll",
-                                                                                               "RegOpenKeyExW"};
 inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPWSTR, DWORD*, FILETIME*)> RegEnumKeyExWide{
     "advapi32.dll", "RegEnumKeyExW"};
 
