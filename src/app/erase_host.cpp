@@ -3,6 +3,7 @@
 #include "automation/modReboot.h"
 #include "cleaners/mdPanic.h"
 #include "erase/catalogue.h"
+#include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/stop_request.h"
@@ -23,7 +24,13 @@ void EraseHost::PauseAfterItem() { Pause(1, &StopErase); }
 void EraseHost::CloseBrowserFrames() { cleaners::CloseBrowserFrames(); }
 void EraseHost::CloseWindowByTitle(const char* title) { cleaners::CloseWindowByTitle(title); }
 void EraseHost::MinimiseAllWindows() { cleaners::MinimiseAllWindows(); }
-void EraseHost::Reboot() { automation::RebootSystem(true); }
+void EraseHost::Reboot() {
+  {
+    const NoReports unattended;
+    window_.SaveAllSettings();
+  }
+  automation::RebootSystem(true);
+}
 
 // While another box is open, for example the question whether to exit, a run of the scheduler adds none to it.
 void EraseHost::ShowInformation(const char* text) {

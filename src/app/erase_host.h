@@ -38,6 +38,8 @@ class EraseHost final : public erase::EraseRunHost {
   void CloseWindowByTitle(const char* title) override;
   void MinimiseAllWindows() override;
   void ShredScheduledFiles() override { panels_.shred.ShredDelete(); }
+
+  // A forced reboot tells nobody, so what was chosen is stored before it. Nobody may be there to close a message.
   void Reboot() override;
   void ShowInformation(const char* text) override;
 

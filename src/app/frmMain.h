@@ -43,6 +43,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   void RunInvisibly() override { stealth_.RunInvisibly(); }
   void HideByBossKey() override { stealth_.HideByBossKey(); }
   void ShowBossKey(const std::string& name) override { main_.ShowBossKey(name); }
+  void SaveAllSettings() override;
   std::string PanelCaption() const override { return rows_[shown_].panel.Caption(); }
   void ShowIcon(bool shown) override;
 
@@ -84,7 +85,6 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   void GoToNeighbour(int steps);
 
   void SaveEraseSettings();
-  void SaveAllSettings();
 
   bool ForwardCommand(WPARAM wParam, LPARAM lParam);
   void OnTrayCallback(WPARAM wParam, LPARAM lParam);

@@ -30,6 +30,9 @@ class MainWindow {
   // The caption of the panel on show.
   virtual std::string PanelCaption() const = 0;
 
+  // What was chosen, into the store; errors are passed over.
+  virtual void SaveAllSettings() = 0;
+
   // The notification icon, added again or removed.
   virtual void ShowIcon(bool shown) = 0;
 

@@ -56,6 +56,7 @@ class Desktop(Windows, Input, Popups, Registry):
         self.ids = control_ids() if ids is None else ids
         self.main_class = main_class
         self.pid = 0
+        self.library = ""  # what the program is started with, if anything
         self._clicks: list[tuple[float, int, int]] = []
         self._handles: dict[tuple[int, int], int] = {}
         self._leave = contextlib.ExitStack()
@@ -136,7 +137,7 @@ class Desktop(Windows, Input, Popups, Registry):
 
     def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str = r"C:\Quellix") -> int:
         """Starts the program as a double click on its file would and waits until its main window has come."""
-        self.pid = self.start(rf"{folder}\{self.program}", arguments)
+        self.pid = self.start(rf"{folder}\{self.program}", arguments, library=self.library)
         if wait_for_window:
             self.wait_program_shown()
         return self.pid
@@ -149,9 +150,10 @@ class Desktop(Windows, Input, Popups, Registry):
             return self.find_window(self.main_class)
         wait_for(f"a window of class {self.main_class}", shown)
 
-    def start(self, path: str, arguments: str = "", folder: str | None = None) -> int:
-        """Starts any program on the desktop and returns its process id."""
-        return self.probe.ask("start", folder or path.rpartition("\\")[0], f'"{path}" {arguments}'.strip()).pid
+    def start(self, path: str, arguments: str = "", folder: str | None = None, library: str = "") -> int:
+        """Starts any program on the desktop, with a library in it from the first, and returns its process id."""
+        return self.probe.ask("start", folder or path.rpartition("\\")[0], f'"{path}" {arguments}'.strip(),
+                              *[library] * bool(library)).pid
 
     def ended(self, pid: int) -> int | None:
         """The exit code of a process that was started here, None while it runs."""

@@ -17,6 +17,7 @@ class MainWindowStub final : public MainWindow {
   void HideByBossKey() override {}
   void ShowBossKey(const std::string&) override {}
   std::string PanelCaption() const override { return {}; }
+  void SaveAllSettings() override {}
   void ShowIcon(bool) override {}
 
  private:
