@@ -42,11 +42,19 @@ void RegisterMainWindowClass() {
   ::RegisterClassA(&main);
 }
 
-// Enter presses a button that has the keyboard. The system does that for its own buttons and not for drawn ones.
-bool PressDrawnButton(const MSG& message) {
-  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
-  if (::lstrcmpiA(ClassOfWindow(message.hwnd).c_str(), "Button") != 0) return false;
-  if ((::GetWindowLongA(message.hwnd, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW) return false;
+// Told to the window once the system has given it back the keyboard.
+constexpr UINT kLookAfterKeyboard = WM_APP;
+
+bool IsPushButton(HWND window) {
+  if (::lstrcmpiA(ClassOfWindow(window).c_str(), "Button") != 0) return false;
+  const LONG kind = ::GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK;
+  return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
+}
+
+// Enter presses the button that has the keyboard. The system presses the default button, which is another one or none where
+// the keyboard came by something else than Tab, and never a drawn one.
+bool PressButtonByEnter(const MSG& message) {
+  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN || !IsPushButton(message.hwnd)) return false;
   ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
   return true;
 }
@@ -147,9 +155,14 @@ void frmMain::BringToFront(std::size_t panel) {
   for (std::size_t other = 0; other < rows_.size(); ++other)
     if (other != panel) ::ShowWindow(rows_[other].panel.Handle(), SW_HIDE);
   // A focus that is set in a hidden window leaves its title bar inactive when it shows.
-  if (!::IsWindowVisible(Handle())) return;
+  if (::IsWindowVisible(Handle())) LookAfterKeyboard();
+}
+
+// On a control that went away, or was disabled while another program was in front, no key would do anything.
+void frmMain::LookAfterKeyboard() {
   const HWND focus = ::GetFocus();
-  if (focus == nullptr || !::IsWindowVisible(focus)) MoveFocusTo(rows_[panel].button.Handle());
+  if (focus == nullptr || focus == Handle() || !::IsWindowVisible(focus) || !::IsWindowEnabled(focus))
+    MoveFocusTo(rows_[shown_].button.Handle());
 }
 
 void frmMain::Navigate(std::size_t panel) {
@@ -167,7 +180,7 @@ void frmMain::GoToNeighbour(int steps) {
 bool frmMain::TranslateKey(MSG& message) {
   if (automation::Stealth::IsBossKey(message)) return true;
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
-    if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressDrawnButton(message)) return true;
+    if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressButtonByEnter(message)) return true;
   return Dialog::TranslateKeys(message);
 }
 
@@ -226,6 +239,12 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       // What is open over the window goes out of sight with it, and comes back with it.
       if (lParam == 0) ::ShowOwnedPopups(Handle(), wParam != 0);
       return {};
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE) ::PostMessageA(Handle(), kLookAfterKeyboard, 0, 0);
+      return {};
+    case kLookAfterKeyboard:
+      if (::GetActiveWindow() == Handle() && ::IsWindowEnabled(Handle())) LookAfterKeyboard();
+      return 0;
     case kTrayCallback:
       OnTrayCallback(wParam, lParam);
       return {};

@@ -81,6 +81,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   static std::string StatusOf(const Row& row);
   void PlacePanel(HWND panel, HWND after);
   void BringToFront(std::size_t panel);
+  void LookAfterKeyboard();
   void Navigate(std::size_t panel);
   void GoToNeighbour(int steps);
 

@@ -38,6 +38,19 @@ int PropertyValue(double value, int min, int max) {
   return whole;
 }
 
+// The window of its own that a control lies in; it is the one that the keys are handled for.
+HWND WindowAround(HWND control) {
+  HWND window = control;
+  while (window != nullptr && (::GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0) window = ::GetParent(window);
+  return window;
+}
+
+void HandKeyboardOn(HWND from) {
+  const HWND focus = ::GetFocus();
+  if (focus != nullptr && (focus == from || ::IsChild(from, focus)))
+    ::SendMessageA(WindowAround(from), WM_NEXTDLGCTL, 0, FALSE);
+}
+
 }  // namespace
 
 Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.Add(*this); }
@@ -53,10 +66,12 @@ void Control::Attach() {
 bool Control::Enabled() const { return window_ != nullptr ? ::IsWindowEnabled(window_) != 0 : enabled_.value_or(true); }
 
 void Control::SetEnabled(bool enabled) {
-  if (window_ == nullptr)
+  if (window_ == nullptr) {
     enabled_ = enabled;
-  else
-    ::EnableWindow(window_, enabled);
+    return;
+  }
+  if (!enabled) HandKeyboardOn(window_);
+  ::EnableWindow(window_, enabled);
 }
 
 bool Control::Visible() const {

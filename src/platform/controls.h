@@ -26,6 +26,8 @@ class Control : public DialogPart {
   int Id() const { return id_; }
 
   bool Enabled() const;
+
+  // A control that is disabled hands the keyboard on to the next one: left where it is, no key would do anything.
   void SetEnabled(bool enabled);
 
   // The control's own state, whatever its parents show.
