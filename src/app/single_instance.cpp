@@ -1,6 +1,7 @@
 #include "app/single_instance.h"
 
 #include "platform/app_title.h"
+#include "platform/main_window.h"
 #include "platform/message_box.h"
 #include "platform/window_text.h"
 
@@ -29,6 +30,14 @@ void BringForward(HWND window) {
   ::SetForegroundWindow(WindowInFront(window));
 }
 
+// A request to close that comes to the hidden window, for example from a program that ends others politely, is meant for the
+// program: the main window saves before it goes, and would go unsaved with its owner.
+LRESULT CALLBACK InstanceProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_CLOSE) return ::DefWindowProcA(window, message, wParam, lParam);
+  if (MainWindowHandle != nullptr) ::PostMessageA(MainWindowHandle, WM_CLOSE, 0, 0);
+  return 0;
+}
+
 }  // namespace
 
 void ShowPrevInstance() {
@@ -43,7 +52,7 @@ void ShowPrevInstance() {
 
 HWND CreateInstanceWindow() {
   WNDCLASSA instance{};
-  instance.lpfnWndProc = ::DefWindowProcA;
+  instance.lpfnWndProc = &InstanceProcedure;
   instance.hInstance = ::GetModuleHandleA(nullptr);
   instance.lpszClassName = kInstanceClass;
   ::RegisterClassA(&instance);
