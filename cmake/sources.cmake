@@ -32,6 +32,7 @@ set(LOGIC_SOURCES
   src/shred/shred_run.cpp
   src/erase/erase_run.cpp
   src/app/panel_navigation.cpp
+  src/app/session_end.cpp
   src/app/start_up.cpp
   companions/iea/iea_rules.cpp
 )

@@ -4,6 +4,7 @@
 #include "app/single_instance.h"
 #include "automation/modReboot.h"
 #include "erase/catalogue.h"
+#include "erase/run_in_progress.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/message_box.h"
@@ -254,10 +255,10 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       return reinterpret_cast<LRESULT>(bannerColour_.get());
     }
     case WM_QUERYENDSESSION:
-      CloseQuery(true);
-      return TRUE;  // the close is never cancelled
+      sessionEnd_.Ask(static_cast<std::uint32_t>(lParam));
+      return TRUE;
     case WM_ENDSESSION:
-      if (wParam != 0) Unload();
+      sessionEnd_.Decide(wParam != 0);
       return 0;
     default:
       return {};
@@ -301,14 +302,33 @@ void frmMain::AskToExit() {
 }
 
 void frmMain::OnClose() {
-  CloseQuery(false);
+  StopErase = true;
   Unload();
 }
 
-void frmMain::CloseQuery(bool sessionEnds) {
-  // The stop request is not cleared here: after an earlier run it is still set, and the run skips every item. Meant.
-  if (sessionEnds && Settings[Setting::Shutdown] == "1") erase::doClean(host_);
-  StopErase = true;
+// The end of the session, step by step. It asks nobody anything and waits for no answer.
+
+bool frmMain::ErasesAtSessionEnd() { return Settings[Setting::Shutdown] == "1"; }
+
+void frmMain::TellSystemOfWork(bool atWork) {
+  if (atWork)
+    late::ShutdownBlockReasonCreate(Handle(), L"Quellix is erasing the selected items.");
+  else
+    late::ShutdownBlockReasonDestroy(Handle());
+}
+
+void frmMain::EraseBeforeSessionEnd() {
+  const NoMessages nobodyIsThere;
+  erase::RunAtSessionEnd(host_);
+}
+
+bool frmMain::IsRunInProgress() { return erase::RunInProgress; }
+bool frmMain::StopRequested() { return StopErase; }
+void frmMain::SetStopRequest(bool stop) { StopErase = stop; }
+
+void frmMain::UnloadAtSessionEnd() {
+  const NoMessages nobodyIsThere;
+  Unload();
 }
 
 // The process ends here, also from inside a running erase; nothing touches the window afterwards.

@@ -10,6 +10,7 @@
 #include "app/frmMain_ids.h"
 #include "app/mdSysTray.h"
 #include "app/quellix_ids.h"
+#include "app/session_end.h"
 #include "app/start_up.h"
 #include "automation/fraScheduleManager.h"
 #include "automation/scheduler.h"
@@ -24,7 +25,7 @@
 namespace app {
 using namespace platform;
 
-class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
+class frmMain final : public Dialog, public MainWindow, private StartUpSteps, private SessionEndSteps {
  public:
   frmMain();
   ~frmMain();
@@ -78,6 +79,15 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   void AddIcon() override;
   void ShowStartStatus() override { SetStatusText(StatusOf(rows_.front())); }
 
+  // SessionEndSteps
+  bool ErasesAtSessionEnd() override;
+  void TellSystemOfWork(bool atWork) override;
+  void EraseBeforeSessionEnd() override;
+  bool IsRunInProgress() override;
+  bool StopRequested() override;
+  void SetStopRequest(bool stop) override;
+  void UnloadAtSessionEnd() override;
+
   static std::string StatusOf(const Row& row);
   void PlacePanel(HWND panel, HWND after);
   void BringToFront(std::size_t panel);
@@ -91,7 +101,6 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   void OnTrayCallback(WPARAM wParam, LPARAM lParam);
   void ShowIconMenu();
   void AskToExit();
-  void CloseQuery(bool sessionEnds);
   [[noreturn]] void Unload();
 
   EraseHost host_;
@@ -103,6 +112,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps {
   automation::Scheduler scheduler_;
   automation::Stealth stealth_;
   NotificationIcon icon_;
+  SessionEnd sessionEnd_{*this};
 
   Button cmdDefault{*this, IDC_cmdDefault};
   Button cmdCleenFrame{*this, IDC_cmdCleenFrame};

@@ -82,6 +82,11 @@ void doClean(EraseRunHost& host) {
   });
 }
 
+void RunAtSessionEnd(EraseRunHost& host) {
+  const RunScope run;
+  doClean(host);
+}
+
 void RunEraseOnly(EraseRunHost& host) {
   if (RunInProgress) return;
   const RunScope run;

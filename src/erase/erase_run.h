@@ -61,8 +61,11 @@ class EraseRunHost {
 
 // Every call of the two above may raise a RuntimeError; the run goes on with its next statement.
 
-// One run over the selected items. Callers: the two buttons below, the end of the Windows session, the scheduler.
+// One run over the selected items. Callers: those below.
 void doClean(EraseRunHost& host);
+
+// The run at the end of the session: no press and no tick starts another one meanwhile.
+void RunAtSessionEnd(EraseRunHost& host);
 
 // "Erase Only". Does nothing while a run is in progress.
 void RunEraseOnly(EraseRunHost& host);

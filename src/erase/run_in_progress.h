@@ -3,17 +3,22 @@
 // themselves again.
 #pragma once
 
+#include <utility>
+
 namespace erase {
 
 inline bool RunInProgress = false;
 
-// A run, as long as it lives.
+// A run, as long as it lives. That of the session's end may lie within another one.
 class RunScope {
  public:
-  RunScope() { RunInProgress = true; }
+  RunScope() : before_(std::exchange(RunInProgress, true)) {}
   RunScope(const RunScope&) = delete;
   RunScope& operator=(const RunScope&) = delete;
-  ~RunScope() { RunInProgress = false; }
+  ~RunScope() { RunInProgress = before_; }
+
+ private:
+  bool before_;
 };
 
 }  // namespace erase

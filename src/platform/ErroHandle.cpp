@@ -53,7 +53,7 @@ void SetReporterTransfer(InternetTransfer* transfer) { mainTransfer = transfer; 
 
 void ReportError(const char* sourceTag) {
   quietly([&] {
-    if (Err.Number() == 0 || noReports > 0) return;
+    if (Err.Number() == 0 || noReports > 0 || !MayShowMessages()) return;
     const std::string text = (sourceTag + std::to_string(Err.Number())).append(Err.Description());
     if (!IsToBeShown(text)) return;
     StopTransfer();

@@ -19,7 +19,15 @@ BOOL CALLBACK LookForOpenWindow(HWND window, LPARAM parameter) {
   return FALSE;
 }
 
+int noMessages = 0;  // how many live
+
 }  // namespace
+
+NoMessages::NoMessages() { ++noMessages; }
+
+NoMessages::~NoMessages() { --noMessages; }
+
+bool MayShowMessages() { return noMessages == 0; }
 
 HWND WindowInFront(HWND mainWindow) {
   if (mainWindow == nullptr || ::IsWindowEnabled(mainWindow)) return mainWindow;
@@ -31,6 +39,7 @@ HWND WindowInFront(HWND mainWindow) {
 int ShowMessage(const std::string& text, UINT style) { return ShowMessage(text, AppTitle, style); }
 
 int ShowMessage(const std::string& text, const std::string& title, UINT style) {
+  if (!MayShowMessages()) return 0;
   return ::MessageBoxA(WindowInFront(MainWindowHandle), text.c_str(), title.c_str(), style);
 }
 

@@ -11,10 +11,22 @@ namespace platform {
 // it. `mainWindow` may belong to another process.
 HWND WindowInFront(HWND mainWindow);
 
-// Shows a message over the window in front and returns the user's answer (IDOK, IDYES ...). Window events run meanwhile. The
+// Shows a message over the window in front, unless none may be shown (0), and returns the user's answer (IDOK, IDYES ...). Window events run meanwhile. The
 // title is the application's as it is at that moment, unless one is given. `style`: MB_ of winuser.h.
 int ShowMessage(const std::string& text, UINT style);
 int ShowMessage(const std::string& text, const std::string& title, UINT style);
+
+// While one lives, no message is shown: nobody is there to close it, and it would hold up what goes on.
+class NoMessages {
+ public:
+  NoMessages();
+  ~NoMessages();
+  NoMessages(const NoMessages&) = delete;
+  NoMessages& operator=(const NoMessages&) = delete;
+};
+
+// Whether a message would be shown.
+bool MayShowMessages();
 
 // True while a message or a window is open that the user has to close first: nothing else is asked meanwhile.
 bool IsSomethingAsked();

@@ -122,6 +122,8 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPW
 inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDeleteKey"};
 
 // Windows Vista.
+inline const LateFunction<BOOL(WINAPI*)(HWND, LPCWSTR)> ShutdownBlockReasonCreate{"user32.dll", "ShutdownBlockReasonCreate"};
+inline const LateFunction<BOOL(WINAPI*)(HWND)> ShutdownBlockReasonDestroy{"user32.dll", "ShutdownBlockReasonDestroy"};
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
     "kernel32.dll", "GetFinalPathNameByHandleW"};
 

@@ -398,3 +398,28 @@ TEST(DoClean, PassesOverAnItemWithAnyOtherFlagAndGoesOn) {
     EXPECT_THAT(host.log, ElementsAre("Erasing Opera Typed URLs....", "", kErased)) << "flag [" << flag << "]";
   }
 }
+
+TEST(TheRunAtTheSessionsEnd, IsJoinedByNoOtherOne) {
+  FakeEraseRunHost host;
+  host.Tick(kIe, 0);
+  Lines within;
+  host.onCall = [&](const std::string& call) {
+    EXPECT_TRUE(RunInProgress) << call;
+    if (call != "pause") return;
+    const std::size_t before = host.calls.size();
+    RunEraseOnly(host);
+    RunEraseAndReboot(host);
+    within.assign(host.calls.begin() + static_cast<std::ptrdiff_t>(before), host.calls.end());
+  };
+  RunAtSessionEnd(host);
+  EXPECT_THAT(within, ElementsAre("show bar"));
+  EXPECT_THAT(host.log, ElementsAre("Erasing Internet Location Bar History...", "", kErased));
+  EXPECT_FALSE(RunInProgress);
+}
+
+TEST(TheRunAtTheSessionsEnd, WithinAnotherOneLeavesThatOneInProgress) {
+  FakeEraseRunHost host;
+  const RunScope another;
+  RunAtSessionEnd(host);
+  EXPECT_TRUE(RunInProgress);
+}
