@@ -119,6 +119,7 @@ void frmMain::NameTheSystem() { OsName = FindOS(); }
 
 void frmMain::ShowWindow() {
   ::ShowWindow(Handle(), SW_SHOW);
+  MainWindowWasShown = true;
   ::RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
@@ -296,7 +297,7 @@ void frmMain::ShowIconMenu() {
 void frmMain::AskToExit() {
   constexpr UINT kYesNoQuestion = MB_YESNO | MB_ICONQUESTION;
   static_assert(kYesNoQuestion == 36);
-  if (ShowMessage("Are you sure you want to exit Quellix?", "Confirmation", kYesNoQuestion) == IDNO) return;
+  if (AskUser("Are you sure you want to exit Quellix?", "Confirmation", kYesNoQuestion) == IDNO) return;
   resumeNext([this] { icon_.Remove(); });
   OnClose();
 }
@@ -331,8 +332,10 @@ void frmMain::UnloadAtSessionEnd() {
   Unload();
 }
 
-// The process ends here, also from inside a running erase; nothing touches the window afterwards.
+// The process ends here, also from inside a running erase; nothing touches the window afterwards. Saving lets window events
+// run, and none of them starts a run any more.
 void frmMain::Unload() {
+  const erase::RunScope noOtherOne;
   resumeNext([this] { SaveAllSettings(); });
   resumeNext([this] { icon_.Remove(); });
   ::ExitProcess(0);

@@ -32,7 +32,7 @@ std::string TimeText(int hour, int minute, const DayHalves& designators) {
 bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts) {
   if (!facts.enabled) return false;
   if (tickCount < std::numeric_limits<std::int16_t>::max()) ++tickCount;
-  const bool due = IsModeDue(tickCount, facts);
+  const bool due = !facts.somethingAsked && IsModeDue(tickCount, facts);
   if (due) tickCount = 0;
   return due;
 }

@@ -23,10 +23,12 @@ struct ScheduleFacts {
   std::string minutesText;  // txtMinutes
   std::string now;          // TimeText of the clock and of the picker
   std::string picked;
+  bool somethingAsked = false;  // a message or a window is open that the user has to close first
 };
 
 // Advances the count of ticks since the last scheduled run (up to 32767, where it stays) and sets it back to 0 when an
-// erase is due. While the schedule is off, nothing counts.
+// erase is due. While the schedule is off, nothing counts. While something is asked no erase is due and the count goes on:
+// one that is due by the count comes at the first tick afterwards.
 bool IsEraseDue(std::int16_t& tickCount, const ScheduleFacts& facts);
 
 }  // namespace automation

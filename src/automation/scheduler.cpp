@@ -1,5 +1,6 @@
 #include "automation/scheduler.h"
 
+#include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 #include "settings/settings_variables.h"
@@ -15,7 +16,11 @@ void Scheduler::Arm(HWND window) const {
 void Scheduler::OnTimer(UINT_PTR timer) {
   if (timer != timerScheduler) return;
   DoEvents();
-  const bool due = valueOr(false, [this] { return IsEraseDue(settings::Settings.ScheduleTickCount, options_.Facts()); });
+  const bool due = valueOr(false, [this] {
+    ScheduleFacts facts = options_.Facts();
+    facts.somethingAsked = IsSomethingAsked();
+    return IsEraseDue(settings::Settings.ScheduleTickCount, facts);
+  });
   if (due) window_.EraseOnly();
 }
 

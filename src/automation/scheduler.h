@@ -17,7 +17,8 @@ class Scheduler {
   // Once a session. Nothing disarms the scheduler; whether a tick does anything is decided in the tick.
   void Arm(HWND window) const;
 
-  // A due schedule presses "Erase Only", which does nothing while a run is in progress.
+  // A due schedule presses "Erase Only", which does nothing while a run is in progress. While something is
+  // asked nothing is due.
   void OnTimer(UINT_PTR timer);
 
  private:

@@ -1,4 +1,5 @@
-// Tells the user about a failed statement, and only while the machine is on line; otherwise the error passes silently.
+// Tells the user about a failed statement, and only while the machine is on line and the program on show; otherwise the
+// error passes silently.
 #pragma once
 
 #include "platform/runtime_error.h"

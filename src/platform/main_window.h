@@ -43,4 +43,7 @@ class MainWindow {
 // The main window's handle for system calls that want an owner; null while there is none.
 inline HWND MainWindowHandle = nullptr;
 
+// True once the main window has been on the screen.
+inline bool MainWindowWasShown = false;
+
 }  // namespace platform

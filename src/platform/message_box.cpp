@@ -27,7 +27,10 @@ NoMessages::NoMessages() { ++noMessages; }
 
 NoMessages::~NoMessages() { --noMessages; }
 
-bool MayShowMessages() { return noMessages == 0; }
+bool MayShowMessages() {
+  const bool outOfSight = MainWindowHandle != nullptr && MainWindowWasShown && !::IsWindowVisible(MainWindowHandle);
+  return noMessages == 0 && !outOfSight;
+}
 
 HWND WindowInFront(HWND mainWindow) {
   if (mainWindow == nullptr || ::IsWindowEnabled(mainWindow)) return mainWindow;
@@ -36,11 +39,14 @@ HWND WindowInFront(HWND mainWindow) {
   return search.found;
 }
 
-int ShowMessage(const std::string& text, UINT style) { return ShowMessage(text, AppTitle, style); }
+void ShowMessage(const std::string& text, UINT style) { ShowMessage(text, AppTitle, style); }
 
-int ShowMessage(const std::string& text, const std::string& title, UINT style) {
-  if (!MayShowMessages()) return 0;
-  return ::MessageBoxA(WindowInFront(MainWindowHandle), text.c_str(), title.c_str(), style);
+void ShowMessage(const std::string& text, const std::string& title, UINT style) {
+  if (MayShowMessages()) AskUser(text, title, style);
+}
+
+int AskUser(const std::string& question, const std::string& title, UINT style) {
+  return ::MessageBoxA(WindowInFront(MainWindowHandle), question.c_str(), title.c_str(), style);
 }
 
 bool IsSomethingAsked() { return MainWindowHandle != nullptr && !::IsWindowEnabled(MainWindowHandle); }

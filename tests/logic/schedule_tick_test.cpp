@@ -32,6 +32,7 @@ struct Simulation {
   DayHalves halves{"AM", "PM"};
   int clock = At(0);
   std::int16_t count = 0;
+  bool somethingAsked = false;
 
   ScheduleFacts Facts() const {
     const int now = (clock % kDay + kDay) % kDay;
@@ -41,7 +42,8 @@ struct Simulation {
             mode == kMinutes ? "1" : "0",
             minutesText,
             TimeText(now / kHour, now % kHour, halves),
-            TimeText(picked / kHour, picked % kHour, halves)};
+            TimeText(picked / kHour, picked % kHour, halves),
+            somethingAsked};
   }
 
   // A minute passes.
@@ -392,4 +394,20 @@ TEST(SeveralModesAtOnce, DoNotReadTheMinutesWhenAnEarlierOneIsDue) {
   std::int16_t count = 59;
   EXPECT_TRUE(IsEraseDue(count, {true, "1", false, "1", "1e999", "09:00 AM", "10:00 AM"}));
   EXPECT_TRUE(IsEraseDue(count, {true, "0", true, "1", "1e999", "09:00 AM", "09:00 AM"}));
+}
+
+TEST(ATickWhileSomethingIsAsked, StartsNothingAndCounts) {
+  Simulation everyFive = EveryMinutes("5");
+  everyFive.somethingAsked = true;
+  EXPECT_THAT(everyFive.Runs(7), IsEmpty());
+  everyFive.somethingAsked = false;
+  EXPECT_THAT(everyFive.Runs(6), ElementsAre(1, 6)) << "the one that was due, and the next one five minutes after it";
+}
+
+TEST(ATickWhileSomethingIsAsked, LetsTheDailyMinutePass) {
+  Simulation daily = DailyAt(At(0, 1));
+  daily.somethingAsked = true;
+  EXPECT_THAT(daily.Runs(1), IsEmpty());
+  daily.somethingAsked = false;
+  EXPECT_THAT(daily.Runs(kDay), ElementsAre(kDay));
 }
