@@ -50,6 +50,7 @@ set(WINDOWS_SOURCES
   src/platform/message_box.cpp
   src/platform/message_pump.cpp
   src/platform/native_files.cpp
+  src/platform/owned_windows.cpp
   src/platform/panel.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp

@@ -9,6 +9,7 @@
 #include "platform/Reg32.h"
 #include "platform/message_box.h"
 #include "platform/os_name.h"
+#include "platform/owned_windows.h"
 #include "platform/product.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
@@ -133,7 +134,7 @@ bool frmMain::ErasesAtStart() { return Trim(Settings[Setting::Startup]) == "1"; 
 
 void frmMain::AddIcon() {
   icon_.Fill(Handle(), reinterpret_cast<HICON>(::SendMessageA(Handle(), WM_GETICON, ICON_SMALL, 0)), QUELLIX_CAPTION);
-  icon_.Add();
+  if (!stealth_.IsInvisible()) icon_.Add();  // the keys work during the erase before it
 }
 
 // The panels
@@ -239,7 +240,7 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       return {};
     case WM_SHOWWINDOW:
       // What is open over the window goes out of sight with it, and comes back with it.
-      if (lParam == 0) ::ShowOwnedPopups(Handle(), wParam != 0);
+      if (lParam == 0) ShowWindowsOver(Handle(), wParam != 0);
       return {};
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE) ::PostMessageA(Handle(), kLookAfterKeyboard, 0, 0);

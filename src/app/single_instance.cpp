@@ -2,7 +2,7 @@
 
 #include "platform/app_title.h"
 #include "platform/main_window.h"
-#include "platform/message_box.h"
+#include "platform/owned_windows.h"
 #include "platform/window_text.h"
 
 namespace app {

@@ -5,6 +5,7 @@
 #include "automation/key_poll.h"
 #include "automation/modHide.h"
 #include "platform/message_box.h"
+#include "platform/owned_windows.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 #include "settings/settings_store.h"
@@ -48,7 +49,7 @@ PolledKeys LookAtKeys() {
 // Also what has come up over the window while it was out of sight.
 void Vanish(HWND window) {
   ::ShowWindow(window, SW_HIDE);
-  ::ShowOwnedPopups(window, FALSE);
+  ShowWindowsOver(window, false);
 }
 
 void ShowNormal(HWND window) {
@@ -96,9 +97,10 @@ void Stealth::Take(const Way& way) {
     TakeTaskList(way.taskList);
   else
     TakeWindow(way);
-  resumeNext([&] {
-    if (way.icon != Icon::Leave) window_.ShowIcon(way.icon == Icon::Add);
-  });
+  if (way.icon != Icon::Leave) {
+    invisible_ = way.icon == Icon::Remove;
+    resumeNext([this] { window_.ShowIcon(!invisible_); });
+  }
   if (out)
     TakeWindow(way);
   else
@@ -125,12 +127,11 @@ void Stealth::HideByBossKey() { Take(kHideByBossKey); }
 void Stealth::ComeBackFromIcon() { Take(kBackFromIcon); }
 void Stealth::ComeBackFromMenu() { Take(kBackFromMenu); }
 
-// Only Ctrl+U brings the icon back as well.
+// Only Ctrl+U brings the icon back as well. Over a question or a dialog comes no warning, and the program hides at once: who
+// presses the keys then wants it out of sight. The open warning is answered first.
 void Stealth::RunInvisibly() {
-  if (HasToWarn()) {
-    if (IsSomethingAsked()) return;  // over a question, or the warning itself, there comes no other one
-    resumeNext([this] { warning_.ShowModal(window_.Window()); });
-  }
+  if (warning_.Handle() != nullptr) return;
+  if (HasToWarn() && !IsSomethingAsked()) resumeNext([this] { warning_.ShowModal(window_.Window()); });
   Take(kGoInvisible);
 }
 

@@ -24,6 +24,9 @@ class Stealth {
   void HideByBossKey();
   void RunInvisibly();
 
+  // From the way out that takes the icon along to the one that brings it back.
+  bool IsInvisible() const { return invisible_; }
+
   // Back: by a click on the icon, by an entry of its menu.
   void ComeBackFromIcon();
   void ComeBackFromMenu();
@@ -39,6 +42,7 @@ class Stealth {
 
   platform::MainWindow& window_;
   frmWarning warning_;
+  bool invisible_ = false;
   std::optional<std::int32_t> polledBossKey_;  // the boss key of the last look
 };
 

@@ -2,22 +2,11 @@
 
 #include "platform/app_title.h"
 #include "platform/main_window.h"
+#include "platform/owned_windows.h"
 
 namespace platform {
 
 namespace {
-
-struct OwnedWindow {
-  HWND owner;
-  HWND found;
-};
-
-BOOL CALLBACK LookForOpenWindow(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<OwnedWindow*>(parameter);
-  if (::GetWindow(window, GW_OWNER) != search.owner || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) return TRUE;
-  search.found = window;
-  return FALSE;
-}
 
 int noMessages = 0;  // how many live
 
@@ -30,13 +19,6 @@ NoMessages::~NoMessages() { --noMessages; }
 bool MayShowMessages() {
   const bool outOfSight = MainWindowHandle != nullptr && MainWindowWasShown && !::IsWindowVisible(MainWindowHandle);
   return noMessages == 0 && !outOfSight;
-}
-
-HWND WindowInFront(HWND mainWindow) {
-  if (mainWindow == nullptr || ::IsWindowEnabled(mainWindow)) return mainWindow;
-  OwnedWindow search{mainWindow, mainWindow};
-  ::EnumWindows(&LookForOpenWindow, reinterpret_cast<LPARAM>(&search));
-  return search.found;
 }
 
 void ShowMessage(const std::string& text, UINT style) { ShowMessage(text, AppTitle, style); }

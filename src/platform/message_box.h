@@ -7,10 +7,6 @@
 
 namespace platform {
 
-// The window that has the keyboard while the program asks something: the main window, or what is open over it and disables
-// it. `mainWindow` may belong to another process.
-HWND WindowInFront(HWND mainWindow);
-
 // Tells the user something over the window in front, and returns when it is closed; nothing where no message may be shown.
 // Window events run meanwhile. The title is the application's as it is at that moment, unless one is given. `style`: MB_ of
 // winuser.h.

@@ -4,7 +4,7 @@ import unittest
 
 from tests.harness import browsers
 from tests.harness.driver import BUILT, PROGRAMS, WM_CLOSE, View, compile_windows_program, wait_for
-from tests.harness.program import CLOSE_BUTTON, STORE, ProgramCase, only
+from tests.harness.program import CLOSE_BUTTON, STARTED, STORE, ProgramCase, only
 
 TEXT = ('Clicking this button will make Quellix run invisibly. You can also press "Ctrl + H" to hide. '
         'To unhide the application press "Ctrl + U"')
@@ -234,13 +234,17 @@ class CtrlH(InvisibleCase):
         self.assertEqual((d.main.visible, d.icon(), d.boxes()), (False, None, []))
         self.come_back()
 
-    def test_puts_no_warning_over_a_question(self):
+    def test_puts_no_warning_over_a_question_and_takes_it_along(self):
         d = self.d
         self.start_with()
-        self.ask_to_exit()
+        question = self.ask_to_exit().hwnd
         with d.held("ctrl", "h"):
-            browsers.let_polls_pass(d)
-        self.assertEqual((self.warnings(), len(d.boxes()), d.main.visible), (0, 1, True))
+            self.wait_invisible()
+        self.wait_out_of_sight(question)
+        self.assertEqual((self.warnings(), d.boxes()), (0, []))
+        with d.held("ctrl", "u"):
+            self.wait_box_in_front(question)
+        d.wait_icon()
         d.press_button_in_box("No")
         wait_for("the window to be usable", lambda: d.main.enabled)
         self.ctrl_h()
@@ -273,6 +277,40 @@ class CtrlH(InvisibleCase):
         d.wait_icon()
         d.press_button_in_box("No")
         self.wait_in_front()
+
+
+class CtrlHOverADialog(InvisibleCase):
+    def test_takes_the_dialog_that_asks_for_files_along(self):
+        d = self.d
+        self.start_with()
+        d.click("cmdSecureDelk")
+        d.click("cmdFileShred")
+        dialog = d.file_dialog()[0].hwnd
+        with d.held("ctrl", "h"):
+            self.wait_invisible()
+        self.wait_out_of_sight(dialog)
+        self.assertEqual(self.warnings(), 0)
+        with d.held("ctrl", "u"):
+            self.wait_box_in_front(dialog)
+        d.wait_icon()
+        d.key("Escape")
+        wait_for("the window to be usable", lambda: d.main.enabled)
+
+
+class CtrlHDuringTheEraseAtTheStart(InvisibleCase):
+    def test_leaves_no_icon_when_the_start_is_over(self):
+        d = self.d
+        items = only("WinTempFileFolder", "RunHistory", "OpenSavedDialoge")
+        self.start(items | {"Message_key": {"Message": "Dont"}, "Startup": {"LoadStartup": "1", "Startup": "1"}},
+                   wait_until_started=False)
+        with d.held("ctrl", "h"):
+            d.wait_no_window("frmMain")
+        self.assertNotEqual(d.status_text(), STARTED, "the erase is over too early for this test")
+        d.wait_status(STARTED)
+        d.response_ms()
+        d.settle(d.taskbar())
+        self.assertIsNone(d.icon())
+        self.come_back()
 
 
 class BeingInvisible(InvisibleCase):
