@@ -339,6 +339,7 @@ void frmMain::Unload() {
   const erase::RunScope noOtherOne;
   resumeNext([this] { SaveAllSettings(); });
   resumeNext([this] { icon_.Remove(); });
+  resumeNext([this] { stealth_.BringBrowsersBack(); });
   ::ExitProcess(0);
 }
 

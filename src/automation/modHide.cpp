@@ -23,10 +23,37 @@ void SetTaskListState(DWORD state) {
   });
 }
 
-BOOL CALLBACK HideWhenBrowser(HWND window, LPARAM) {
+bool IsBrowser(HWND window) {
   char name[255] = "";
   ::GetClassNameA(window, name, sizeof name);
-  if (std::strcmp(name, "IEFrame") != 0) return TRUE;
+  return std::strcmp(name, "IEFrame") == 0;
+}
+
+// Windows 2000 and later place another thread's window without waiting for it when they are asked to.
+bool PlacesWithoutWaiting() {
+  OSVERSIONINFOA version{};
+  version.dwOSVersionInfoSize = 148;
+  return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT && version.dwMajorVersion >= 5;
+}
+
+bool Answers(HWND window) {
+  constexpr UINT kMilliseconds = 200;
+  DWORD_PTR answer = 0;
+  return ::SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kMilliseconds, &answer) != 0;
+}
+
+// A window that hangs keeps nobody waiting: it follows once it works again or, on older systems, stays as it is.
+void Place(HWND window, WINDOWPLACEMENT placement) {
+  constexpr UINT kAsync = 4;  // WPF_ASYNCWINDOWPLACEMENT
+  if (PlacesWithoutWaiting())
+    placement.flags |= kAsync;
+  else if (!Answers(window))
+    return;
+  ::SetWindowPlacement(window, &placement);
+}
+
+BOOL CALLBACK HideWhenBrowser(HWND window, LPARAM) {
+  if (!IsBrowser(window)) return TRUE;
   resumeNext([window] {
     BrowserPlacement& last = SavedBrowserPlacements.back();
     last.window = window;
@@ -35,7 +62,7 @@ BOOL CALLBACK HideWhenBrowser(HWND window, LPARAM) {
     WINDOWPLACEMENT hidden = last.placement;
     SavedBrowserPlacements.emplace_back();
     hidden.showCmd = SW_HIDE;
-    ::SetWindowPlacement(window, &hidden);
+    Place(window, hidden);
   });
   return TRUE;
 }
@@ -58,7 +85,7 @@ void HideBrowserWindows() {
 
 void RestoreBrowserWindows() {
   for (auto saved = SavedBrowserPlacements.rbegin(); saved != SavedBrowserPlacements.rend(); ++saved)
-    if (saved->window != nullptr) ::SetWindowPlacement(saved->window, &saved->placement);
+    if (saved->window != nullptr && IsBrowser(saved->window)) Place(saved->window, saved->placement);
 }
 
 }  // namespace automation

@@ -28,7 +28,8 @@ inline std::vector<BrowserPlacement> SavedBrowserPlacements;
 // Every top-level window of the browser's class "IEFrame".
 void HideBrowserWindows();
 
-// The saved windows, the last one first; those that are gone are passed over.
+// The saved windows, the last one first; those that are gone are passed over, also where their handle is another window's by
+// now.
 void RestoreBrowserWindows();
 
 }  // namespace automation

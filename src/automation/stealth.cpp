@@ -14,7 +14,6 @@
 namespace automation {
 using namespace platform;
 
-enum class Browsers { Leave, Hide, Restore };
 enum class Window { Vanish, ShowNormal, ShowAndActivate };
 enum class Icon { Leave, Remove, Add };
 enum class TaskList { Leave, Hide, Unhide };
@@ -64,11 +63,6 @@ void BringOpenBoxForward(HWND window) {
   if (front != window) ::SetForegroundWindow(front);
 }
 
-void TakeBrowsers(Browsers browsers) {
-  if (browsers == Browsers::Hide) HideBrowserWindows();
-  if (browsers == Browsers::Restore) RestoreBrowserWindows();
-}
-
 void TakeTaskList(TaskList taskList) {
   if (taskList == TaskList::Hide) HideFromTaskList();
   if (taskList == TaskList::Unhide) UnhideFromTaskList();
@@ -79,6 +73,16 @@ bool HasToWarn() {
 }
 
 }  // namespace
+
+void Stealth::TakeBrowsers(Browsers browsers) {
+  if (browsers == Browsers::Leave) return;
+  browsersHidden_ = browsers == Browsers::Hide;
+  browsersHidden_ ? HideBrowserWindows() : RestoreBrowserWindows();
+}
+
+void Stealth::BringBrowsersBack() {
+  if (browsersHidden_) TakeBrowsers(Browsers::Restore);
+}
 
 void Stealth::TakeWindow(const Way& way) {
   const HWND window = window_.Window();

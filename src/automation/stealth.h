@@ -11,6 +11,7 @@
 namespace automation {
 
 struct Way;  // one row of the table in stealth.cpp
+enum class Browsers { Leave, Hide, Restore };
 
 class Stealth {
  public:
@@ -23,6 +24,9 @@ class Stealth {
   // Out of sight, each its own way. Going invisible asks first, unless its user does not want to be asked any more.
   void HideByBossKey();
   void RunInvisibly();
+
+  // Browsers that are hidden would stay so when the program ends.
+  void BringBrowsersBack();
 
   // From the way out that takes the icon along to the one that brings it back.
   bool IsInvisible() const { return invisible_; }
@@ -38,11 +42,13 @@ class Stealth {
  private:
   void PollKeys();
   void Take(const Way& way);
+  void TakeBrowsers(Browsers browsers);
   void TakeWindow(const Way& way);
 
   platform::MainWindow& window_;
   frmWarning warning_;
   bool invisible_ = false;
+  bool browsersHidden_ = false;
   std::optional<std::int32_t> polledBossKey_;  // the boss key of the last look
 };
 
