@@ -5,11 +5,16 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is a failing statement, not a window
-  app::ShowPrevInstance();
-  platform::InitControls();
+  HWND instance = nullptr;
+  {
+    const app::StartTurn turn;
+    app::ShowPrevInstance();
+    platform::InitControls();
+    instance = app::CreateInstanceWindow();
+  }
   static app::frmMain window;
   platform::SetMessageTranslator([](MSG& message) { return window.TranslateKey(message); });
-  if (!window.Load(app::CreateInstanceWindow())) return 1;
+  if (!window.Load(instance)) return 1;
   platform::RunMessageLoop();
   return 0;
 }

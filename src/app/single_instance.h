@@ -5,6 +5,19 @@
 
 namespace app {
 
+// Starts that come at one moment take turns, from the look for another instance to the window that the next one finds: each
+// would otherwise find none. Waits for ten seconds at most.
+class StartTurn {
+ public:
+  StartTurn();
+  StartTurn(const StartTurn&) = delete;
+  StartTurn& operator=(const StartTurn&) = delete;
+  ~StartTurn();
+
+ private:
+  HANDLE turn_;
+};
+
 // Ends the process when another instance is running. Leaves AppTitle changed, as the settings need it (app_title.h).
 void ShowPrevInstance();
 

@@ -6,6 +6,7 @@
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
+#include "platform/window_answers.h"
 
 namespace automation {
 using namespace platform;
@@ -36,18 +37,12 @@ bool PlacesWithoutWaiting() {
   return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT && version.dwMajorVersion >= 5;
 }
 
-bool Answers(HWND window) {
-  constexpr UINT kMilliseconds = 200;
-  DWORD_PTR answer = 0;
-  return ::SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kMilliseconds, &answer) != 0;
-}
-
 // A window that hangs keeps nobody waiting: it follows once it works again or, on older systems, stays as it is.
 void Place(HWND window, WINDOWPLACEMENT placement) {
   constexpr UINT kAsync = 4;  // WPF_ASYNCWINDOWPLACEMENT
   if (PlacesWithoutWaiting())
     placement.flags |= kAsync;
-  else if (!Answers(window))
+  else if (!AnswersWithin(200, window))
     return;
   ::SetWindowPlacement(window, &placement);
 }
