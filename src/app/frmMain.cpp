@@ -54,10 +54,11 @@ bool IsPushButton(HWND window) {
 }
 
 // Enter presses the button that has the keyboard. The system presses the default button, which is another one or none where
-// the keyboard came by something else than Tab, and never a drawn one.
+// the keyboard came by something else than Tab, and never a drawn one. A key that is held presses once.
 bool PressButtonByEnter(const MSG& message) {
   if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN || !IsPushButton(message.hwnd)) return false;
-  ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
+  constexpr LPARAM kWasDown = 1 << 30;
+  if ((message.lParam & kWasDown) == 0) ::SendMessageA(message.hwnd, BM_CLICK, 0, 0);
   return true;
 }
 
@@ -181,7 +182,7 @@ void frmMain::GoToNeighbour(int steps) {
 }
 
 bool frmMain::TranslateKey(MSG& message) {
-  if (automation::Stealth::IsBossKey(message)) return true;
+  if (automation::Stealth::IsBossKey(message) || automation::Stealth::IsStealthKey(message)) return true;
   if (message.hwnd == Handle() || ::IsChild(Handle(), message.hwnd))
     if (::TranslateAcceleratorA(Handle(), keys_, &message) || PressButtonByEnter(message)) return true;
   return Dialog::TranslateKeys(message);

@@ -139,6 +139,11 @@ void Stealth::RunInvisibly() {
   Take(kGoInvisible);
 }
 
+bool Stealth::IsStealthKey(const MSG& message) {
+  return message.message == WM_KEYDOWN && (message.wParam == 'H' || message.wParam == 'U') &&
+         ::GetKeyState(VK_CONTROL) < 0 && ::GetKeyState(VK_MENU) >= 0;
+}
+
 bool Stealth::IsBossKey(const MSG& message) {
   constexpr LPARAM kWithAlt = 1 << 29;
   const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_SYSKEYDOWN ||

@@ -39,6 +39,9 @@ class Stealth {
   // it is another key.
   static bool IsBossKey(const MSG& message);
 
+  // Ctrl+H and Ctrl+U mean nothing else either: Ctrl+H deletes a letter in a box to write in.
+  static bool IsStealthKey(const MSG& message);
+
  private:
   void PollKeys();
   void Take(const Way& way);

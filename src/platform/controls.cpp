@@ -109,16 +109,55 @@ void CheckBox::SetValue(double value) {
 void OptionButton::Choose() {
   group_.chosen = Id();
   if (Handle() != nullptr) {
-    // The group is everything between two controls with the group style.
-    for (HWND other = ::GetNextDlgGroupItem(Parent(), Handle(), FALSE); other != nullptr && other != Handle();
-         other = ::GetNextDlgGroupItem(Parent(), other, FALSE))
-      ::SendMessageA(other, BM_SETCHECK, BST_UNCHECKED, 0);
+    for (const HWND one : Group())
+      if (one != Handle()) ::SendMessageA(one, BM_SETCHECK, BST_UNCHECKED, 0);
     ShowState();
   }
   FireClick();
 }
 
+// Everything between two controls with the group style.
+std::vector<HWND> OptionButton::Group() const {
+  std::vector<HWND> group = {Handle()};
+  for (HWND other = ::GetNextDlgGroupItem(Parent(), Handle(), FALSE); other != nullptr && other != Handle();
+       other = ::GetNextDlgGroupItem(Parent(), other, FALSE))
+    group.push_back(other);
+  return group;
+}
+
+LRESULT CALLBACK OptionButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto& button = *reinterpret_cast<OptionButton*>(::GetWindowLongA(window, GWL_USERDATA));
+  if (message == WM_SETFOCUS) return button.TakeKeyboard(wParam, lParam);
+  return ::CallWindowProcA(button.system_, window, message, wParam, lParam);
+}
+
+// Who was checked, and where the tab order enters the group, stays as it was.
+LRESULT OptionButton::TakeKeyboard(WPARAM wParam, LPARAM lParam) {
+  struct State {
+    HWND window;
+    LRESULT check;
+    LONG style;
+  };
+  std::vector<State> before;
+  for (const HWND one : Group())
+    before.push_back({one, ::SendMessageA(one, BM_GETCHECK, 0, 0), ::GetWindowLongA(one, GWL_STYLE)});
+  IgnoreClicks(true);
+  const LRESULT result = ::CallWindowProcA(system_, Handle(), WM_SETFOCUS, wParam, lParam);
+  IgnoreClicks(false);
+  for (const State& state : before) {
+    if (::SendMessageA(state.window, BM_GETCHECK, 0, 0) != state.check)
+      ::SendMessageA(state.window, BM_SETCHECK, static_cast<WPARAM>(state.check), 0);
+    const LONG style = ::GetWindowLongA(state.window, GWL_STYLE);
+    ::SetWindowLongA(state.window, GWL_STYLE, (style & ~WS_TABSTOP) | (state.style & WS_TABSTOP));
+  }
+  return result;
+}
+
 void OptionButton::ShowState() {
+  if (system_ == nullptr) {
+    ::SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(this));
+    system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(Handle(), GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
+  }
   // Unchecking takes a button out of the tab order; while none is chosen, the first one stays in it.
   if (group_.chosen != 0) Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED);
 }

@@ -46,6 +46,7 @@ class Control : public DialogPart {
     return ::SendMessageA(window_, message, wParam, lParam);
   }
   void FireClick() { dialog_.Click(id_); }
+  void IgnoreClicks(bool ignored) { dialog_.IgnoreClicksOf(ignored ? id_ : 0); }
 
  private:
   void Attach() final;
@@ -107,6 +108,8 @@ struct OptionGroup {
   int chosen = 0;
 };
 
+// The system clicks an option button that gets the keyboard by Tab. Here it is chosen by a click, the blank or an arrow
+// alone.
 class OptionButton : public Control {
  public:
   OptionButton(Dialog& dialog, int id, OptionGroup& group) : Control(dialog, id), group_(group) {}
@@ -116,8 +119,13 @@ class OptionButton : public Control {
   void Choose();
 
  private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void ShowState() override;
+  std::vector<HWND> Group() const;
+  LRESULT TakeKeyboard(WPARAM wParam, LPARAM lParam);
+
   OptionGroup& group_;
+  WNDPROC system_ = nullptr;
 };
 
 // The lines are kept in the object as well, and are read from there: a line may be too long for a system to give it back.

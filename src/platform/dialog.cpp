@@ -60,6 +60,10 @@ void Dialog::TellClick(int id) {
   OnClick(id);
 }
 
+void Dialog::TellClickOfControl(int id) {
+  if (id != ignored_) TellClick(id);
+}
+
 void Dialog::MoveFocusTo(HWND control) {
   ::SendMessageA(Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), control != nullptr);
 }
@@ -129,7 +133,7 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
       if (LOWORD(wParam) == IDCANCEL)
         OnCancel();
       else if (HIWORD(wParam) == BN_CLICKED || IsFromAccelerator(wParam, lParam))
-        TellClick(LOWORD(wParam));
+        TellClickOfControl(LOWORD(wParam));
       else
         OnNotification(LOWORD(wParam), HIWORD(wParam));
       return true;

@@ -40,6 +40,9 @@ class Dialog {
   // What a click on the control does, whether or not there is a window yet.
   void Click(int id);
 
+  // What the control tells of clicks meanwhile is not one of its user's; 0 for none.
+  void IgnoreClicksOf(int id) { ignored_ = id; }
+
   // The keys of the dialog window that the message belongs to: tab order, Enter, Esc. True when it was one of them.
   static bool TranslateKeys(MSG& message);
 
@@ -87,9 +90,11 @@ class Dialog {
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
   bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void TellClick(int id);
+  void TellClickOfControl(int id);
 
   HWND window_ = nullptr;
   HWND disabledOwner_ = nullptr;
+  int ignored_ = 0;
   std::vector<DialogPart*> parts_;
 };
 
