@@ -27,9 +27,10 @@ namespace {
 
 constexpr COLORREF kBannerGround = RGB(16, 28, 64);  // the banner's own ground, continued over the navigation bar
 
+// Not shared, and so loaded once and kept: Windows 9x gives a shared icon in the size that it was first asked for.
 HICON OwnIcon(int width, int height) {
   return static_cast<HICON>(
-      ::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_quellix), IMAGE_ICON, width, height, LR_SHARED));
+      ::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDI_quellix), IMAGE_ICON, width, height, LR_DEFAULTCOLOR));
 }
 
 void RegisterMainWindowClass() {
@@ -89,8 +90,7 @@ void frmMain::OnInit() {
   MainWindowHandle = Handle();
   SetReporterTransfer(&Inet1);
   keys_ = ::LoadAcceleratorsA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDA_keys));
-  ::SendMessageA(Handle(), WM_SETICON, ICON_BIG,
-                 reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON))));
+  ::SendMessageA(Handle(), WM_SETICON, ICON_BIG, static_cast<LPARAM>(::GetClassLongA(Handle(), GCL_HICON)));
   ::SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))));
   stBar.Arrange(QUELLIX_CAPTION);
@@ -226,6 +226,7 @@ void frmMain::SaveAllSettings() {
 // Events
 
 void frmMain::OnTimer(UINT_PTR timer) {
+  if (timer == automation::timeHide) quietly([this] { icon_.TryAgain(); });
   stealth_.OnTimer(timer);
   scheduler_.OnTimer(timer);
 }

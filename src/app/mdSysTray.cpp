@@ -25,15 +25,21 @@ void NotificationIcon::Fill(HWND window, HICON icon, const std::string& tip) {
   record_.uCallbackMessage = kTrayCallback;
   record_.hIcon = icon;
   std::copy_n(tip.begin(), std::min(tip.size(), kTipSize - 1), record_.szTip);
+  // A program that runs as administrator is otherwise not told of a new taskbar, which does not.
+  constexpr DWORD kLetThrough = 1;  // MSGFLT_ADD
+  quietly([this] { late::ChangeWindowMessageFilter(taskbarCreated_, kLetThrough); });
 }
 
+// A taskbar that is slow, as it is at the log-on, may have added the icon and answered too late: adding it again then fails,
+// and changing it does not.
 void NotificationIcon::Add() {
   wanted_ = true;
-  late::ShellNotifyIcon(NIM_ADD, &record_);
+  isThere_ = late::ShellNotifyIcon(NIM_ADD, &record_) || late::ShellNotifyIcon(NIM_MODIFY, &record_);
+  lastTry_ = ::GetTickCount();  // behind a try, which may take seconds
 }
 
 void NotificationIcon::Remove() {
-  wanted_ = false;
+  wanted_ = isThere_ = false;
   late::ShellNotifyIcon(NIM_DELETE, &record_);
 }
 
@@ -44,7 +50,18 @@ bool NotificationIcon::TakeTaskbarNews(UINT message) {
 }
 
 TrayAction NotificationIcon::ActionOf(WPARAM wParam, LPARAM lParam) const {
-  return TrayActionOf(wParam, static_cast<std::uintptr_t>(lParam), ::GetKeyState(VK_LBUTTON) < 0);
+  if (record_.hWnd == nullptr) return TrayAction::None;  // a move during the start
+  const DWORD place = ::GetMessagePos();
+  POINT mouse{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+  ::ScreenToClient(record_.hWnd, &mouse);
+  return TrayActionOf(wParam, static_cast<std::uintptr_t>(lParam),
+                      static_cast<std::uintptr_t>(MAKELPARAM(mouse.x, mouse.y)));
+}
+
+void NotificationIcon::TryAgain() {
+  constexpr DWORD kEvery = 2000;
+  if (!wanted_ || isThere_ || ::GetTickCount() - lastTry_ < kEvery) return;
+  Add();
 }
 
 void NotificationIcon::ShowMenu() const {

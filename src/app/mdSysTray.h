@@ -20,6 +20,9 @@ class NotificationIcon {
   void Add();
   void Remove();
 
+  // The poll: adds a wanted icon that the taskbar did not take, every two seconds.
+  void TryAgain();
+
   // The taskbar has been started anew: the icon that was there is added again. True when the message was that news.
   bool TakeTaskbarNews(UINT message);
 
@@ -32,6 +35,8 @@ class NotificationIcon {
  private:
   NOTIFYICONDATAA record_{};
   bool wanted_ = false;
+  bool isThere_ = false;
+  DWORD lastTry_ = 0;
   UINT taskbarCreated_ = ::RegisterWindowMessageA("TaskbarCreated");
 };
 

@@ -11,13 +11,13 @@ constexpr unsigned kTrayIconId = 1;
 
 // The icon's callback message is 512, which is also the number of real mouse moves. A callback carries the icon's
 // identifier and a mouse message below 65536; a real move carries the pressed buttons and two coordinates, and looks like
-// a callback only while the left button is down in the topmost row, which `leftButtonDown` tells.
-inline TrayAction TrayActionOf(std::uintptr_t wParam, std::uintptr_t lParam, bool leftButtonDown) {
+// a callback while the left button is down in the topmost row. It is a move where those coordinates are the mouse's own:
+// `mouse` is its place in the window, in the form of a move's lParam. Whether the button is down tells less: a drag that
+// ends over another program leaves it down for this one.
+inline TrayAction TrayActionOf(std::uintptr_t wParam, std::uintptr_t lParam, std::uintptr_t mouse) {
   constexpr std::uintptr_t kLeftUp = 514, kLeftDouble = 515, kRightUp = 517;
-  if (wParam != kTrayIconId) return TrayAction::None;
-  if (lParam == kLeftDouble) return TrayAction::RestoreWindow;  // the second press of the button is down by then
-  if (leftButtonDown) return TrayAction::None;
-  if (lParam == kLeftUp) return TrayAction::RestoreWindow;
+  if (wParam != kTrayIconId || lParam == mouse) return TrayAction::None;
+  if (lParam == kLeftUp || lParam == kLeftDouble) return TrayAction::RestoreWindow;
   if (lParam == kRightUp) return TrayAction::PopupMenu;
   return TrayAction::None;
 }

@@ -123,6 +123,7 @@ inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDelet
 
 // Windows Vista.
 inline const LateFunction<BOOL(WINAPI*)(HWND, LPCWSTR)> ShutdownBlockReasonCreate{"user32.dll", "ShutdownBlockReasonCreate"};
+inline const LateFunction<BOOL(WINAPI*)(UINT, DWORD)> ChangeWindowMessageFilter{"user32.dll", "ChangeWindowMessageFilter"};
 inline const LateFunction<BOOL(WINAPI*)(HWND)> ShutdownBlockReasonDestroy{"user32.dll", "ShutdownBlockReasonDestroy"};
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
     "kernel32.dll", "GetFinalPathNameByHandleW"};

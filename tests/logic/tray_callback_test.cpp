@@ -13,21 +13,23 @@ const char* NameOf(TrayAction action) {
 struct Row {
   std::uintptr_t wParam;
   std::uintptr_t lParam;
-  bool leftButtonDown;
+  bool isMove;  // the mouse is where the lParam would say
   TrayAction action;
   const char* what;
 };
 
 std::uintptr_t At(unsigned x, unsigned y) { return (static_cast<std::uintptr_t>(y) << 16) | x; }
 
+// Over the icon, far from the window.
+constexpr std::uintptr_t kElsewhere = 0x02EE0390;
+
 const Row kRows[] = {
     {1, 514, false, TrayAction::RestoreWindow, "left button released on the icon"},
     {1, 515, false, TrayAction::RestoreWindow, "left double click on the icon"},
-    {1, 515, true, TrayAction::RestoreWindow, "left double click on the icon, its second press down"},
     {1, 517, false, TrayAction::PopupMenu, "right button released on the icon"},
     {1, 512, false, TrayAction::None, "mouse moved over the icon"},
     {1, 513, false, TrayAction::None, "left button pressed on the icon"},
-    {1, 513, true, TrayAction::None, "left button pressed on the icon"},
+    {1, 513, true, TrayAction::None, "mouse dragged along the topmost row"},
     {1, 516, false, TrayAction::None, "right button pressed on the icon"},
     {1, 518, false, TrayAction::None, "right double click on the icon"},
     {1, 0, false, TrayAction::None, "no mouse message"},
@@ -39,6 +41,7 @@ const Row kRows[] = {
     {5, 517, false, TrayAction::None, "mouse moved with Shift and the left button down"},
     {3, 514, false, TrayAction::None, "mouse moved with both buttons down"},
     {1, 514, true, TrayAction::None, "mouse dragged along the topmost row"},
+    {1, 515, true, TrayAction::None, "mouse dragged along the topmost row"},
     {1, 517, true, TrayAction::None, "mouse dragged along the topmost row"},
     {1, At(514, 1), true, TrayAction::None, "mouse dragged along the second row"},
     {1, At(515, 1), true, TrayAction::None, "mouse dragged along the second row"},
@@ -51,16 +54,14 @@ const Row kRows[] = {
 
 TEST(TrayActionOf, TellsTheIconsMessagesFromMovesOfTheMouse) {
   for (const Row& row : kRows)
-    EXPECT_STREQ(NameOf(TrayActionOf(row.wParam, row.lParam, row.leftButtonDown)), NameOf(row.action))
-        << row.what << ": wParam " << row.wParam << ", lParam " << row.lParam << ", left button "
-        << (row.leftButtonDown ? "down" : "up");
+    EXPECT_STREQ(NameOf(TrayActionOf(row.wParam, row.lParam, row.isMove ? row.lParam : kElsewhere)), NameOf(row.action))
+        << row.what << ": wParam " << row.wParam << ", lParam " << row.lParam;
 }
 
-TEST(TrayActionOf, NeverOpensTheMenuForARealMove) {
+TEST(TrayActionOf, TakesNoRealMoveForTheIcons) {
   // A real move's wParam is the set of buttons and keys that are down; its 1 is the left button.
   for (std::uintptr_t keys = 0; keys < 128; ++keys)
     for (unsigned x = 505; x < 525; ++x)
       for (const unsigned y : {0u, 1u, 20u, 0xFFFFu})
-        ASSERT_NE(TrayActionOf(keys, At(x, y), (keys & 1) != 0), TrayAction::PopupMenu)
-            << "keys " << keys << " at " << x << ", " << y;
+        ASSERT_EQ(TrayActionOf(keys, At(x, y), At(x, y)), TrayAction::None) << "keys " << keys << " at " << x << ", " << y;
 }
