@@ -35,7 +35,7 @@ void NotificationIcon::Fill(HWND window, HICON icon, const std::string& tip) {
 void NotificationIcon::Add() {
   wanted_ = true;
   isThere_ = late::ShellNotifyIcon(NIM_ADD, &record_) || late::ShellNotifyIcon(NIM_MODIFY, &record_);
-  lastTry_ = ::GetTickCount();  // behind a try, which may take seconds
+  lastTry_ = ::GetTickCount();  // from the end of a try, which may take seconds
 }
 
 void NotificationIcon::Remove() {

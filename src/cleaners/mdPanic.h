@@ -5,7 +5,8 @@
 namespace cleaners {
 
 // Asks the windows of class "IEFrame" to close, one after another, until none is left. A window that refuses is asked again
-// and again for as long as it is there; window events run meanwhile, and the waiting costs no time of the processor.
+// ten times a second for as long as it exists; window events run meanwhile, and the waiting costs no time of the processor.
+// One that cannot even be asked, for example an administrator's, is not waited for.
 void CloseBrowserFrames();
 
 // Asks the first top-level window whose title holds the text, case included, to close.
