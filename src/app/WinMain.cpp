@@ -1,6 +1,7 @@
 // The program's entry. It reads no command line.
 #include "app/frmMain.h"
 #include "app/single_instance.h"
+#include "platform/message_box.h"
 #include "platform/message_pump.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
@@ -14,7 +15,11 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   }
   static app::frmMain window;
   platform::SetMessageTranslator([](MSG& message) { return window.TranslateKey(message); });
-  if (!window.Load(instance)) return 1;
+  if (!window.Load(instance)) {
+    platform::ShowMessage("Quellix cannot show its window. Please close some programs and start Quellix again.",
+                          MB_ICONSTOP);
+    return 1;
+  }
   platform::RunMessageLoop();
   return 0;
 }

@@ -41,7 +41,7 @@ void fraScheduleManager::OnInit() {
 // The boxes that mirror a setting have done so by now.
 void fraScheduleManager::OnClick(int id) {
   if (id == IDC_chkStartUp_0) ClickLoadAtStartUp();
-  if (id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) ShowStartUpStatus();
+  if (!loading_ && id >= IDC_chkStartUp_0 && id <= IDC_chkStartUp_2) ShowStartUpStatus();
   if (id >= IDC_optSchedule_0 && id <= IDC_optSchedule_2) ClickMode(static_cast<ScheduleMode>(id - IDC_optSchedule_0));
   if (id == IDC_chkShEnable) ClickScheduleEnabled();
   if (id == IDC_CHKieclose) Settings.CloseBrowsers = ClosesBrowsers();
@@ -138,6 +138,7 @@ void fraScheduleManager::LoadGeneralSettings() {
 }
 
 void fraScheduleManager::LoadStartUp() {
+  const Loading loading(*this);
   const std::string startup = Settings[Setting::Startup];  // the first box's Click may clear the variable
   chkStartUp[0].Load();
   chkStartUp[1].Load();

@@ -46,6 +46,19 @@ class fraScheduleManager final : public Panel {
   void ClickSetBossKey();
   void LoadStartUp();
 
+  // While one lives, the start-up boxes are clicked by the program and not by its user.
+  class Loading {
+   public:
+    explicit Loading(fraScheduleManager& panel) : panel_(panel) { panel_.loading_ = true; }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+    ~Loading() { panel_.loading_ = false; }
+
+   private:
+    fraScheduleManager& panel_;
+  };
+
+  bool loading_ = false;
   MainWindow& window_;
   settings::SettingCheckBox chkShEnable{*this, IDC_chkShEnable, settings::Setting::chkShEnable};
   settings::SettingCheckBox chkRbt{*this, IDC_chkRbt, settings::Setting::chkRbt};
