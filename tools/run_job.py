@@ -4,6 +4,7 @@ Prints the run's log as it appears, a table of traces before and after per item,
 Exit status 1 when an item that was selected left something that it should erase, or something outside was touched.
 """
 import os
+import re
 import sys
 import time
 from pathlib import Path
@@ -18,23 +19,13 @@ from tools.wine_home import ROOT
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"
 
-# What an erase item takes, by the item's key: families of traces as the traces program or a counter below names them.
-FAMILIES = {
-    "LocationbarHistory": "typed addresses",
-    "ClearAutoComplete": "form entries",
-    "ClearAutoCompletePower": "form passwords",
+# What an erase item takes, by the item's key: the rows of the traces program, and what is laid out and counted below.
+FAMILIES = dict(re.findall(r'^ +\{"(\w+)", "([^"]+)", &', TRACES.read_text(encoding="utf-8"), re.M)) | {
     "TemporaryInternetFile": "cache entries",
     "InternetHistory": "history entries",
-    "ClearLockedIndex": "index files",
     "Cookies": "cookies",
     "WinTempFileFolder": "temporary files",
-    "RecentDocumentList": "recent documents",
-    "RecycleBin": "recycle bin",
     "ScanDisk": "ScanDisk files",
-    "FindFileFolderHistory": "find history",
-    "RunHistory": "Run history",
-    "OpenSavedDialoge": "clipboard",
-    "EraseRegistryFrame": "registry streams",
     "NTypedHistory": "Netscape typed addresses",
     "NClearMailHistry": "Netscape mail trash",
     "NCache": "Netscape cache",

@@ -148,22 +148,23 @@ int CountIndexFile() {
 }
 
 struct Family {
+  const char* key;  // of the item that takes it; tools/run_job.py reads the rows
   const char* name;
   void (*plant)();
   int (*count)();
 };
 
 constexpr Family kFamilies[] = {
-    {"typed addresses", &PlantTypedUrls, &CountTypedUrls},
-    {"form entries", &PlantFormEntries, &CountFormEntries},
-    {"form passwords", &PlantPasswords, &CountPasswords},
-    {"index files", &PlantIndexFile, &CountIndexFile},
-    {"Run history", &PlantRunHistory, &CountRunHistory},
-    {"recent documents", &PlantRecentDocuments, &CountRecentDocuments},
-    {"recycle bin", &PlantRecycleBin, &CountRecycleBin},
-    {"find history", &PlantFindHistory, &CountFindHistory},
-    {"clipboard", &PlantClipboard, &CountClipboard},
-    {"registry streams", &PlantStreams, &CountStreams},
+    {"LocationbarHistory", "typed addresses", &PlantTypedUrls, &CountTypedUrls},
+    {"ClearAutoComplete", "form entries", &PlantFormEntries, &CountFormEntries},
+    {"ClearAutoCompletePower", "form passwords", &PlantPasswords, &CountPasswords},
+    {"ClearLockedIndex", "index files", &PlantIndexFile, &CountIndexFile},
+    {"RunHistory", "Run history", &PlantRunHistory, &CountRunHistory},
+    {"RecentDocumentList", "recent documents", &PlantRecentDocuments, &CountRecentDocuments},
+    {"RecycleBin", "recycle bin", &PlantRecycleBin, &CountRecycleBin},
+    {"FindFileFolderHistory", "find history", &PlantFindHistory, &CountFindHistory},
+    {"OpenSavedDialoge", "clipboard", &PlantClipboard, &CountClipboard},
+    {"EraseRegistryFrame", "registry streams", &PlantStreams, &CountStreams},
 };
 
 }  // namespace
