@@ -97,7 +97,7 @@ void frmMain::OnInit() {
   bannerColour_.reset(::CreateSolidBrush(kBannerGround));
   stealth_.Start(Handle());
   scheduler_.Start(Handle());
-  PlacePanel(main_.Create(Handle()), cmdHelp.Handle());
+  PlacePanel(main_.Create(Handle()), rows_.back().button.Handle());
 }
 
 // The start, step by step
