@@ -87,7 +87,7 @@ TEST_F(EraseRunFailures, AnActionThatFailsIsFollowedByEveryOtherAction) {
   GiveEverythingToDo(whole);
   doClean(whole);
   const Lines expected = whole.Actions();
-  ASSERT_EQ(expected.size(), 99u);
+  ASSERT_GT(expected.size(), Catalogue().size());
   for (std::size_t i = 0; i < calls.size(); ++i) {
     if (calls[i][0] == '?') continue;
     for (const Failure failure : {Failure::RunTimeError, Failure::OutOfMemory}) {
