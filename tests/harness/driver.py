@@ -233,6 +233,13 @@ class Desktop(Windows, Input, Popups, Registry):
         """Sends a message: `ms`, `answered`, `timed_out`, `result`. For measuring; users send no messages."""
         return self.probe.ask("send", self._window_handle(window), message, w, l, timeout_ms, seconds=timeout_ms / 1000 + 30)
 
+    def send_each(self, message: int, w: int, count: int, shows_work) -> None:
+        """Sends the main window a message so many times, each when it is done with the one before.
+
+        What a message starts lasts, and may disable the window or enable a control, `shows_work`; the next one comes meanwhile.
+        """
+        self.probe.ask("sendeach", self._window_handle(None), message, w, count, self.handle(shows_work), seconds=120)
+
     def post(self, window, message: int, w: int = 0, l: int = 0) -> bool:
         return self.probe.ask("post", self._window_handle(window), message, w, l).posted
 

@@ -18,8 +18,11 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <memory>
 
 namespace {
+
+HDESK probesDesktop = nullptr;
 
 // All of a window's controls, or only those of one class.
 std::string controls(const Words& words) {
@@ -147,6 +150,41 @@ std::string send(const Words& words) {
       .flag("timed_out", !answered && (error == ERROR_TIMEOUT || ::IsWindow(toWindow(words.at(1)))))
       .number("result", static_cast<int>(result))
       .done();
+}
+
+struct Sending {
+  HWND window;
+  UINT message;
+  WPARAM wParam;
+};
+
+DWORD WINAPI sendOne(void* what) {
+  const auto sending = std::unique_ptr<Sending>(static_cast<Sending*>(what));
+  ::SetThreadDesktop(probesDesktop);
+  ::SendMessageA(sending->window, sending->message, sending->wParam, 0);
+  return 0;
+}
+
+// Sends a message so many times, each when the window is done with the one before: while it is at work with something that
+// the message has started, which shows as a disabled window or an enabled control, it takes the next one meanwhile.
+std::string sendEach(const Words& words) {
+  const Sending sending{toWindow(words.at(1)), static_cast<UINT>(toNumber(words.at(2))),
+                        static_cast<WPARAM>(toNumber(words.at(3)))};
+  const HWND shows = toWindow(words.at(5));
+  const auto atWork = [&] { return !::IsWindowEnabled(sending.window) || ::IsWindowEnabled(shows); };
+  constexpr DWORD kLongest = 60000;
+  for (long long left = toNumber(words.at(4)); left > 0; --left) {
+    const bool before = atWork();
+    const HANDLE thread = ::CreateThread(nullptr, 0, &sendOne, new Sending(sending), 0, nullptr);
+    if (!thread) return failure("no thread to send from");
+    const DWORD begin = ::GetTickCount();
+    bool late = false;
+    while (::WaitForSingleObject(thread, 1) == WAIT_TIMEOUT && (before || !atWork()) && !late)
+      late = ::GetTickCount() - begin > kLongest;
+    ::CloseHandle(thread);
+    if (late) return failure("the window does not answer");
+  }
+  return json::Object().flag("at_work", atWork()).done();
 }
 
 // What another program can do to a window without asking it.
@@ -280,6 +318,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"focus", threadFocus},
     {L"post", post},
     {L"send", send},
+    {L"sendeach", sendEach},
     {L"show", show},
     {L"settext", setText},
     {L"drop", drop},
@@ -318,7 +357,8 @@ std::string answer(const std::string& line) {
 // The desktop appears a while after its explorer was started.
 bool joinDesktop() {
   for (int tries = 0; tries < 600; ++tries) {
-    if (const HDESK desktop = ::OpenDesktopW(desktopName.c_str(), 0, FALSE, GENERIC_ALL)) return ::SetThreadDesktop(desktop);
+    probesDesktop = ::OpenDesktopW(desktopName.c_str(), 0, FALSE, GENERIC_ALL);
+    if (probesDesktop) return ::SetThreadDesktop(probesDesktop);
     ::Sleep(50);
   }
   return false;
