@@ -7,24 +7,26 @@ Nothing here sleeps for a result: every action waits until Windows has taken the
 import contextlib
 import shutil
 import subprocess
-from pathlib import Path, PureWindowsPath
+from pathlib import Path
 
 from tests.harness.control_names import control_ids
+from tests.harness.part_clock import Clock
 from tests.harness.part_input import Input
+from tests.harness.part_measures import Measures
 from tests.harness.part_popups import Popups
 from tests.harness.part_registry import RUNNING_TITLE, Registry
 from tests.harness.part_windows import Windows
 from tests.harness.probe import BUILT, PROGRAMS, Probe, ProbeError, View, compile_windows_program
 from tools.wine_home import BUILD, USER, WESTERN, Display, WineHome, wait_for
 
-__all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "WM_NULL", "Desktop", "ProbeError", "View",
+__all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "Desktop", "ProbeError", "View",
            "compile_windows_program", "control_ids", "wait_for"]
 
 SIZE = "1024x768"
-WM_NULL, WM_CLOSE = 0x0000, 0x0010
+WM_CLOSE = 0x0010
 
 
-class Desktop(Windows, Input, Popups, Registry):
+class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
     """A screen, a private Windows and the program in it; leaving it ends all of them.
 
     files      what is laid into C:\\Quellix, target name to source; by default all of build/dist
@@ -135,9 +137,13 @@ class Desktop(Windows, Input, Popups, Registry):
         self.probe.stop()
         self._leave.close()
 
-    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str = r"C:\Quellix") -> int:
-        """Starts the program as a double click on its file would and waits until its main window has come."""
-        self.pid = self.start(rf"{folder}\{self.program}", arguments, library=self.library)
+    def start_program(self, arguments: str = "", wait_for_window: bool = True, folder: str = r"C:\Quellix",
+                      library: str | None = None) -> int:
+        """Starts the program as a double click on its file would and waits until its main window has come.
+
+        A library is loaded into it before its first instruction.
+        """
+        self.pid = self.start(rf"{folder}\{self.program}", arguments, library=library or self.library)
         if wait_for_window:
             self.wait_program_shown()
         return self.pid
@@ -195,39 +201,10 @@ class Desktop(Windows, Input, Popups, Registry):
         # Started on this desktop by the probe: from outside it would reach only the default desktop.
         self.wait_ended(self.start(r"C:\windows\system32\wineboot.exe", "-e"), seconds)
 
-    # Measures and pictures
+    # What no user does, and pictures
 
     def processes(self, exe: str | None = None) -> list[View]:
         return [p for p in self.probe.ask("processes") if exe is None or p.exe.lower() == exe.lower()]
-
-    def linux_processes(self) -> list[tuple[Path, list[str]]]:
-        """What runs in this Windows as Linux sees it: folders below /proc, each with the words of its command line."""
-        found = []
-        for process in Path("/proc").glob("[0-9]*"):
-            # One that has ended meanwhile, or is another user's, tells nothing.
-            with contextlib.suppress(OSError):
-                if f"WINEPREFIX={self.home.prefix}".encode() in (process / "environ").read_bytes().split(b"\0"):
-                    words = (process / "cmdline").read_bytes().decode(errors="replace").split("\0")
-                    found.append((process, words))
-        return found
-
-    def cpu(self, program: str | None = None) -> float:
-        """Milliseconds of processor time that a program has used so far, by default the one under test.
-
-        Linux tells it, because Wine answers for every process with the times of the one that asks.
-        """
-        name = (program or self.program).lower()
-        running = [process for process, words in self.linux_processes() if PureWindowsPath(words[0]).name.lower() == name]
-        if len(running) != 1:
-            raise LookupError(f"{len(running)} processes of {name}")
-        return sum(_nanoseconds(thread) for thread in (running[0] / "task").iterdir()) / 1e6
-
-    def move_mouse_away(self) -> None:
-        """Moves the mouse off every window, before the processor time of an idle program is measured.
-
-        While the mouse is over a program's window Wine itself looks again and again, in that program, whether it has left.
-        """
-        self.move(2, 2)
 
     def send(self, window, message: int, w: int = 0, l: int = 0, timeout_ms: int = 5000) -> View:
         """Sends a message: `ms`, `answered`, `timed_out`, `result`. For measuring; users send no messages."""
@@ -243,21 +220,6 @@ class Desktop(Windows, Input, Popups, Registry):
     def post(self, window, message: int, w: int = 0, l: int = 0) -> bool:
         return self.probe.ask("post", self._window_handle(window), message, w, l).posted
 
-    def response_ms(self, window=None, timeout_ms: int = 20000) -> float:
-        """How long a window takes to answer at this moment."""
-        return self.send(window, WM_NULL, timeout_ms=timeout_ms).ms
-
-    def longest_freeze(self, until, window=None, seconds: float = 60) -> float:
-        """Asks a window without a pause until `until()` is true and returns the longest answer in milliseconds."""
-        hwnd = self._window_handle(window)
-        worst = [0.0]
-
-        def over():
-            worst[0] = max(worst[0], self.response_ms(hwnd))
-            return until()
-        wait_for("the end of the measured work", over, seconds, 0.005)
-        return worst[0]
-
     def screenshot(self, path: Path, window=None) -> Path:
         """A picture of the screen, or of the part of it where a window is."""
         path = Path(path)
@@ -268,10 +230,3 @@ class Desktop(Windows, Input, Popups, Registry):
         subprocess.run(["import", "-display", self.display.name, "-window", "root", "-crop",
                         f"{right - left}x{bottom - top}+{left}+{top}", "+repage", str(path)], check=True)
         return path
-
-
-def _nanoseconds(thread: Path) -> int:
-    """The processor time of a Linux thread, none when it has ended."""
-    with contextlib.suppress(OSError):
-        return int((thread / "schedstat").read_text().split()[0])
-    return 0

@@ -35,11 +35,11 @@ class ProgramCase(unittest.TestCase):
         name = f"{cls.__module__.rpartition('.')[2].removeprefix('test_')}-{cls.__name__}".lower()
         cls.d = cls.enterClassContext(Desktop(name, start=False, registry=OFF_LINE, **cls.options))
 
-    def start(self, settings: dict | None = None, wait_until_started: bool = True) -> None:
+    def start(self, settings: dict | None = None, wait_until_started: bool = True, library: str | None = None) -> None:
         """Starts the program with no other stored settings than these."""
         self.end()
         self.store(settings)
-        self.restart(wait_until_started)
+        self.restart(wait_until_started, library)
 
     def store(self, settings: dict | None = None) -> None:
         """Makes these the only stored settings."""
@@ -55,9 +55,9 @@ class ProgramCase(unittest.TestCase):
                 self.panel_on_show() != ["fraMain"]:
             self.start(settings)
 
-    def restart(self, wait_until_started: bool = True) -> None:
+    def restart(self, wait_until_started: bool = True, library: str | None = None) -> None:
         """Starts the program again with what it has stored."""
-        self.d.start_program()
+        self.d.start_program(library=library)
         if wait_until_started:
             self.d.wait_status(STARTED)  # the last step of the start
             self.d.wait_icon()

@@ -112,16 +112,21 @@ class AddFolder(ShredderCase):
         d = self.d
         self.open_work()
         d.click("cmdCancel", self.window)
-        self.wait_added()
+        self.wait_closed()
         self.window = self.open()
         d.key("Escape")
-        self.wait_added()
+        self.wait_closed()
         self.window = self.open()
         left, top, right, _ = d.wait_window("#32770", TITLE).rect
         x = next(x for x in range(right - 6, left, -2)
                  if d.send(self.window, WM_NCHITTEST, 0, x | top + 12 << 16).result == CLOSE_BUTTON)
         d.click_at(x - 3, top + 12)
-        self.wait_added()
+        self.wait_closed()
+        # What the windows before have added would come first.
+        self.window = self.open()
+        self.open_work()
+        d.click("cmdAdd", self.window)
+        self.wait_added(r"C:\work")
 
     def test_another_drive_shows_its_folders(self):
         self.d.choose("drvList", "D:", self.window)

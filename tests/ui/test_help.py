@@ -14,10 +14,10 @@ def witness() -> Path:
     return compile_windows_program(PROGRAMS / "witness.cpp", "-mwindows")
 
 
-def testimony(exe: Path, seconds: float = 30) -> tuple[int, str]:
+def testimony(exe: Path) -> tuple[int, str]:
     """Waits until the witness that is there has been started and returns its show state and command line."""
     told = exe.with_name(exe.name + ".txt")
-    lines = wait_for(f"{exe.name} to be started", lambda: told.exists() and told.read_text().splitlines(), seconds)
+    lines = wait_for(f"{exe.name} to be started", lambda: told.exists() and told.read_text().splitlines())
     told.unlink()
     return int(lines[0]), lines[1]
 
@@ -45,8 +45,8 @@ class TheLinks(HelpCase):
         self.d.click("cmdHelp")
         self.d.wait_visible("Label16")
 
-    def opened(self, seconds: float = 30) -> str:
-        return testimony(self.browser, seconds)[1]
+    def opened(self) -> str:
+        return testimony(self.browser)[1]
 
     def test_open_the_address_that_the_first_one_shows(self):
         address = self.d.text("Label16")
@@ -73,7 +73,7 @@ class TheLinks(HelpCase):
             d.key("Tab")
             d.wait_focus(link)
             d.key(key)
-            self.assertEqual(d.text("Label16") in self.opened(5), link == "Label16")
+            self.assertEqual(d.text("Label16") in self.opened(), link == "Label16")
 
     def test_leave_the_panel_and_the_status_as_they_are(self):
         self.d.click("Label22")

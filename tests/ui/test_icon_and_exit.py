@@ -106,19 +106,23 @@ class TheIcon(IconCase):
     def test_starts_a_run_by_clean_and_shows_it(self):
         self.d.click("cmdDefault")
         self.minimise()
-        self.pick_from_icon("Clean")
-        self.wait_back()
-        self.wait_log(CLIPBOARD)
-        self.assertEqual((self.panel_on_show(), self.d.status_text()), (["fraClean"], "Please Wait .."))
+        with self.d.time_held():
+            self.pick_from_icon("Clean")
+            self.wait_back()
+            self.wait_log(CLIPBOARD)
+            self.assertEqual((self.panel_on_show(), self.d.status_text()), (["fraClean"], "Please Wait .."))
         self.assertEqual(self.wait_run_over(), [CLIPBOARD, *DONE])
         self.d.click("cmdDefault")
         wait_for("the main settings", lambda: self.panel_on_show() == ["fraMain"])
 
     def test_starts_no_second_run_by_clean(self):
-        self.press_erase_only()
-        self.wait_log(CLIPBOARD)
-        # The log is cleared by the way to the Erase panel, and the run goes on.
-        self.pick_from_icon("Clean")
+        with self.d.time_held():
+            self.press_erase_only()
+            self.wait_log(CLIPBOARD)
+            # The log is cleared by the way to the Erase panel, and the run goes on.
+            self.pick_from_icon("Clean")
+            self.wait_log()
+            self.settle_main()
         self.assertEqual(self.wait_run_over(), DONE)
         self.settle_main()
         self.assertEqual((self.log(), self.d.status_text()), (DONE, "Ready"))
@@ -182,7 +186,7 @@ class TheQuestionBeforeTheExit(IconCase):
         question = self.ask_to_exit().hwnd
         self.d.click_icon()
         wait_for("the window on show", lambda: self.d.main.visible and not self.d.main.iconic)
-        wait_for("the question in front", lambda: self.d.foreground().hwnd == question, 5)
+        wait_for("the question in front", lambda: self.d.foreground().hwnd == question)
         self.d.press_button_in_box("No")
         self.wait_back()
 
@@ -234,11 +238,12 @@ class TheEnd(IconCase):
         self.check_ended()
 
     def test_by_exit_in_the_middle_of_a_run_stores_the_settings(self):
-        self.press_erase_only()
-        self.d.wait_enabled("cmdStop")
-        self.ask_to_exit()
-        self.d.press_button_in_box("Yes")
-        self.check_ended()
+        with self.d.time_held():
+            self.press_erase_only()
+            self.d.wait_enabled("cmdStop")
+            self.ask_to_exit()
+            self.d.press_button_in_box("Yes")
+            self.check_ended()
 
     def test_comes_although_nothing_can_be_stored(self):
         self.d.reg_delete_key("HKCU", STORE)

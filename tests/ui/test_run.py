@@ -25,13 +25,15 @@ class ARun(RunCase):
         d = self.d
         self.start(only("OpenSavedDialoge", "WinTempFileFolder"))
         self.assertFalse(d.control("cmdStop").own_enabled)
-        self.press_erase_only()
-        self.wait_log(TEMP)
-        self.assertEqual((self.progress(), d.status_text()), ((0, 10, 20), "Please Wait .."))
-        self.assertTrue(d.control("PbarClean").visible and d.control("cmdStop").enabled)
-        d.click("cmdClean")  # does nothing while a run is in progress, neither now nor later
-        self.wait_log(TEMP, CLIPBOARD)
-        self.assertEqual((self.progress(), d.control("cmdStop").enabled), ((0, 20, 20), True))
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(TEMP)
+            self.assertEqual((self.progress(), d.status_text()), ((0, 10, 20), "Please Wait .."))
+            self.assertTrue(d.control("PbarClean").visible and d.control("cmdStop").enabled)
+            d.click("cmdClean")  # does nothing while a run is in progress, neither now nor later
+            d.pass_a_second()
+            self.wait_log(TEMP, CLIPBOARD)
+            self.assertEqual((self.progress(), d.control("cmdStop").enabled), ((0, 20, 20), True))
         self.assertEqual(self.wait_run_over(), [TEMP, CLIPBOARD, *DONE])
         d.wait_status("Ready")
         d.settle("cmdClean")
@@ -40,29 +42,32 @@ class ARun(RunCase):
     def test_is_stopped_in_the_pause_of_its_first_item(self):
         d = self.d
         self.start(only("OpenSavedDialoge", "EraseRegistryFrame", "WinTempFileFolder"))
-        self.press_erase_only()
-        d.wait_enabled("cmdStop")
-        d.click("cmdStop")
-        self.assertEqual(self.wait_run_over(), [TEMP, *STOPPED])
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(TEMP)
+            d.click("cmdStop")
+            self.assertEqual(self.wait_run_over(), [TEMP, *STOPPED])
         self.assertEqual(self.progress(), (0, 30, 30))
         d.wait_status("Ready")
 
     def test_can_follow_on_a_stopped_one(self):
         self.start(only("OpenSavedDialoge", "WinTempFileFolder"))
-        self.press_erase_only()
-        self.d.wait_enabled("cmdStop")
-        self.d.click("cmdStop")
-        self.wait_run_over()
+        with self.d.time_held():
+            self.press_erase_only()
+            self.wait_log(TEMP)
+            self.d.click("cmdStop")
+            self.wait_run_over()
         self.d.click("cmdClean")
-        self.wait_log(TEMP, CLIPBOARD)
+        wait_for("another run", lambda: self.log()[-2:] != STOPPED)
         self.assertEqual(self.wait_run_over(), [TEMP, CLIPBOARD, *DONE])
 
     def test_answers_its_window_at_once(self):
         self.start(only("RecentDocument"))
-        self.press_erase_only()
-        self.d.wait_enabled("cmdStop")
-        self.d.move_mouse_away()
-        before = self.d.cpu()
+        with self.d.time_held():
+            self.press_erase_only()
+            self.d.wait_enabled("cmdStop")
+            self.d.move_mouse_away()
+            before = self.d.cpu()
         self.assertLess(self.d.longest_freeze(lambda: self.log()[-1:] == DONE[-1:]), 500)
         self.assertLess(self.d.cpu() - before, 200)
 
@@ -73,15 +78,17 @@ class ARun(RunCase):
 
     def test_with_only_the_recent_files_steps_and_writes_no_line(self):
         self.start(only("RecentDocument"))
-        self.press_erase_only()
-        wait_for("the step", lambda: self.progress() == (0, 10, 10) and self.d.control("cmdStop").enabled)
-        self.assertEqual(self.log(), [])
+        with self.d.time_held():
+            self.press_erase_only()
+            wait_for("the step", lambda: self.progress() == (0, 10, 10) and self.d.control("cmdStop").enabled)
+            self.assertEqual(self.log(), [])
         self.assertEqual(self.wait_run_over(), DONE)
 
     def test_with_only_the_netscape_cache_writes_two_lines(self):
         self.start(only("NCache"))
-        self.press_erase_only()
-        self.wait_log("Erasing Netscape Cache...", "Erasing Netscape Cookies...")
+        with self.d.time_held():
+            self.press_erase_only()
+            self.wait_log("Erasing Netscape Cache...", "Erasing Netscape Cookies...")
         self.assertEqual(self.wait_run_over(), ["Erasing Netscape Cache...", "Erasing Netscape Cookies...", *DONE])
 
     def test_of_everything_writes_every_line_in_its_order(self):
@@ -96,10 +103,11 @@ class ARun(RunCase):
     def test_goes_on_when_another_panel_is_looked_at(self):
         d = self.d
         self.start(only("OpenSavedDialoge", "EraseRegistryFrame"))
-        self.press_erase_only()
-        self.wait_log(CLIPBOARD)
-        d.click("cmdHelp")
-        d.wait_status("Displaying Displaying Help")
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(CLIPBOARD)
+            d.click("cmdHelp")
+            d.wait_status("Displaying Displaying Help")
         d.wait_status("Ready")
         self.assertEqual(self.panel_on_show(), ["fraHelp"])
         self.assertEqual(self.wait_run_over(), [CLIPBOARD, REGISTRY, *DONE])
@@ -107,10 +115,11 @@ class ARun(RunCase):
     def test_is_started_by_erase_on_the_main_settings(self):
         d = self.d
         self.start(only("OpenSavedDialoge"))
-        d.click("cmdClean_2")
-        self.wait_log(CLIPBOARD)
-        self.assertEqual((self.panel_on_show(), d.status_text()), (["fraClean"], "Please Wait .."))
-        self.assertTrue(d.control("PbarClean").visible)
+        with d.time_held():
+            d.click("cmdClean_2")
+            self.wait_log(CLIPBOARD)
+            self.assertEqual((self.panel_on_show(), d.status_text()), (["fraClean"], "Please Wait .."))
+            self.assertTrue(d.control("PbarClean").visible)
         self.assertEqual(self.wait_run_over(), [CLIPBOARD, *DONE])
 
     def test_empties_the_temp_folder_and_leaves_the_folder(self):
@@ -207,10 +216,11 @@ class ClosingInTheMiddle(RunCase):
         d = self.d
         self.start(only("OpenSavedDialoge", "EraseRegistryFrame", "RecentDocument"))
         d.set_checked(("chkWinsettings", 7), False)
-        self.press_erase_only()
-        self.wait_log(CLIPBOARD)
-        self.click_title_button(CLOSE_BUTTON)
-        self.assertEqual(d.wait_ended(), 0)
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(CLIPBOARD)
+            self.click_title_button(CLOSE_BUTTON)
+            self.assertEqual(d.wait_ended(), 0)
         d.wait_no_icon()
         self.assertEqual(self.flags(), only("OpenSavedDialoge", "EraseRegistryFrame")["CleanSettings"])
         self.assertEqual(d.registry_value("Shredder", "txtLevel"), "50")

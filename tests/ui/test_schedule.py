@@ -30,8 +30,8 @@ def install_no_ticks(home) -> None:
 class ScheduleCase(ProgramCase):
     options = {"prepare": install_no_ticks}
 
-    def start(self, settings: dict | None = None, wait_until_started: bool = True) -> None:
-        super().start(settings, wait_until_started)
+    def start(self, *how, **more) -> None:
+        super().start(*how, **more)
         self.d.load_into_program(r"C:\no_ticks.dll")
         self.settle()
 

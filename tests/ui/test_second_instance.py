@@ -52,7 +52,7 @@ class ASecondStart(ProgramCase):
         question = d.wait_box("Confirmation").hwnd
         self.put_another_program_in_front()
         self.check_second()
-        wait_for("the question in front", lambda: d.foreground().hwnd == question, 5)
+        wait_for("the question in front", lambda: d.foreground().hwnd == question)
         self.assertEqual([box.hwnd for box in d.boxes()], [question])
         self.assertTrue(d.main.visible)
         d.press_button_in_box("No")
@@ -66,14 +66,15 @@ class ASecondStart(ProgramCase):
         question = d.wait_box("Confirmation").hwnd
         self.check_second()
         wait_for("the main window on show", lambda: d.main.visible and not d.main.iconic)
-        wait_for("the question in front", lambda: d.foreground().hwnd == question, 5)
+        wait_for("the question in front", lambda: d.foreground().hwnd == question)
         d.press_button_in_box("No")
         self.wait_in_front()
 
     def test_ends_in_the_middle_of_a_run_and_leaves_the_run_alone(self):
-        self.press_erase_only()
-        self.wait_log("Erasing Clipboard History...")
-        self.check_second()
+        with self.d.time_held():
+            self.press_erase_only()
+            self.wait_log("Erasing Clipboard History...")
+            self.check_second()
         self.assertEqual(self.wait_run_over()[-1], "Quellix has successfully erased selected item(s).")
 
     def test_stores_nothing(self):

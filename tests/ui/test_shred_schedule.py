@@ -45,11 +45,10 @@ class TheScheduledList(ScheduledCase):
         self.files("c.txt", "a, b.txt", "a.txt")
         self.choose_files("cmdCustomAdd", "c.txt", "a, b.txt")
         self.wait_count("lstFiles", 2)
-        self.assertEqual(self.d.text("FileCount"), ready(2))
+        self.d.wait_text("FileCount", ready(2))
         self.choose_files("cmdCustomAdd", "a.txt")
         self.wait_count("lstFiles", 3)
-        self.d.settle("lstFiles")
-        self.assertEqual(self.d.text("FileCount"), ready(3))
+        self.d.wait_text("FileCount", ready(3))
         self.assertEqual(set(self.shown()), {r"C:\work\c.txt", r"C:\work\a, b.txt", r"C:\work\a.txt"})
         self.wait_saved(self.shown())
         self.assertEqual(self.count("lstFileShred"), 0)
@@ -58,9 +57,8 @@ class TheScheduledList(ScheduledCase):
         a, b = self.files("a.txt", "folder/b.txt")
         self.drop("lstFiles", a, r"C:\work\folder", b)
         self.wait_count("lstFiles", 2)
-        self.d.settle("lstFiles")
-        self.assertEqual((self.shown(), self.count("lstFolder")), ([a, b], 0))
         self.wait_saved([a, b])
+        self.assertEqual((self.shown(), self.count("lstFolder")), ([a, b], 0))
 
     def test_is_kept_beside_a_program_whose_folder_the_code_page_cannot_hold(self):
         paths = self.files("a.txt")
@@ -71,7 +69,6 @@ class TheScheduledList(ScheduledCase):
         self.d.wait_status(STARTED)
         self.show_shredder()
         self.fill("lstFiles", paths)
-        self.d.settle("lstFiles")
         file = elsewhere / LIST_FILE
         wait_for("the list beside the program", lambda: file.exists() and file.read_text("cp1252").splitlines() == paths)
         self.d.click("cmdCustomDeleteAll")
@@ -88,31 +85,33 @@ class TheScheduledList(ScheduledCase):
             d.click_item("lstFiles", 2)
         d.key("Delete")
         self.wait_count("lstFiles", 2)
-        d.settle("lstFiles")
-        self.assertEqual(self.shown(), [paths[0], paths[3]])
         self.wait_saved([paths[0], paths[3]])
-        self.assertEqual(d.text("FileCount"), ready(2))
+        self.assertEqual(self.shown(), [paths[0], paths[3]])
+        d.wait_text("FileCount", ready(2))
 
     def test_is_cleared_with_its_file(self):
         d = self.d
-        self.fill("lstFiles", self.files("a.txt"))
-        d.settle("lstFiles")
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.wait_saved(paths)
         self.list_file.chmod(0o444)
         d.click("cmdCustomDeleteAll")
         self.wait_count("lstFiles", 0)
-        d.settle("lstFiles")
-        self.assertEqual((self.list_file.exists(), d.text("FileCount"), d.text("lStat"), self.left()),
-                         (False, "", "Status", ["a.txt"]))
+        wait_for("the list's file to go", lambda: not self.list_file.exists())
+        d.wait_text("FileCount", "")
+        d.wait_text("lStat", "Status")
+        self.assertEqual(self.left(), ["a.txt"])
 
     def test_is_cleared_without_a_word_when_there_is_no_file(self):
         d = self.d
-        self.fill("lstFiles", self.files("a.txt"))
-        d.settle("lstFiles")
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.wait_saved(paths)
         self.list_file.unlink()
         for _ in range(2):
             d.click("cmdCustomDeleteAll")
             self.wait_count("lstFiles", 0)
-            d.settle("lstFiles")
+            d.settle("Picture1")
             self.assertEqual(d.boxes(), [])
 
 
@@ -151,8 +150,7 @@ class Restarting(ScheduledCase):
     def test_keeps_five_thousand_lines(self):
         paths = [rf"C:\work\some folder\file number {number:04}.txt" for number in range(MANY)]
         self.fill("lstFiles", paths)
-        self.d.settle("lstFiles")
-        self.assertEqual(self.d.text("FileCount"), ready(MANY))
+        self.d.wait_text("FileCount", ready(MANY))
         self.wait_saved(paths)
         self.end()
         self.restart()
@@ -184,9 +182,10 @@ class AnEraseRun(ScheduledCase):
         second = [self.second_name(path) for path in paths]
         d.replace_text("txtLev", "3")
         self.fill("lstFiles", [*paths, r"C:\work\missing.txt"])
-        self.press_erase_only()
-        self.wait_log(ITEM)  # the first item pauses for a second
-        self.assertEqual(self.left(), [])
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(ITEM)
+            self.assertEqual(self.left(), [])
         self.assertEqual(self.wait_run_over(), [ITEM, *DONE])
         self.assertEqual([file.stat().st_size for file in second], [overwritten_size(1)] * 2)
         self.show_shredder()

@@ -4,6 +4,7 @@ import unittest
 
 from tests.harness.driver import BUILT
 from tests.harness.items import ITEMS
+from tests.harness.part_clock import LIBRARY
 from tests.harness.program import CAPTION, STARTED, STORE, ProgramCase, only
 
 REG_SZ = 1
@@ -183,13 +184,15 @@ class AnEraseAtTheStart(ProgramCase):
 
     def test_it_runs_before_the_icon_comes_and_before_the_status_text_is_set(self):
         d = self.d
+        d.hold_time_of_next_start()
         self.start(only("WinTempFileFolder", "RecentDocument") | {"Startup": {"LoadStartup": "1", "Startup": "1"}},
-                   wait_until_started=False)
+                   wait_until_started=False, library=LIBRARY)
         self.wait_log("Erasing Windows Temp File/Folder ...")
         self.assertIsNone(d.icon())
         self.assertEqual(d.status_text(), "Please Wait ..")
         self.assertEqual(self.panel_on_show(), ["fraMain"])
         self.assertTrue(d.checked(("chkStartUp", 2)))
+        d.release_time()
         d.wait_status(STARTED)
         d.wait_icon()
         self.assertEqual(self.log(), ["Erasing Windows Temp File/Folder ...", "",

@@ -98,7 +98,7 @@ class OtherProcess {
     const HANDLE thread = ::CreateRemoteThread(m_process, nullptr, 0, start, nullptr, 0, nullptr);
     if (!thread) return std::nullopt;
     DWORD result = 0;
-    const bool ended = ::WaitForSingleObject(thread, 3000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
+    const bool ended = ::WaitForSingleObject(thread, 20000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
     if (!ended) memory.keep();
     ::CloseHandle(thread);
     return ended ? std::optional(result) : std::nullopt;
@@ -108,10 +108,10 @@ class OtherProcess {
   DWORD functionThere(const char* moduleName, const char* function) const {
     const HMODULE here = ::GetModuleHandleA(moduleName);
     const HANDLE modules = ::CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, m_pid);
-    if (modules == INVALID_HANDLE_VALUE) return 0;
     MODULEENTRY32 module{};
     module.dwSize = sizeof module;
-    DWORD there = 0;
+    // Before its first instruction a process has no list; the system's own modules lie where they do here.
+    DWORD there = ::Module32First(modules, &module) ? 0 : reinterpret_cast<DWORD>(here);
     for (BOOL more = ::Module32First(modules, &module); more && !there; more = ::Module32Next(modules, &module))
       if (!::lstrcmpiA(module.szModule, moduleName)) there = reinterpret_cast<DWORD>(module.modBaseAddr);
     ::CloseHandle(modules);
