@@ -186,7 +186,11 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         try:
             yield
         finally:
-            assert self.probe.ask("halt", self.pid, 0).done
+            self.probe.ask("halt", self.pid, 0)
+
+    def let_go_for(self, microseconds: int) -> None:
+        """Within `halted`: lets the program run for so long."""
+        self.probe.ask("step", self.pid, microseconds)
 
     def load_into_program(self, library: str) -> None:
         """Loads a library into the program, as the shell's extensions are loaded into every program."""

@@ -55,24 +55,25 @@ class TheProgramIsEnded(ProgramCase):
                 self.check_next_start()
 
     def kill_between_the_flags(self, chance: random.Random) -> None:
-        """Ends the program while it stores, again and again until some flags are the new ones already and others are not.
-
-        How long the storing takes differs with the machine: a kill that came too late halves the pause before the next one, one
-        that came too early makes it longer.
-        """
-        pause = 0.004
-        for _ in range(40):
+        """Ends the program while it stores, when some flags are the new ones already and others are not."""
+        for _ in range(20):
+            key = chance.choice(ITEMS[:-1]).key
             self.start({"CleanSettings": OLD} | OTHERS)
             self.d.click("cmdDeselectAll")
             wait_for("empty boxes", lambda: not any(self.d.checked(item.box) for item in ITEMS))
-            self.d.post(None, WM_CLOSE)
-            time.sleep(pause * chance.uniform(0.7, 1))  # the point in the saving; nothing is waited for
-            self.d.terminate()
-            flags = set(self.check_old_or_new())
-            if self.d.wait_ended() == KILLED and len(flags) == 2:
+            with self.d.halted():
+                self.d.post(None, WM_CLOSE)
+                wait_for(f"a new flag of {key}", lambda key=key: self.let_it_store(key), every=0)
+                self.d.terminate()
+            flags = self.check_old_or_new()
+            if self.d.wait_ended() == KILLED and len(set(flags)) == 2:
                 return
-            pause = pause * 1.6 if flags == set(OLD.values()) else pause / 2
         self.fail("no kill came between the first flag and the last")
+
+    def let_it_store(self, key: str) -> bool:
+        """Lets the halted program run on by a bit, and tells whether it has stored this flag."""
+        self.d.let_go_for(200)
+        return self.d.registry_value("CleanSettings", key) != OLD[key]
 
     def check_old_or_new(self) -> list[str]:
         """No setting is lost or anything else than it was or was to become. Returns the items' flags."""

@@ -77,13 +77,30 @@ inline std::string terminate(const Words& words) {
   return json::Object().flag("done", ::TerminateProcess(found->second, 1)).done();
 }
 
+inline bool callOnProcess(const char* function, HANDLE process) {
+  using Function = LONG(WINAPI*)(HANDLE);
+  const auto call =
+      reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), function)));
+  return call && call(process) >= 0;
+}
+
 // As a debugger does it: the process runs no instruction until it is let go again.
 inline std::string halt(const Words& words) {
   const auto found = startedProcesses.find(static_cast<DWORD>(toNumber(words.at(1))));
   if (found == startedProcesses.end()) return failure("not a process of the probe");
-  using Suspend = LONG(WINAPI*)(HANDLE);
   const char* const name = toNumber(words.at(2)) != 0 ? "NtSuspendProcess" : "NtResumeProcess";
-  const auto suspend =
-      reinterpret_cast<Suspend>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), name)));
-  return json::Object().flag("done", suspend && suspend(found->second) >= 0).done();
+  return json::Object().flag("done", callOnProcess(name, found->second)).done();
+}
+
+// Lets a halted process go for so many microseconds.
+inline std::string step(const Words& words) {
+  const auto found = startedProcesses.find(static_cast<DWORD>(toNumber(words.at(1))));
+  if (found == startedProcesses.end()) return failure("not a process of the probe");
+  LARGE_INTEGER rate{}, begin{}, now{};
+  ::QueryPerformanceFrequency(&rate);
+  const bool resumed = callOnProcess("NtResumeProcess", found->second);
+  for (::QueryPerformanceCounter(&begin), now = begin;
+       (now.QuadPart - begin.QuadPart) * 1000000 < toNumber(words.at(2)) * rate.QuadPart;)
+    ::QueryPerformanceCounter(&now);
+  return json::Object().flag("done", resumed && callOnProcess("NtSuspendProcess", found->second)).done();
 }

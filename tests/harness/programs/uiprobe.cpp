@@ -333,6 +333,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"ended", ended},
     {L"terminate", terminate},
     {L"halt", halt},
+    {L"step", step},
     {L"reg", readValue},
     {L"reglist", listKey},
     {L"regset", setValue},
