@@ -129,9 +129,9 @@ class Windows:
         self.probe.ask("show", self._window_handle(window), 0)
 
     def status_text(self, part: int = 1, window=None) -> str:
-        """The text of a part of the window's status bar."""
+        """The text of a part of the window's status bar; none while the bar has no such part yet."""
         bar = self.control("stBar", window)
-        return bar.simple_text if bar.simple else bar.parts[part]
+        return bar.simple_text if bar.simple else "".join(bar.parts[part:part + 1])
 
     def wait_status(self, text: str, part: int = 1, seconds: float = 20) -> None:
         wait_for(f"the status bar to say {text!r}", lambda: self.status_text(part) == text, seconds)
