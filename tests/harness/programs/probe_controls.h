@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <optional>
 #include <set>
+#include <vector>
 
 constexpr UINT kQueryTimeout = 2000;
 constexpr int kItemsInOverview = 100;
@@ -42,21 +43,18 @@ class Asker {
   std::set<DWORD> m_silent;
 };
 
-inline std::optional<std::wstring> itemText(Asker& ask, HWND list, UINT lengthMessage, UINT textMessage, int index) {
-  const auto length = ask.send(list, lengthMessage, index);
-  if (!length || static_cast<int>(*length) < 0) return std::nullopt;
-  std::wstring out(*length + 2, L'\0');
-  const auto got = ask.send(list, textMessage, index, reinterpret_cast<LPARAM>(out.data()));
+// One message a line: Windows asks for a line's length itself, and with thousands of lines each message counts.
+inline std::optional<std::wstring> itemText(Asker& ask, HWND list, UINT message, int index) {
+  static std::wstring buffer(4 << 20, L'\0');  // longer than any line
+  const auto got = ask.send(list, message, index, reinterpret_cast<LPARAM>(buffer.data()));
   if (!got || static_cast<int>(*got) < 0) return std::nullopt;
-  out.resize(std::min<size_t>(*got, *length + 1));
-  return out;
+  return buffer.substr(0, *got);
 }
 
 inline std::string itemsFrom(Asker& ask, HWND list, bool combo, int first, int last) {
   json::Array items;
   for (int i = first; i < last; ++i) {
-    const auto text =
-        combo ? itemText(ask, list, CB_GETLBTEXTLEN, CB_GETLBTEXT, i) : itemText(ask, list, LB_GETTEXTLEN, LB_GETTEXT, i);
+    const auto text = itemText(ask, list, combo ? CB_GETLBTEXT : LB_GETTEXT, i);
     if (!text) break;
     items.add(json::quoted(*text));
   }
@@ -75,9 +73,11 @@ inline void describeList(Asker& ask, HWND window, json::Object& out) {
   out.number("selected", static_cast<int>(ask.send(window, LB_GETCURSEL).value_or(static_cast<DWORD>(LB_ERR))));
   out.number("top", static_cast<int>(ask.send(window, LB_GETTOPINDEX).value_or(0)));
   json::Array chosen;
-  if (::GetWindowLongA(window, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL))
-    for (int i = 0; i < count; ++i)
-      if (static_cast<int>(ask.send(window, LB_GETSEL, i).value_or(0)) > 0) chosen.add(std::to_string(i));
+  if (::GetWindowLongA(window, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) {
+    std::vector<int> lines(count);
+    lines.resize(ask.send(window, LB_GETSELITEMS, lines.size(), reinterpret_cast<LPARAM>(lines.data())).value_or(0));
+    for (const int line : lines) chosen.add(std::to_string(line));
+  }
   out.raw("chosen", chosen.done());
 }
 
