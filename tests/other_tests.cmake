@@ -18,8 +18,10 @@ foreach(source ${outside})
   string(REGEX REPLACE "^test_" "" short ${name})
   add_test(NAME ui/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.ui.${name}
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-  set_tests_properties(ui/${short} PROPERTIES TIMEOUT 300)
+  set_tests_properties(ui/${short} PROPERTIES TIMEOUT 900 COST 100)
 endforeach()
+# The longest ones begin first, so that none of them is left alone at the end.
+set_tests_properties(ui/cookies ui/boss_key ui/schedule ui/shred_schedule ui/startup ui/shredder ui/invisible ui/killed PROPERTIES COST 200)
 
 function(quellix_audit name)
   add_test(NAME audit/${name} COMMAND ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
@@ -38,6 +40,7 @@ add_test(NAME runtime/probe COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.ru
 quellix_audit(same_bytes_elsewhere bash tools/audit/same_bytes.sh)
 quellix_audit(format bash tools/format.sh --all --check)
 quellix_audit(lint ${QUELLIX_PYTHON} -B -m tools.lint --all)
+set_tests_properties(audit/lint audit/same_bytes_elsewhere PROPERTIES PROCESSORS 2 COST 150)
 quellix_audit(rooms ${QUELLIX_PYTHON} -B -m tools.check_rooms)
 
 file(GLOB tools CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/tools/test_*.py)

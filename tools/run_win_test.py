@@ -35,7 +35,7 @@ def main() -> int:
         environment = {"QUELLIX_WINDOWS_VERSION": version}
         if hasattr(preparation, "prepare"):
             environment.update(preparation.prepare(home) or {})
-        done = home.run(f"C:\\test\\{program.name}", "--gtest_brief=1", timeout=280, environment=environment)
+        done = home.run(f"C:\\test\\{program.name}", "--gtest_brief=1", timeout=880, environment=environment)
         print(done.stdout, end="")
         # A program whose server is ended under it still reports 0: only its own last line tells that it came to its end.
         complete = "[  PASSED  ]" in done.stdout
