@@ -63,30 +63,42 @@ class Input:
         finally:
             self._button(1, False)
 
-    def _reachable(self, target: View, even_if_disabled: bool) -> View:
+    def _reachable(self, name, window, even_if_disabled: bool = False, seconds: float = 10) -> View:
+        """The control, as soon as a user can click it: a panel may be on its way."""
+        why: list = [None]
+
+        def can_be_clicked():
+            why[0], target = self._why_not(self.control(name, window), even_if_disabled)
+            return target if not why[0] else None
+        try:
+            return wait_for("what is clicked", can_be_clicked, seconds)
+        except TimeoutError:
+            raise AssertionError(f"a user cannot click {why[0]}") from None
+
+    def _why_not(self, target: View, even_if_disabled: bool) -> tuple[str | None, View]:
         if not target.visible:
-            raise AssertionError(f"a user cannot click what is not on show: {dict(target)}")
+            return f"what is not on show: {dict(target)}", target
         if not target.enabled and not even_if_disabled:
-            raise AssertionError(f"a user cannot click what is disabled: {dict(target)}")
+            return f"what is disabled: {dict(target)}", target
         x, y = target.centre
         window = self.probe.ask("windowat", x, y)
         if not window or window.hwnd != target.root:
-            raise AssertionError(f"{window and (window['class'], window.title)} covers {target.text!r} at {x},{y}")
-        return target
+            return f"what {window and (window['class'], window.title)} covers: {target.text!r} at {x},{y}", target
+        return None, target
 
     def click(self, name, window=None, even_if_disabled: bool = False, button: int = 1) -> None:
         """A real click on the middle of a control, which has to be on show, enabled and not covered."""
-        self.click_at(*self._reachable(self.control(name, window), even_if_disabled).centre, button)
+        self.click_at(*self._reachable(name, window, even_if_disabled).centre, button)
 
     def right_click(self, name, window=None) -> None:
         self.click(name, window, button=3)
 
     def double_click(self, name, window=None) -> None:
-        self.double_click_at(*self._reachable(self.control(name, window), False).centre)
+        self.double_click_at(*self._reachable(name, window).centre)
 
     def click_item(self, name, item, window=None, double: bool = False) -> None:
         """Clicks a line of a list box, by its text or number; the line has to be scrolled into view."""
-        hwnd = self._reachable(self.control(name, window), False).hwnd
+        hwnd = self._reachable(name, window).hwnd
         number = item if isinstance(item, int) else self.items(name, window).index(item)
         place = self.probe.ask("itemrect", hwnd, number)
         (left, top, right, bottom), area = place.rect, place.client
@@ -103,7 +115,7 @@ class Input:
     def choose(self, name, text: str, window=None) -> None:
         """Chooses a line of a drop-down list with the keyboard, as one does after a click on it."""
         target = self.items(name, window).index(text)
-        left, top, right, bottom = self._reachable(self.control(name, window), False).rect
+        left, top, right, bottom = self._reachable(name, window).rect
         self.click_at(right - 8, (top + min(bottom, top + 20)) // 2)
         self.wait_control(name, lambda c: c.dropped, "to open", window)
         at = self.control(name, window).selected

@@ -92,7 +92,12 @@ class Windows:
 
     def items(self, name, window=None) -> list[str]:
         """Every line of a list box or combo box."""
-        return self.probe.ask("items", self.handle(name, window))["items"]
+        hwnd = self.handle(name, window)
+
+        def told():
+            answer = self.probe.ask("items", hwnd)
+            return answer if answer.answered else None
+        return wait_for(f"{name} to tell its lines", told)["items"]
 
     def wait_control(self, name, condition, what: str = "", window=None, seconds: float = 20) -> View:
         """Waits until `condition(view)` holds and returns the view."""
