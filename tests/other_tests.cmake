@@ -54,5 +54,5 @@ foreach(source ${with_standin})
   string(REGEX REPLACE "^test_" "" short ${name})
   add_test(NAME standin/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.standin.${name}
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-  set_tests_properties(standin/${short} PROPERTIES TIMEOUT 300)
+  set_tests_properties(standin/${short} PROPERTIES TIMEOUT 900 COST 120)
 endforeach()
