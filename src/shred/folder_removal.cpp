@@ -17,8 +17,7 @@ namespace {
 bool IsRemovableFolder(const Path& folder) {
   bool removable = false;
   resumeNext([&] {
-    removable = cleaners::IsWalkableFolder(folder) &&
-                cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
+    removable = cleaners::IsWalkableFolder(folder) && cleaners::MayClearFolder(cleaners::FindFolderFacts(folder));
   });
   return removable;
 }
