@@ -9,6 +9,7 @@
 #include "platform/Reg32.h"
 #include "platform/handles.h"
 #include "platform/key_tree.h"
+#include "platform/plain_key.h"
 #include "platform/stop_request.h"
 
 namespace cleaners {
@@ -34,9 +35,8 @@ void DeleteValuesFromTheFront(HKEY key, LONG status) {
 }
 
 void ClearFindKey(const char* path) {
-  HKEY opened = nullptr;
-  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
-  findKey.reset(status == ERROR_SUCCESS ? opened : nullptr);
+  findKey.reset();
+  const LONG status = OpenPlainKey(HKEY_CURRENT_USER, path, kRegistryAccess, findKey);
   ++CleanedKeyCount;
   DeleteValuesFromTheFront(findKey.get(), status);
   DeleteKeyTree(HKEY_CURRENT_USER, path);
