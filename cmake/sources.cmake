@@ -57,6 +57,7 @@ set(WINDOWS_SOURCES
   src/platform/panel.cpp
   src/platform/plain_key.cpp
   src/platform/special_folder.cpp
+  src/platform/start_program.cpp
   src/platform/whole_file.cpp
   src/platform/wide_system.cpp
   src/platform/window_text.cpp

@@ -2,7 +2,10 @@
 
 #include "platform/addresses.h"
 #include "platform/product.h"
+#include "platform/special_folder.h"
+#include "platform/start_program.h"
 #include "platform/system_functions.h"
+#include "platform/wide_system.h"
 
 namespace app {
 using namespace platform;
@@ -42,6 +45,11 @@ std::optional<LRESULT> fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lP
   return {};
 }
 
-void fraHelp::OpenPage(const char* address) { late::ShellOpen(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }
+// An elevated program leaves it to the running shell: a browser that it started would browse with an administrator's rights.
+void fraHelp::OpenPage(const char* address) {
+  const Path shell = WindowsFolder() / Wide<"explorer.exe">();
+  if (IsElevated() && StartProgram(shell, L'"' + Widen(address) + L'"', SW_SHOWNORMAL)) return;
+  late::ShellOpen(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL);
+}
 
 }  // namespace app

@@ -57,11 +57,12 @@ void cmdAutoComplte() {
   if (StopErase) return;
   reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
     const Path companion = ProgramFolder() / Wide<"iea.exe">();
-    // The working directory is the text "1", too; the companion needs none.
+    // In quotes: of a path with blanks the shell would try every beginning. The working directory is the text "1", too; the
+    // companion needs none.
     if (UsesWideNames())
-      late::ShellOpenWide(MainWindowHandle, L"open", companion.Shown().c_str(), L"1", L"1", SW_HIDE);
+      late::ShellOpenWide(MainWindowHandle, L"open", (L'"' + companion.Shown() + L'"').c_str(), L"1", L"1", SW_HIDE);
     else
-      late::ShellOpen(MainWindowHandle, "open", AnsiForm(companion).c_str(), "1", "1", SW_HIDE);
+      late::ShellOpen(MainWindowHandle, "open", ('"' + AnsiForm(companion) + '"').c_str(), "1", "1", SW_HIDE);
   });
 }
 
