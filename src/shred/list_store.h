@@ -9,12 +9,14 @@
 namespace shred {
 using namespace platform;
 
-// Its lines; nothing when there is no file that can be opened. Raises the system's error when it cannot be read.
+// Its lines; nothing when there is no file that can be opened, and after a message for one over 16 MB. Raises the system's
+// error when it cannot be read.
 std::optional<std::vector<WideText>> StoredList();
 
 // A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
 void StoreList(const std::vector<WideText>& lines);
 
+// Overwritten first: it names what was shredded.
 void DeleteStoredList();
 
 }  // namespace shred
