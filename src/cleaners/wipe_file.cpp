@@ -3,11 +3,11 @@
 #include <cstdlib>
 
 #include "cleaners/clean_log.h"
+#include "cleaners/locked_files.h"
 #include "cleaners/mask_ending.h"
 #include "cleaners/wipe_fill.h"
 #include "cleaners/wipe_state.h"
 #include "platform/message_pump.h"
-#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 
@@ -34,12 +34,15 @@ struct PassOutcome {
   RuntimeError failure;
 };
 
-PassOutcome Overwrite(const Path& path, std::uint64_t length) {
+PassOutcome Overwrite(const OpenFolder& in, const Path& path, std::uint64_t length) {
   const FillBlocks blocks = MakeFillBlocks(RandomFillCharacter(), RandomFillCharacter());
   UniqueFile file;
   const RuntimeError failure = failureOf([&] {
-    file = NativeOpenForWriting(path);
-    if (!file) RaiseLastError();
+    const bool opened = TryWhileLocked([&] {
+      file = in.Open(path, GENERIC_WRITE, 0);
+      return static_cast<bool>(file);
+    });
+    if (!opened) RaiseLastError();
   });
   if (failure) return {false, failure};
   const std::uint64_t kilobytes = length / 1024;
@@ -55,18 +58,18 @@ PassOutcome Overwrite(const Path& path, std::uint64_t length) {
 
 }  // namespace
 
-RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes) {
+RuntimeError Wipe(const OpenFolder& in, const Path& path, std::uint64_t length, std::int16_t passes) {
   PassOutcome outcome{true, {}};
-  for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
+  for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(in, path, length);
   if (outcome.failure || StopErase) return outcome.failure;
   return failureOf([&] {
-    if (!NativeDeleteFile(path)) RaiseLastError();
+    if (!TryWhileLocked([&] { return in.Delete(path); })) RaiseLastError();
   });
 }
 
 RuntimeError WipeIfThere(const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
-  return Wipe(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+  return Wipe(OpenFolder(), path, passes > 0 ? NativeFileLength(path) : 0, passes);
 }
 
 bool FileExistsFs(const Path& path) {
@@ -78,8 +81,8 @@ void WipeFile(const Path& path, std::int16_t passes) {
   if (const RuntimeError failure = WipeIfThere(path, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
-void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes) {
-  if (const RuntimeError failure = Wipe(path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
+void WipeListedFile(const OpenFolder& in, const Path& path, std::uint64_t length, std::int16_t passes) {
+  if (const RuntimeError failure = Wipe(in, path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
 void WipeMatchingFiles(WideView mask) {

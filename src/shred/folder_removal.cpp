@@ -1,10 +1,13 @@
 #include "shred/folder_removal.h"
 
+#include <utility>
+
 #include "cleaners/folder_facts.h"
 #include "cleaners/folder_walk.h"
+#include "cleaners/locked_files.h"
 #include "cleaners/mask_ending.h"
 #include "platform/message_pump.h"
-#include "platform/native_files.h"
+#include "platform/open_folder.h"
 #include "platform/runtime_error.h"
 #include "shred/folder_chain.h"
 
@@ -13,36 +16,42 @@ using namespace platform;
 
 namespace {
 
-// False for a folder that stays as it is, also where the system lacks a function that would tell which folders to keep.
-bool IsRemovableFolder(const Path& folder) {
+// None for a folder that stays as it is, also where the system lacks a function that would tell which folders to keep. It
+// is opened before it is judged, so that what is removed is what was judged.
+OpenFolder OpenRemovable(const Path& folder) {
+  OpenFolder opened = cleaners::OpenForWalk(folder);
   bool removable = false;
-  resumeNext([&] {
-    removable = cleaners::IsWalkableFolder(folder) &&
-                cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
-  });
-  return removable;
+  resumeNext(
+      [&] { removable = opened && cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders())); });
+  return removable ? std::move(opened) : OpenFolder();
 }
 
-void DeleteFilesIn(const Path& folder, WideView mask) {
-  FolderListing listing(folder);
+// `from` is the folder that the user has named; `folder` is it or lies in it.
+void DeleteFilesIn(OpenFolder& opened, const Path& folder, const Path& from, WideView mask) {
   FolderEntry entry;
-  while (listing.Next(entry)) {
-    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) NativeDeleteFile(folder / entry.name);
+  opened.StartOver(folder);
+  while (opened.IsStillAt(folder, from) && opened.Next(entry)) {
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) opened.Delete(folder / entry.name);
     DoEventsNowAndThen();
   }
 }
 
-void RemoveSubfolder(const Path& folder, const FolderEntry& entry) {
-  // Asked once more: a link may have taken the folder's place since it was listed.
-  if (!IsLink(entry.attributes) && !IsLink(NativeAttributes(folder))) {
-    NativeSetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
+void RemoveSubfolder(OpenFolder& root, const Path& from, const FolderEntry& entry) {
+  const Path folder = from / entry.name;
+  if (!IsLink(entry.attributes)) {
+    OpenFolder opened = root.Enter(folder);
+    if (!opened) return;  // a link may have taken its place since it was listed
+    const DWORD attributes = NativeAttributes(folder);
+    root.SetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
     for (const WideView mask : {Wide<"*.gif">(), Wide<"*.htm">(), Wide<"*.cab">(), Wide<"*.jpg">(), Wide<"*.css">(),
                                 Wide<"*.swf">(), Wide<"*">(), Wide<"*.*">()})
-      DeleteFilesIn(folder, mask);
-  } else if (!IsNamedLink(entry)) {
-    return;
+      DeleteFilesIn(opened, folder, from, mask);
+    if (!opened.IsStillAt(folder, from)) return;
+    opened = OpenFolder();  // an open one cannot be removed
+    if (!root.Remove(folder) && attributes != INVALID_FILE_ATTRIBUTES) root.SetAttributes(folder, attributes);
+  } else if (IsNamedLink(entry)) {
+    root.Remove(folder);
   }
-  NativeRemoveFolder(folder);
 }
 
 // Deletes what is read-only too.
@@ -50,38 +59,40 @@ class TreeRemoval final : public cleaners::FolderVisitor {
  public:
   bool IsOver() override { return false; }
 
-  void AtFile(const Path& path, const FolderEntry& entry) override {
-    if (NativeDeleteFile(path) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeDeleteFile(path);
+  void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
+    const auto deletes = [&] { return in.Delete(path); };
+    if (cleaners::TryWhileLocked(deletes) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
+    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    if (!cleaners::TryWhileLocked(deletes)) in.SetAttributes(path, entry.attributes);
   }
 
-  void AtFolder(const Path& path) override {
-    if (NativeRemoveFolder(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeRemoveFolder(path);
+  void AtFolder(const OpenFolder& in, const Path& path) override {
+    if (in.Remove(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
+    const DWORD attributes = NativeAttributes(path);
+    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    if (!in.Remove(path) && attributes != INVALID_FILE_ATTRIBUTES) in.SetAttributes(path, attributes);
   }
 };
 
-void RemoveFirstSubfolder(const Path& root) {
-  FolderListing listing(root);
+void RemoveFirstSubfolder(OpenFolder& opened, const Path& root) {
   FolderEntry entry;
-  bool over = false;
-  while (!over && listing.Next(entry)) {
+  opened.StartOver(root);
+  while (opened.IsStillAt(root, root) && opened.Next(entry)) {
     if (IsFolder(entry.attributes) && entry.name != L"." && entry.name != L"..") {
-      RemoveSubfolder(root / entry.name, entry);
+      RemoveSubfolder(opened, root, entry);
+      DoEvents();
       // The walk and the test whether the subfolder exists share one listing: after the test it names that subfolder alone.
-      over = true;
+      return;
     }
     DoEvents();
   }
 }
 
 // True when the folder itself is gone.
-bool RemoveTree(const Path& root) {
+bool RemoveTree(const Path& root, OpenFolder opened) {
   TreeRemoval removal;
-  cleaners::WalkFolder(root, removal);
-  removal.AtFolder(root);
+  opened.StartOver(root);
+  if (cleaners::WalkFolder(root, std::move(opened), removal)) removal.AtFolder(OpenFolder(), root);
   return NativeAttributes(root) == INVALID_FILE_ATTRIBUTES;
 }
 
@@ -99,17 +110,21 @@ bool FolderCheck(const Path& path, bool create) {
 bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
 
 void ClearSubFolders(const Path& folder) {
-  if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
+  if (OpenFolder opened = OpenRemovable(folder)) RemoveFirstSubfolder(opened, folder);
 }
 
-bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
+bool RemoveFolderTree(const Path& folder) {
+  OpenFolder opened = OpenRemovable(folder);
+  return opened && RemoveTree(folder, std::move(opened));
+}
 
-// The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
+// The folder is judged once and stays open through all three steps.
 void ShredFolder(const Path& folder) {
-  if (!IsRemovableFolder(folder)) return;
-  DeleteFilesIn(folder, Wide<"*.*">());
-  if (cleaners::IsWalkableFolder(folder)) RemoveFirstSubfolder(folder);
-  if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
+  OpenFolder opened = OpenRemovable(folder);
+  if (!opened) return;
+  DeleteFilesIn(opened, folder, folder, Wide<"*.*">());
+  RemoveFirstSubfolder(opened, folder);
+  RemoveTree(folder, std::move(opened));
 }
 
 }  // namespace shred

@@ -1,5 +1,6 @@
 #include "shred/fraShred.h"
 
+#include "cleaners/locked_files.h"
 #include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
@@ -120,6 +121,7 @@ void fraShred::ShredManually() {
     ShowMessage("File List is Empty", MB_ICONEXCLAMATION);
     return;
   }
+  cleaners::LockedFiles.BeginRun();
   txtMessage.SetText(MessageBefore(txtLev.Text()));
   const int count = manual_.Count();
   if (count > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
@@ -171,6 +173,7 @@ void fraShred::ShredFolders() {
     return;
   }
   const Walk walk(*this);
+  cleaners::LockedFiles.BeginRun();
   int gone = 0;
   const std::vector<Path> folders = folders_.Collection();
   for (const Path& folder : folders) {

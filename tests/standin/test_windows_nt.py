@@ -14,6 +14,7 @@ from tests.standin.windows import WINDOWS, Systems
 from tools import run_job
 
 FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
+UNFOLLOWED = 0x200000  # an option of NtOpenFile
 SE_PRIVILEGE_ENABLED = 2
 STREAMS, STREAMS_BELOW = r"Software\Microsoft\Windows\CurrentVersion\StreamMRU", "0"
 # Without Internet Explorer there is no URL cache, and without the desktop update no function that empties the recycle bin.
@@ -67,9 +68,11 @@ class TheNtFamily(UnderWindows):
     def check_link(self, folder: str) -> None:
         """A link went as a link: removed by its own name, with nothing behind it looked at."""
         link = folder + r"\link"
-        removed = [call for call in self.calls("RemoveDirectoryW") if call.texts and call.texts[0].endswith(link)]
-        expected = [(1, f"links {WINDOWS[self.windows].links:#x}")] if WINDOWS[self.windows].links else []
-        self.assertEqual([(call.result, call.rule) for call in removed], expected)
+        removed = self.deletions("link")
+        expected = [("NtSetInformationFile", f"links {WINDOWS[self.windows].links:#x}")] if WINDOWS[self.windows].links else []
+        self.assertEqual([(call.function, call.rule) for call in removed], expected)
+        opened = [call for call in self.calls("NtOpenFile") if call.texts == ["link"]]
+        self.assertEqual({call.arguments[5] & UNFOLLOWED for call in opened}, {UNFOLLOWED} if expected else set(), opened)
         behind = [str(call) for call in self.calls() if any(link + "\\" in text for text in call.texts)]
         self.assertEqual(behind, [])
 
