@@ -80,7 +80,7 @@ Collected Collect(const Names& names, bool always) {
   for (const auto profile : {&CommunicatorProfile, &Netscape6Profile})
     quietly([&] {
       const Path folder = always || !StopErase ? profile() : Path();
-      if (!IsFolderAndNoLink(NativeAttributes(folder))) return;
+      if (folder.IsEmpty() || !IsFolderAndNoLink(NativeAttributes(folder))) return;
       found.roots.push_back(folder);
       for (const WideView name : names) found.list.push_back(folder / name);
     });

@@ -6,44 +6,58 @@ namespace platform {
 
 namespace {
 
-constexpr ULONG kDispositionInformation = 13;
+constexpr ULONG kBasicInformation = 4, kNameInformation = 9, kDispositionInformation = 13;
 
-UniqueFile OpenUnfollowed(const Path& path, DWORD access, DWORD share) {
-  if (!UsesWideNames()) return NativeOpen(path, access, share);
-  return UniqueFile(late::CreateFileWide(path.Native().c_str(), access, share, nullptr, OPEN_EXISTING,
-                                         FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+// The name that a file has on its volume, "\\x\\y". Empty where the system does not tell, and for a very long one.
+WideText NameOnVolume(HANDLE file) {
+  struct {
+    ULONG bytes;
+    wchar_t text[1024];
+  } name = {};
+  IO_STATUS_BLOCK io;
+  if (late::NtQueryInformationFile(file, &io, &name, sizeof name, kNameInformation) < 0) return {};
+  return {name.text, name.bytes / sizeof(wchar_t)};
 }
 
-// Not every disk keeps to the demand not to follow. What the folders on the way are is not asked here; where they are links
-// the final path of the folder has to begin the one of the file.
-bool IsWhereItIsAskedFor(HANDLE file, const Path& path) {
+// The quick way to tell it: the drive of the path and the file's name are the whole path.
+bool IsPlainlyAt(const Path& path, HANDLE file) {
+  constexpr std::size_t kDrive = 6;  // "\\?\C:"
+  const WideView afterDrive = WideView(path.Native()).substr(kDrive);
+  const WideText name = NameOnVolume(file);
+  return name == afterDrive || (name.size() == afterDrive.size() && EqualIgnoringCase(name, afterDrive));
+}
+
+// Not every disk keeps to the demand not to follow. Where a folder on the way is a link, the final path of the folder that
+// the file is in has to begin the one of the file.
+bool IsWhereItIsAskedFor(const Path& path, HANDLE file) {
+  if (IsPlainlyAt(path, file)) return true;
   const Path final = FinalPathOf(file);
-  return final.IsEmpty() || EqualIgnoringCase(final.Native(), path.Native()) ||
-         EqualIgnoringCase(final.Native(), (NativeFinalPath(path.Parent()) / path.Name()).Native());
+  return final.IsEmpty() || EqualIgnoringCase(final.Native(), (NativeFinalPath(path.Parent()) / path.Name()).Native());
+}
+
+bool IsFileItself(const Path& path, HANDLE file) {
+  FILE_BASIC_INFORMATION found;
+  IO_STATUS_BLOCK io;
+  return late::NtQueryInformationFile(file, &io, &found, sizeof found, kBasicInformation) >= 0 &&
+         (found.FileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0 &&
+         IsWhereItIsAskedFor(path, file);
 }
 
 }  // namespace
 
-FileItself OpenItself(const Path& path, DWORD access, DWORD share) {
-  FileItself opened;
-  opened.file = OpenUnfollowed(path, access, share);
-  if (!opened.file) return opened;
-  BY_HANDLE_FILE_INFORMATION found;
-  const bool isFile = ::GetFileInformationByHandle(opened.file.get(), &found) &&
-                      (found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0;
-  if (!isFile || !IsWhereItIsAskedFor(opened.file.get(), path)) {
-    opened.file.reset();
+UniqueFile OpenItself(const Path& path, DWORD access, DWORD share) {
+  if (!CanDeleteByHandle()) return NativeOpen(path, access, share);
+  UniqueFile file(late::CreateFileWide(path.Native().c_str(), access, share, nullptr, OPEN_EXISTING,
+                                       FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  if (file && !IsFileItself(path, file.get())) {
+    file.reset();
     ::SetLastError(ERROR_ACCESS_DENIED);
-    return opened;
   }
-  opened.attributes = found.dwFileAttributes;
-  opened.names = found.nNumberOfLinks;
-  opened.identity = {found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
-  return opened;
+  return file;
 }
 
 bool CanDeleteByHandle() {
-  static const bool can = late::NtSetInformationFile && late::RtlNtStatusToDosError;
+  static const bool can = late::NtQueryInformationFile && late::NtSetInformationFile && late::RtlNtStatusToDosError;
   return can && UsesWideNames();
 }
 

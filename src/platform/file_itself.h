@@ -5,17 +5,10 @@
 
 namespace platform {
 
-struct FileItself {
-  UniqueFile file;
-  DWORD attributes = 0;
-  DWORD names = 0;  // hard links to it, this one included
-  FolderIdentity identity = {};
-};
-
 // An existing file, not truncated, at its first byte. None for a link and any other reparse point, for a folder, and where
 // the file's final path is another one than the folder's with its name; the reason is in GetLastError, ERROR_ACCESS_DENIED
 // for what is refused here. On Windows 9x, which has no links, the same as NativeOpen.
-FileItself OpenItself(const Path& path, DWORD access, DWORD share);
+UniqueFile OpenItself(const Path& path, DWORD access, DWORD share);
 
 // Deletes the file of a handle that was opened with the access DELETE when it is closed, whatever its path leads to by then;
 // false on failure, with the reason in GetLastError, and on Windows 9x.

@@ -133,7 +133,7 @@ bool OpenFolder::Fill() {
   ended_ = !Succeeded(late::NtQueryDirectoryFile(folder_.get(), nullptr, nullptr, nullptr, &io, block_.data(), kBlock,
                                                  kBothDirectoryInformation, FALSE, nullptr, startOver_));
   startOver_ = false;
-  if (ended_) block_ = {};
+  if (ended_) block_ = std::vector<std::uint64_t>();
   return !ended_;
 }
 
@@ -168,11 +168,9 @@ void OpenFolder::StartOver(const Path& path) {
 }
 
 void OpenFolder::Rest() {
-  const std::size_t done = at_ / sizeof block_[0];  // every record begins at a multiple of that
-  if (!block_.empty())
-    block_ = std::vector<std::uint64_t>(block_.begin() + static_cast<std::ptrdiff_t>(done), block_.end());
-  else
-    block_ = {};
+  const std::size_t done = block_.empty() ? 0 : at_ / sizeof block_[0];  // every record begins at a multiple of that
+  // A new vector: emptying one keeps its memory.
+  block_ = std::vector<std::uint64_t>(block_.begin() + static_cast<std::ptrdiff_t>(done), block_.end());
   at_ = 0;
 }
 

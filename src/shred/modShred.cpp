@@ -1,7 +1,6 @@
 #include "shred/modShred.h"
 
 #include <optional>
-#include <utility>
 
 #include "cleaners/locked_files.h"
 #include "platform/ErroHandle.h"
@@ -42,7 +41,7 @@ class Victim {
         cleaners::TryWhileLocked([this] { return OpenWith(DELETE) || OpenWith(0); }))
       return;
     const DWORD reason = (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? ERROR_ACCESS_DENIED : ::GetLastError();
-    if (const FileItself looked = OpenItself(path_, 0, kSharedByAll); looked.file) identity_ = looked.identity;
+    if (const UniqueFile looked = OpenItself(path_, 0, kSharedByAll)) identity_ = IdentityOf(looked.get());
     RaiseSystemError(reason);
   }
 
@@ -65,11 +64,10 @@ class Victim {
  private:
   bool OpenWith(DWORD deletion) {
     if (deletion != 0 && !CanDeleteByHandle()) return false;
-    FileItself opened = OpenItself(path_, GENERIC_WRITE | deletion, kShared);
-    if (!opened.file) return false;
-    file_ = std::move(opened.file);
-    identity_ = opened.identity;
+    file_ = OpenItself(path_, GENERIC_WRITE | deletion, kShared);
+    if (!file_) return false;
     deletes_ = deletion != 0;
+    if (!deletes_) identity_ = IdentityOf(file_.get());
     return true;
   }
 
@@ -81,9 +79,9 @@ class Victim {
       ::SetLastError(ERROR_ACCESS_DENIED);
       return false;
     }
-    const FileItself again = OpenItself(path_, DELETE, kSharedByAll);
-    if (!again.file) return false;
-    if (identity_ == again.identity) return DeleteByHandle(again.file.get());
+    const UniqueFile again = OpenItself(path_, DELETE, kSharedByAll);
+    if (!again) return false;
+    if (identity_ && IdentityOf(again.get()) == identity_) return DeleteByHandle(again.get());
     ::SetLastError(ERROR_FILE_NOT_FOUND);
     return false;
   }
@@ -117,23 +115,23 @@ class WithoutAttributes {
     constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const DWORD attributes = NativeAttributes(path);
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kInTheWay) == 0) return;
-    const FileItself looked = OpenItself(path, 0, kSharedByAll);  // never those of a link's target
-    if (!looked.file || !NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL)) return;
+    const UniqueFile looked = OpenItself(path, 0, kSharedByAll);  // never those of a link's target
+    if (!looked || !NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL)) return;
     taken_ = attributes;
-    identity_ = looked.identity;
+    identity_ = IdentityOf(looked.get());
   }
   WithoutAttributes(const WithoutAttributes&) = delete;
   WithoutAttributes& operator=(const WithoutAttributes&) = delete;
   ~WithoutAttributes() {
     if (taken_ == 0) return;
-    const FileItself left = OpenItself(path_, 0, kSharedByAll);
-    if (left.file && left.identity == identity_) NativeSetAttributes(path_, taken_);
+    const UniqueFile left = OpenItself(path_, 0, kSharedByAll);
+    if (left && IdentityOf(left.get()) == identity_) NativeSetAttributes(path_, taken_);
   }
 
  private:
   const Path& path_;
   DWORD taken_ = 0;
-  FolderIdentity identity_ = {};
+  std::optional<FolderIdentity> identity_;
 };
 
 }  // namespace
