@@ -16,14 +16,22 @@ Path KeepListFile() { return ProgramFolder() / Wide<"SafeCookie.dat">(); }
 }  // namespace
 
 // Filling and moving let window events run, and one of them may close the window, even open it anew: the work that was
-// going on is then over. Meanwhile a button begins nothing else, so that no half-filled list is moved or saved.
+// going on is then over. Meanwhile nothing else begins, so that no half-filled list is moved or saved: the buttons are
+// disabled. A button that has the keyboard gets it back, unless its user took it elsewhere.
 class frmCookie::Work {
  public:
-  explicit Work(frmCookie& form) : form_(form) { form_.work_ = this; }
+  explicit Work(frmCookie& form) : form_(form), focus_(::GetFocus()) {
+    form_.work_ = this;
+    if (::IsChild(form_.Handle(), focus_)) form_.MoveFocusTo(form_.lstKeeplist.Handle());
+    form_.EnableButtons(false);
+  }
   Work(const Work&) = delete;
   Work& operator=(const Work&) = delete;
   ~Work() {
-    if (!over_) form_.work_ = nullptr;
+    if (over_) return;
+    form_.work_ = nullptr;
+    form_.EnableButtons(true);
+    if (::GetFocus() == form_.lstKeeplist.Handle() && ::IsChild(form_.Handle(), focus_)) form_.MoveFocusTo(focus_);
   }
 
   void End() {
@@ -34,6 +42,7 @@ class frmCookie::Work {
 
  private:
   frmCookie& form_;
+  HWND focus_;
   bool over_ = false;
 };
 
@@ -75,12 +84,17 @@ void frmCookie::OnClick(int id) {
   }
 }
 
+void frmCookie::EnableButtons(bool enabled) {
+  for (Button* button : {&cmdAdd, &cmdAddAll, &cmdRemove, &cmdRemoveAll, &cmdRefresh, &cmdClose}) button->SetEnabled(enabled);
+}
+
 void frmCookie::Load() {
   const Work work(*this);
   const bool read = LoadList(SafeList, KeepListFile(), &work.Over());
   if (work.Over()) return;
   keepListRead_ = read;
   ShowCurrentCookies(work);
+  if (!work.Over()) SafeList.Select(SafeList.ListCount() - 1);  // the line that was looked up last
 }
 
 void frmCookie::ShowCurrentCookies(const Work& work) {
@@ -125,8 +139,8 @@ void frmCookie::MoveAll(ListBox& from, ListBox& to) {
 }
 
 void frmCookie::SaveAndClose() {
-  // A list that could not be read is not overwritten by an empty one.
-  if (keepListRead_ || SafeList.ListCount() > 0) SaveList(SafeList, KeepListFile());
+  // A list that could not be read is not overwritten by what was added since.
+  if (keepListRead_) SaveList(SafeList, KeepListFile());
   Unload();
 }
 

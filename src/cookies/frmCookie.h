@@ -28,6 +28,7 @@ class frmCookie final : public Dialog {
   void OnNotification(int id, int notification) override;
   void OnCancel() override { Unload(); }
 
+  void EnableButtons(bool enabled);
   void Load();
   void ShowCurrentCookies(const Work& work);
   static void MoveSelected(ListBox& from, ListBox& to);
@@ -38,6 +39,12 @@ class frmCookie final : public Dialog {
   MainWindow& window_;
   ListBox lstKeeplist{*this, IDC_lstKeeplist};
   ListBox SafeList{*this, IDC_SafeList};
+  Button cmdAdd{*this, IDC_cmdAdd};
+  Button cmdAddAll{*this, IDC_cmdAddAll};
+  Button cmdRemove{*this, IDC_cmdRemove};
+  Button cmdRemoveAll{*this, IDC_cmdRemoveAll};
+  Button cmdRefresh{*this, IDC_cmdRefresh};
+  Button cmdClose{*this, IDC_cmdClose};
   std::optional<clsIni> ini_;  // held while the window exists; nothing is kept in it
   Work* work_ = nullptr;       // what is being done while window events run
   bool keepListRead_ = true;   // false: there is a file that could not be read

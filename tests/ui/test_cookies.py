@@ -61,6 +61,10 @@ class CookieCase(ProgramCase):
         """Opens the window on a keep list and waits until it is filled."""
         self.show(None if kept is None else as_file(kept))
         self.wait_lists([name for name in COOKIES if name not in (kept or [])], kept or [])
+        self.wait_ready()
+
+    def wait_ready(self) -> None:
+        self.d.wait_control("cmdClose", lambda c: c.enabled, "to be enabled", self.window)
 
     def lists(self) -> tuple[list[str], list[str]]:
         return self.d.items(CURRENT, self.window), self.d.items(KEPT, self.window)
@@ -81,6 +85,7 @@ class CookieCase(ProgramCase):
         self.assertEqual((sorted(left), right), (sorted(current), kept))
 
     def press(self, button: str) -> None:
+        self.wait_ready()
         self.d.click(button, self.window)
 
     def select(self, name: str, line: str) -> None:
@@ -151,6 +156,13 @@ class OpeningTheWindow(CookieCase):
     def test_shows_a_name_with_a_comma_as_two(self):
         self.show(as_file(["alice@a,b.txt", COOKIES[0]]))
         self.wait_lists(COOKIES[1:], ["alice@a", "b.txt", COOKIES[0]])
+
+    def test_selects_the_last_kept_line(self):
+        for kept in ([GONE], [COOKIES[1], GONE, COOKIES[0]], []):
+            self.open(kept)
+            self.assertEqual(self.d.control(KEPT, self.window).selected, len(kept) - 1)
+            self.d.key("Escape")
+            self.wait_closed()
 
     def test_stands_over_the_main_window_with_the_keyboard_on_the_current_cookies(self):
         self.open()
@@ -230,9 +242,13 @@ class TheButtons(CookieCase):
 
     def test_add_and_remove_do_nothing_while_nothing_is_selected(self):
         self.open([GONE])
-        for button in ("cmdAdd", "cmdRemove"):
-            self.press(button)
-            self.check_unchanged(COOKIES, [GONE])
+        self.press("cmdAdd")
+        self.check_unchanged(COOKIES, [GONE])
+        self.d.key("Escape")
+        self.wait_closed()
+        self.open([])
+        self.press("cmdRemove")
+        self.check_unchanged(COOKIES, [])
 
     def test_add_takes_no_notice_of_what_is_selected_on_the_other_side(self):
         self.open([GONE])
@@ -273,6 +289,18 @@ class TheButtons(CookieCase):
         self.wait_lists([COOKIES[0], COOKIES[1], COOKIES[3]], [GONE, COOKIES[2]])
         self.d.click_item(KEPT, GONE, self.window, double=True)
         self.wait_lists([COOKIES[0], COOKIES[1], COOKIES[3], GONE], [COOKIES[2]])
+
+    def test_a_double_click_on_add_or_remove_moves_one_line(self):
+        self.open([GONE, "other"])
+        order = self.lists()[0]
+        self.select(CURRENT, order[0])
+        self.d.double_click("cmdAdd", self.window)
+        self.wait_lists(order[1:], [GONE, "other", order[0]])
+        self.check_unchanged(order[1:], [GONE, "other", order[0]])
+        self.select(KEPT, GONE)
+        self.d.double_click("cmdRemove", self.window)
+        self.wait_lists([*order[1:], GONE], ["other", order[0]])
+        self.check_unchanged([*order[1:], GONE], ["other", order[0]])
 
     def test_refresh_drops_what_was_not_saved_and_shows_what_came_meanwhile(self):
         self.open([COOKIES[0]])
@@ -439,6 +467,16 @@ class AFileThatGivesTrouble(CookieCase):
         self.save_and_close()
         self.assertEqual(self.file.read_bytes(), kept)
 
+    def test_because_another_program_held_it_is_not_replaced_by_what_was_added_since(self):
+        kept = as_file([COOKIES[0], GONE])
+        self.file.write_bytes(kept)
+        holder = self.hold_file()
+        self.show()
+        self.wait_lists(COOKIES, [])
+        self.d.terminate(holder)
+        self.add_one_and_save()
+        self.assertEqual(self.file.read_bytes(), kept)
+
     def test_because_it_is_read_only_is_read_and_stays_whole(self):
         kept = as_file([GONE])
         self.file.write_bytes(kept)
@@ -574,7 +612,7 @@ class AWindowThatIsBusy(CookieCase):
         wait_for("every line", lambda: (self.count(CURRENT), self.count(KEPT)) == (current, kept), 60)
 
     def press_while_filling(self, button: str) -> None:
-        self.press(button)
+        self.d.click(button, self.window, even_if_disabled=True)
         self.assertLess(self.count(CURRENT), len(self.current), "the window was filled before the press")
 
     def test_filling_saves_nothing_half(self):
@@ -585,6 +623,19 @@ class AWindowThatIsBusy(CookieCase):
         self.assertEqual(self.file.read_bytes(), kept)
         self.save_and_close()
         self.assertEqual(self.file.read_bytes(), kept)
+
+    def test_has_its_buttons_disabled_while_it_fills_and_the_keyboard_where_it_was_after_that(self):
+        self.show(as_file(self.kept))
+        buttons = [name for name in TAB_ORDER if name.startswith("cmd")]
+        enabled = [self.d.control(name, self.window).enabled for name in buttons]
+        self.assertLess(self.count(CURRENT), len(self.current), "the window was filled before it was looked at")
+        self.assertEqual(enabled, [False] * len(buttons))
+        self.wait_counts(len(self.current), len(self.kept))
+        self.wait_ready()
+        self.assertEqual([self.d.control(name, self.window).enabled for name in buttons], [True] * len(buttons))
+        self.press("cmdRefresh")
+        self.wait_ready()
+        self.d.wait_focus("cmdRefresh", self.window)
 
     def test_filling_moves_nothing(self):
         for button in ("cmdAddAll", "cmdRemoveAll"):
@@ -601,7 +652,7 @@ class AWindowThatIsBusy(CookieCase):
         self.wait_counts(len(self.current), len(self.kept))
         order = self.lists()[0]
         self.press("cmdAddAll")
-        self.press("cmdClose")
+        self.d.click("cmdClose", self.window, even_if_disabled=True)
         if self.d.find_window("#32770", TITLE):
             self.wait_counts(0, len(self.kept) + len(order))
             self.assertEqual(self.file.read_bytes(), as_file(self.kept))
