@@ -84,7 +84,9 @@ bool Dialog::TranslateKeys(MSG& message) {
   const auto owner = std::find_if(openWindows.begin(), openWindows.end(), [&message](HWND window) {
     return window == message.hwnd || ::IsChild(window, message.hwnd);
   });
-  return owner != openWindows.end() && ::IsDialogMessageA(*owner, &message) != 0;
+  if (owner == openWindows.end()) return false;
+  auto* const dialog = reinterpret_cast<Dialog*>(::GetWindowLongA(*owner, DWL_USER));
+  return (dialog != nullptr && dialog->OnKey(message)) || ::IsDialogMessageA(*owner, &message) != 0;
 }
 
 void Dialog::PlaceOver(HWND other) {

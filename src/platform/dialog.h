@@ -66,6 +66,9 @@ class Dialog {
   // The controls are attached by now.
   virtual void OnInit() {}
 
+  // A message for a control of the window, before the window's keyboard handling sees it. True when it is done with.
+  virtual bool OnKey(const MSG& /*message*/) { return false; }
+
   // A control was clicked (BN_CLICKED), or a menu entry or an accelerator chosen.
   virtual void OnClick(int /*id*/) {}
 
