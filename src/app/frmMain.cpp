@@ -198,7 +198,7 @@ void frmMain::SaveEraseSettings() {
     automation::RegisterStartup();
     for (const Row& row : rows_) row.panel.KeepSettings();
     settings::WriteStoredSettings(erase::StoredItemFlags());
-    if (shred_.HasScheduledFiles()) shred_.SaveSettingsToFile();
+    if (shred_.HasListToSave()) shred_.SaveSettingsToFile();
   });
 }
 

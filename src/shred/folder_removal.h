@@ -2,6 +2,7 @@
 // removal, so that what a caller walks may change under it.
 #pragma once
 
+#include "cleaners/folder_guard.h"
 #include "platform/path.h"
 
 namespace shred {
@@ -24,7 +25,7 @@ void ClearSubFolders(const Path& folder);
 // from the start.
 bool RemoveFolderTree(const Path& folder);
 
-// What "Shred Folder Now" does with one folder: its files, its subfolders, the whole tree.
-void ShredFolder(const Path& folder);
+// What "Shred Folder Now" does with one folder: its files, its subfolders, the whole tree. Gives why it touches nothing.
+cleaners::FolderRefusal ShredFolder(const Path& folder);
 
 }  // namespace shred

@@ -27,28 +27,13 @@ void ShredList::Clear() {
   list_.Clear();
 }
 
-std::vector<WideText> ShredList::LinesOfTheFileAlone() const {
-  std::vector<WideText> known;
-  for (const Path& path : collection_) known.push_back(path.Shown());
-  std::sort(known.begin(), known.end());
-  std::vector<WideText> lines;
-  for (int line = 0; line < list_.ListCount(); ++line)
-    if (!std::binary_search(known.begin(), known.end(), list_.Item(line))) lines.push_back(list_.Item(line));
-  return lines;
-}
-
-void ShredList::RemoveFirst(int count) {
-  if (count >= Count()) return Clear();
-  const ListBox::Filling quietly(list_);
-  for (int taken = 0; taken < count; ++taken) {
-    const WideText text = collection_[static_cast<std::size_t>(taken)].Shown();
-    for (int line = 0; line < list_.ListCount(); ++line) {
-      if (list_.Item(line) != text) continue;
-      list_.RemoveItem(line);
-      break;
-    }
-  }
-  collection_.erase(collection_.begin(), collection_.begin() + count);
+void ShredList::Remove(int place) {
+  const auto path = collection_.begin() + place;
+  const WideText text = path->Shown();
+  int line = 0;
+  while (line < list_.ListCount() && list_.Item(line) != text) ++line;
+  list_.RemoveItem(line);
+  collection_.erase(path);
 }
 
 }  // namespace shred

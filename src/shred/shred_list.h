@@ -22,11 +22,8 @@ class ShredList {
   void RemoveSelected();
   void Clear();
 
-  // The lines that the collection does not know.
-  std::vector<WideText> LinesOfTheFileAlone() const;
-
-  // The first `count` paths of the collection and as many lines; everything when that is all there is.
-  void RemoveFirst(int count);
+  // One path of the collection, and the first line that reads like it.
+  void Remove(int place);
 
   ListBox& List() { return list_; }
   const std::vector<Path>& Collection() const { return collection_; }
