@@ -156,6 +156,7 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     if (LeavesTheList(file)) list.Remove(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
+    DoEventsNowAndThen();  // one of them may end the program, and what is gone has left the list
   }
   ResetStatus();
   ShowFileCount(list.Count());

@@ -1,7 +1,6 @@
 #include "shred/modShred.h"
 
 #include "platform/ErroHandle.h"
-#include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/system_error.h"
 #include "platform/wide_system.h"
@@ -116,7 +115,6 @@ RuntimeError ShredFile(const Path& path, const std::string& levelText) {
     TakeAttributesAway(path);
     failure = DeleteFileShred(path, levelText);
   }
-  DoEventsNowAndThen();
   return failure;
 }
 

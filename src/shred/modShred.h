@@ -1,5 +1,5 @@
-// Shredding a file. A shred run takes one path after the other: the caller moves its progress bar and sets its texts between
-// two calls. Window events run inside ShredFile, so that what a caller walks may change under it.
+// Shredding a file. A shred run takes one path after the other: the caller moves its progress bar, sets its texts and lets
+// window events run between two calls; none runs inside one.
 #pragma once
 
 #include <string>
@@ -28,7 +28,7 @@ Presence PresenceOf(const Path& path);
 RuntimeError DeleteFileShred(const Path& path, const std::string& levelText);
 
 // The step of a shred run for one path: a file that Validate accepts loses its attributes and is shredded, any other is
-// skipped. Gives what kept it from being shredded, if anything did. Lets window events run now and then.
+// skipped. Gives what kept it from being shredded, if anything did.
 RuntimeError ShredFile(const Path& path, const std::string& levelText);
 
 }  // namespace shred

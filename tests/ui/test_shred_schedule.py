@@ -96,8 +96,9 @@ class TheScheduledList(ScheduledCase):
 
     def test_is_cleared_with_its_file(self):
         d = self.d
-        self.fill("lstFiles", self.files("a.txt"))
-        d.settle("lstFiles")
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.wait_saved(paths)
         self.list_file.chmod(0o444)
         d.click("cmdCustomDeleteAll")
         self.wait_count("lstFiles", 0)
@@ -139,8 +140,9 @@ class TheScheduledList(ScheduledCase):
 
     def test_is_cleared_without_a_word_when_there_is_no_file(self):
         d = self.d
-        self.fill("lstFiles", self.files("a.txt"))
-        d.settle("lstFiles")
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.wait_saved(paths)
         self.list_file.unlink()
         for _ in range(2):
             d.click("cmdCustomDeleteAll")
