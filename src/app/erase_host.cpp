@@ -3,6 +3,7 @@
 #include "automation/modReboot.h"
 #include "cleaners/mdPanic.h"
 #include "erase/catalogue.h"
+#include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/stop_request.h"
@@ -16,6 +17,11 @@ std::span<const erase::EraseItem> EraseHost::Items() { return erase::Catalogue()
 std::string EraseHost::ItemFlag(const erase::EraseItem& item) { return erase::ItemFlag(item); }
 bool EraseHost::StopRequested() { return StopErase; }
 void EraseHost::SetStopRequest(bool stop) { StopErase = stop; }
+
+void EraseHost::TellEachFailureOnce(Statement run) {
+  const ReportBurst burst;
+  run();
+}
 
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.
 void EraseHost::PauseAfterItem() { Pause(1, &StopErase); }
