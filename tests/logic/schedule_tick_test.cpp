@@ -393,3 +393,9 @@ TEST(SeveralModesAtOnce, DoNotReadTheMinutesWhenAnEarlierOneIsDue) {
   EXPECT_TRUE(IsEraseDue(count, {true, "1", false, "1", "1e999", "09:00 AM", "10:00 AM"}));
   EXPECT_TRUE(IsEraseDue(count, {true, "0", true, "1", "1e999", "09:00 AM", "09:00 AM"}));
 }
+
+TEST(PickerFormat, TellsTheHalvesOfTheDayApartInEveryLocale) {
+  EXPECT_STREQ(PickerFormat({.am = "AM", .pm = "PM"}), "hh:mm tt");
+  EXPECT_STREQ(PickerFormat({.am = "", .pm = "du."}), "hh:mm tt");
+  EXPECT_STREQ(PickerFormat({.am = "", .pm = ""}), "HH:mm");
+}
