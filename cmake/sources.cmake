@@ -39,6 +39,7 @@ set(LOGIC_SOURCES
 set(WINDOWS_SOURCES
   src/platform/ErroHandle.cpp
   src/platform/Reg32.cpp
+  src/platform/child_program.cpp
   src/platform/clsIni.cpp
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
