@@ -1,4 +1,4 @@
-// The panel "Help": the links to the help and contact pages, and what the program is.
+// The panel "Help": the links to the help and contact pages, and who makes the program.
 #pragma once
 
 #include "app/fraHelp_ids.h"
