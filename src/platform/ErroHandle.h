@@ -1,6 +1,8 @@
 // Tells the user about a failed statement, and only while the machine is on line; otherwise the error passes silently.
 #pragma once
 
+#include <string>
+
 #include "platform/runtime_error.h"
 
 namespace platform {
@@ -39,8 +41,10 @@ class NoReports {
   NoReports& operator=(const NoReports&) = delete;
 };
 
-// True when a well-known web page can be opened. Lets window events run once.
+// True when a well-known web page can be opened within seconds, at the first try. Lets window events run once. A build
+// without an address of such a page is off line.
 bool IsOnline();
+bool OpensPage(const std::string& address);
 
 // The transfer that is stopped before a message is shown; null while there is no main window.
 void SetReporterTransfer(InternetTransfer* transfer);

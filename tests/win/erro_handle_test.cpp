@@ -13,6 +13,7 @@
 #include "platform/app_title.h"
 #include "platform/internet_transfer.h"
 #include "platform/system_functions.h"
+#include "scratch_folder.h"
 #include "scratch_key.h"
 
 using namespace platform;
@@ -88,6 +89,24 @@ TEST_F(IsOnlineTest, IsFalseAndQuickWhenThePageDoesNotOpen) {
   const DWORD start = ::GetTickCount();
   EXPECT_FALSE(IsOnline());
   EXPECT_LT(::GetTickCount() - start, 2000u) << "milliseconds";
+}
+
+TEST_F(IsOnlineTest, IsFalseWithinSecondsWhereNobodyAnswers) {
+  UseProxy(std::getenv("QUELLIX_SILENT_PROXY"));
+  const DWORD start = ::GetTickCount();
+  EXPECT_FALSE(IsOnline());
+  EXPECT_LT(::GetTickCount() - start, 15000u) << "milliseconds; it waits for three seconds";
+}
+
+TEST_F(IsOnlineTest, AsksNobodyElse) {
+  UseProxy(std::getenv("QUELLIX_REDIRECTING_PROXY"));
+  IsOnline();
+  EXPECT_EQ(ReadWhole("C:\\test\\redirected.txt"), std::string("GET ") + kProbeAddress + "\n");
+}
+
+TEST_F(IsOnlineTest, IsFalseWithoutAnAddress) {
+  EXPECT_FALSE(OpensPage(""));
+  EXPECT_EQ(Probes(), 0u);
 }
 
 TEST_F(IsOnlineTest, LeavesAPendingErrorAsItIs) {
