@@ -25,10 +25,11 @@ bool StartMinimised(const WideText& program, PROCESS_INFORMATION& process) {
   startup.wShowWindow = SW_SHOWMINIMIZED;
   WideText commandLine = L'"' + program + L'"';
   if (UsesWideNames())
-    return late::CreateProcessWide(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                                   CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, &startup, &process) != 0;
+    return late::CreateProcessWide(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
+                                   nullptr, nullptr, &startup, &process) != 0;
   return ::CreateProcessA(Narrow(program).c_str(), Narrow(commandLine).data(), nullptr, nullptr, FALSE,
-                          CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, reinterpret_cast<STARTUPINFOA*>(&startup), &process) != 0;
+                          CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, reinterpret_cast<STARTUPINFOA*>(&startup),
+                          &process) != 0;
 }
 
 // The system takes a program of this name for an installer: from Windows Vista on only the shell starts it, after it has

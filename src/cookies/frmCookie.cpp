@@ -85,7 +85,8 @@ void frmCookie::OnClick(int id) {
 }
 
 void frmCookie::EnableButtons(bool enabled) {
-  for (Button* button : {&cmdAdd, &cmdAddAll, &cmdRemove, &cmdRemoveAll, &cmdRefresh, &cmdClose}) button->SetEnabled(enabled);
+  for (Button* button : {&cmdAdd, &cmdAddAll, &cmdRemove, &cmdRemoveAll, &cmdRefresh, &cmdClose})
+    button->SetEnabled(enabled);
 }
 
 void frmCookie::Load() {

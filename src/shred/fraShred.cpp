@@ -132,9 +132,9 @@ std::string fraShred::ShredManually() {
   return outcome;
 }
 
-// Gives what was done; nothing for an empty list. Errors are told where they arise. The level is what its box says at each file. `*cutShort`, when
-// given, ends the run after the file in hand as soon as it is true. What is gone leaves the list at once: the window may be
-// closed in the middle.
+// Gives what was done; nothing for an empty list. Errors are told where they arise. The level is what its box says at each
+// file. `*cutShort`, when given, ends the run after the file in hand as soon as it is true. What is gone leaves the list at
+// once: the window may be closed in the middle.
 std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool* cutShort) {
   ShredRun run(list.Count());
   if (run.Count() == 0) {

@@ -52,12 +52,12 @@ void frmAddDir::ChooseByLetter(char letter) {
 // double click does: then no button is the default.
 void frmAddDir::ShowWhatEnterDoes() {
   const bool opens = ::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened;
-  ::SendMessageA(Handle(), DM_SETDEFID, opens ? IDC_dirList : IDC_cmdAdd, 0);
+  ::SendMessageA(Handle(), DM_SETDEFID, opens ? 0 : IDC_cmdAdd, 0);
 }
 
 void frmAddDir::OnClick(int id) {
   if (id == IDC_cmdCancel) return Close();
-  if (id == IDC_dirList) return OpenSelected();  // Enter
+  if (id == IDOK) return OpenSelected();  // Enter where no button is the default
   if (id == IDC_cmdAdd) Add();
 }
 

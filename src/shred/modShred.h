@@ -15,8 +15,8 @@ using namespace platform;
 bool Validate(const Path& path);
 bool Validate(WideView text);
 
-// Whether there is a file, or a folder, of that path. What is missing from a medium that can be changed is out of reach: it may
-// be on another one.
+// Whether there is a file, or a folder, of that path. What is missing from a medium that can be changed is out of reach: it
+// may be on another one.
 Presence PresenceOf(const Path& path);
 
 // Overwrites the head of a file with the sequence of overwrite_sequence.h, whatever its length, and deletes it. Reports each

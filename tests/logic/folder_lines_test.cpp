@@ -77,7 +77,7 @@ TEST(NextLineWith, FindsANameByItsLetterAfterTheChosenLineAndFromTheTopAgain) {
     int from;
     WideView letter;
     int line;
-  } rows[] = {{0, u"o", 1}, {1, u"o", 3},  {3, u"O", 1},       {4, u"t", 4}, {-1, u"c", 0},
+  } rows[] = {{0, u"o", 1}, {1, u"o", 3},  {3, u"O", 1},      {4, u"t", 4}, {-1, u"c", 0},
               {5, u"c", 0}, {1, u"q", -1}, {1, u"\u00FC", 2}, {0, u"x", 5}};
   for (const auto& row : rows)
     EXPECT_EQ(NextLineWith(shown, row.from, row.letter), row.line)

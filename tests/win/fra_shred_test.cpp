@@ -360,8 +360,7 @@ TEST_F(ScheduledShredTest, TakesNoNoticeOfAStopRequestFromBefore) {
 TEST_F(ManualShredTest, TakesTheLevelThatItsBoxShowsAtEachFile) {
   const Names paths = Files(2);
   const ScratchFolder others("C:\\test\\second names");
-  for (int file = 0; file < 2; ++file)
-    GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
+  for (int file = 0; file < 2; ++file) GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
   filled.SetLevels("1", "9");
   Drop(IDC_lstFileShred, paths);
   const BarRecord bar(Item(IDC_PbarShred), [this] { filled.SetLevels("2", "9"); });
@@ -373,8 +372,7 @@ TEST_F(ManualShredTest, TakesTheLevelThatItsBoxShowsAtEachFile) {
 TEST_F(ScheduledShredTest, TakesTheLevelThatItsBoxShowsAtEachFile) {
   const Names paths = Files(2);
   const ScratchFolder others("C:\\test\\second names");
-  for (int file = 0; file < 2; ++file)
-    GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
+  for (int file = 0; file < 2; ++file) GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
   filled.SetLevels("9", "1");
   Drop(IDC_lstFiles, paths);
   const BarRecord bar(Item(IDC_PbarShred), [this] { filled.SetLevels("9", "2"); });
