@@ -38,7 +38,7 @@ class Children(UnderWindows):
     def test_an_updater_that_wants_more_rights_is_started_by_the_shell(self):
         self.press_update("CreateProcessW fail 740 with Update.exe")
         start = wait_for("the shell to be asked", lambda: self.calls("ShellExecuteW"))[0]
-        self.assertEqual(start.arguments[1:], ["open", UPDATER, None, None, SW_SHOWMINIMIZED], start)
+        self.assertEqual(start.arguments[1:], ["open", UPDATER, 0, 0, SW_SHOWMINIMIZED], start)
         self.assertEqual(self.calls("CreateProcessW")[0].arguments[5], CREATE_DEFAULT_ERROR_MODE)
         self.check_own_error_mode_around(start)
         self.d.settle("cmdUpgrade")

@@ -1,12 +1,9 @@
-"""A proxy that has every page of the world: the machine can be on line, and its errors are reported then. Two others that it
-cannot be: one takes every question and never answers, one sends every question elsewhere."""
-import socket
+"""A proxy that has every page of the world: the machine can be on line, and its errors are reported then. Another one sends
+every question elsewhere."""
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 
 from tests.harness.proxy import start_proxy
-
-silent = socket.socket()
 
 
 def start_redirecting(requests) -> str:
@@ -30,8 +27,5 @@ def start_redirecting(requests) -> str:
 
 
 def prepare(home) -> dict[str, str]:
-    silent.bind(("127.0.0.1", 0))
-    silent.listen()  # connections are taken by the system, and nobody reads them
     return {"QUELLIX_TEST_PROXY": start_proxy(home.c / "test/requests.txt"),
-            "QUELLIX_SILENT_PROXY": f"127.0.0.1:{silent.getsockname()[1]}",
             "QUELLIX_REDIRECTING_PROXY": start_redirecting(home.c / "test/redirected.txt")}
