@@ -1,6 +1,7 @@
 #include "shred/fraShred.h"
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "platform/ErroHandle.h"
@@ -150,18 +151,19 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
   PbarShred.SetRange(0, run.Count());
   const ReportBurst burst;
   while (run.GoesOn(cutShort != nullptr && *cutShort)) {
-    const int place = run.Steps() - run.Gone();
+    const int place = run.Steps();
     const Path path = list.Collection()[static_cast<std::size_t>(place)];
     const Presence before = PresenceOf(path);
     RuntimeError failure;
     quietly([&] { failure = ShredFile(path, level.Text()); });
     const ShreddedFile file{.before = before, .after = PresenceOf(path), .failure = failure.description};
     run.Add(file, Narrow(path.Shown()));
-    if (LeavesTheList(file)) list.Remove(place);
+    if (LeavesTheList(file)) list.MarkGone(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
     DoEventsNowAndThen();  // one of them may end the program, and what is gone has left the list
   }
+  list.RemoveGone();
   ResetStatus();
   ShowFileCount(list.Count());
   return run.Outcome();
@@ -255,8 +257,8 @@ void fraShred::LoadFiles() {
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
   std::vector<WideText> lines;
-  for (int line = 0; line < lstFiles.ListCount(); ++line) {
-    lines.push_back(lstFiles.Item(line));
+  for (WideText& line : scheduled_.Lines()) {
+    lines.push_back(std::move(line));
     DoEventsNowAndThen();
   }
   TellIfNotSaved([&] { StoreList(lines); });

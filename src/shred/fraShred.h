@@ -28,7 +28,7 @@ class fraShred final : public Panel {
   void SaveSettingsToFile();
 
   // Shreds the files of the scheduled collection; the first step of an erase run. A stop request that comes meanwhile ends
-  // it after the file in hand. Each file leaves the list when it is gone, and the list's file when the run is over; what is
+  // it after the file in hand. What is gone leaves the list and its file, also when the program ends in mid-run; what is
   // left, or out of reach, stays in both.
   void ShredDelete();
 

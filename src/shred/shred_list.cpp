@@ -26,16 +26,39 @@ void ShredList::RemoveSelected() {
 
 void ShredList::Clear() {
   collection_.clear();
+  gone_.clear();
   list_.Clear();
 }
 
-void ShredList::Remove(int place) {
-  const auto path = collection_.begin() + place;
-  const WideText text = path->Shown();
-  int line = 0;
-  while (line < list_.ListCount() && list_.Item(line) != text) ++line;
-  list_.RemoveItem(line);
-  collection_.erase(path);
+std::map<WideText, int> ShredList::GoneLines() const {
+  std::map<WideText, int> lines;
+  for (const int place : gone_) ++lines[collection_[static_cast<std::size_t>(place)].Shown()];
+  return lines;
+}
+
+std::vector<WideText> ShredList::Lines() const {
+  std::map<WideText, int> gone = GoneLines();
+  std::vector<WideText> lines;
+  for (int line = 0; line < list_.ListCount(); ++line) {
+    const auto found = gone.find(list_.Item(line));
+    if (found == gone.end() || found->second-- <= 0) lines.push_back(list_.Item(line));
+  }
+  return lines;
+}
+
+void ShredList::RemoveGone() {
+  if (static_cast<int>(gone_.size()) == list_.ListCount()) return Clear();
+  std::map<WideText, int> gone = GoneLines();
+  const ListBox::Filling quietly(list_);
+  for (int line = 0; line < list_.ListCount();) {
+    const auto found = gone.find(list_.Item(line));
+    if (found != gone.end() && found->second-- > 0)
+      list_.RemoveItem(line);
+    else
+      ++line;
+  }
+  for (auto place = gone_.rbegin(); place != gone_.rend(); ++place) collection_.erase(collection_.begin() + *place);
+  gone_.clear();
 }
 
 }  // namespace shred

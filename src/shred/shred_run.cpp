@@ -14,7 +14,6 @@ std::string Outcome(int done, int count, const char* what, const char* how) {
 
 void ShredRun::Add(const ShreddedFile& file, const std::string& path) {
   ++steps_;
-  if (LeavesTheList(file)) ++gone_;
   const bool deleted = file.before == Presence::There && file.after == Presence::Gone;
   if (deleted && file.failure.empty()) {
     ++shredded_;

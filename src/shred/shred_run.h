@@ -38,9 +38,6 @@ class ShredRun {
   // Files that were there, are gone and were overwritten without an error on the way.
   int Shredded() const { return shredded_; }
 
-  // Files that have left the list.
-  int Gone() const { return gone_; }
-
   // How many were shredded, and what became of the first that was not.
   std::string Outcome() const;
 
@@ -48,7 +45,6 @@ class ShredRun {
   int count_;
   int steps_ = 0;
   int shredded_ = 0;
-  int gone_ = 0;
   std::string firstNotShredded_;
 };
 

@@ -38,10 +38,6 @@ TEST(ShredRun, TakesFromTheListWhatIsGoneAndNothingElse) {
     EXPECT_FALSE(LeavesTheList({.before = before, .after = Presence::There, .failure = ""}));
     EXPECT_FALSE(LeavesTheList({.before = before, .after = Presence::OutOfReach, .failure = ""}));
   }
-  ShredRun run(3);
-  run.Add(kShredded, "C:\\1");
-  run.Add(kHeld, "C:\\2");
-  EXPECT_EQ(run.Gone(), 1);
 }
 
 TEST(ShredRun, GoesOnUntilEachFileHadItsTurn) {

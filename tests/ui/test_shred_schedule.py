@@ -318,7 +318,7 @@ class AnEraseRun(ScheduledCase):
         d.click_at(left + 20, top + 10)
         d.key("Delete")
         self.assertGreater(self.bar(), 0, "the run was over before the last key")
-        self.assertEqual((d.find_windows("#32770"), self.list_file.exists()), ([], True))
+        self.assertEqual((self.count("lstFiles"), d.find_windows("#32770"), self.list_file.exists()), (3000, [], True))
         self.wait_count("lstFiles", 0, 60)
         self.assertEqual(self.left(), [])
         d.wait_enabled("cmdStop", False)

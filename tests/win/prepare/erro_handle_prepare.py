@@ -12,7 +12,7 @@ def start_redirecting(requests) -> str:
     class Elsewhere(BaseHTTPRequestHandler):
         def do_GET(self):
             with requests.open("a") as log:
-                log.write(f"GET {self.path}\n")
+                log.write(f"GET {self.path.replace(':80/', '/')}\n")
             self.send_response(302)
             self.send_header("Location", "http://elsewhere.example/")
             self.send_header("Content-Length", "0")
