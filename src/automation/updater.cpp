@@ -1,8 +1,9 @@
 #include "automation/updater.h"
 
+#include <string>
+
 #include "platform/child_program.h"
 #include "platform/main_window.h"
-#include <string>
 #include "platform/message_box.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
