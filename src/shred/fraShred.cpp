@@ -131,7 +131,7 @@ std::string fraShred::ShredManually() {
   }
   txtMessage.SetText(MessageBefore(txtLev.Text()));
   if (manual_.Count() > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
-  const std::string outcome = RunShred(manual_, txtLev, nullptr);
+  std::string outcome = RunShred(manual_, txtLev, nullptr);
   ClearFiles(manual_);
   txtMessage.SetText(outcome);
   return outcome;
@@ -199,7 +199,7 @@ std::string fraShred::ShredFolders() {
     gone += FolderCheck(folder) ? 0 : 1;
   }
   folders_.Clear();
-  const std::string outcome = FoldersDeleted(gone, static_cast<int>(folders.size())) + refusals;
+  std::string outcome = FoldersDeleted(gone, static_cast<int>(folders.size())) + refusals;
   txtMessage.SetText(outcome);
   return outcome;
 }

@@ -24,7 +24,7 @@ void ShredRun::Add(const ShreddedFile& file, const std::string& path) {
 }
 
 std::string ShredRun::Outcome() const {
-  const std::string counts = FilesShredded(shredded_, count_);
+  std::string counts = FilesShredded(shredded_, count_);
   if (firstNotShredded_.empty()) return counts;
   const int others = steps_ - shredded_ - 1;
   const std::string nor = others == 1 ? ", nor was 1 other" : ", nor were " + std::to_string(others) + " others";
