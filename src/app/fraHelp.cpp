@@ -2,6 +2,8 @@
 
 #include "platform/addresses.h"
 #include "platform/child_program.h"
+#include "platform/native_files.h"
+#include "platform/special_folder.h"
 #include "platform/wide_system.h"
 
 namespace app {
@@ -23,7 +25,7 @@ void fraHelp::OnInit() {
 }
 
 void fraHelp::OnClick(int id) {
-  if (id == IDC_Label16) OpenPage(kHelpAddress);
+  if (id == IDC_Label16) OpenHelp();
   if (id == IDC_Label22) OpenPage(kContactAddress);
 }
 
@@ -41,6 +43,13 @@ std::optional<LRESULT> fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lP
     return TRUE;
   }
   return {};
+}
+
+void fraHelp::OpenHelp() {
+  const Path manual = ProgramFolder() / Wide<"manual\\index.html">();
+  const DWORD attributes = NativeAttributes(manual);
+  if (attributes == INVALID_FILE_ATTRIBUTES || IsFolder(attributes)) return OpenPage(kHelpAddress);
+  StartByShell(Handle(), {.verb = L"Open", .what = manual.Shown()});
 }
 
 void fraHelp::OpenPage(const char* address) { StartByShell(Handle(), {.verb = L"Open", .what = Widen(address)}); }

@@ -209,6 +209,8 @@ void frmMain::OnClick(int id) {
       return stealth_.ComeBackFromMenu();
     case IDM_mPopExit:
       return AskToExit();
+    case IDA_help:
+      return help_.OpenHelp();
     case IDA_nextPanel:
       return GoToNeighbour(1);
     case IDA_previousPanel:

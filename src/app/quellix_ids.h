@@ -19,5 +19,6 @@
 #define IDA_panel_4 1925
 #define IDA_nextPanel 1926
 #define IDA_previousPanel 1927
+#define IDA_help 1928
 
 #endif
