@@ -21,4 +21,5 @@ build_product() {
   build_preset win32 'what ships (32-bit Windows)'
   mkdir -p build/dist
   cp build/win32/Quellix.exe build/win32/iea.exe build/dist/
+  /usr/bin/python3 -B -m tools.manual build/dist/manual
 }

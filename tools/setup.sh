@@ -42,7 +42,7 @@ install_packages() { # what for, packages...
 
 need_compiler() {
   install_packages 'the cross compiler and build tools' \
-    g++-mingw-w64-i686-win32 cmake ninja-build python3
+    g++-mingw-w64-i686-win32 cmake ninja-build python3 python3-markdown
   # What ships takes its runtime from there; the compiler calls itself 12-win32.
   local release; release=$(i686-w64-mingw32-g++-win32 -dumpversion)
   install_packages "the compiler's own sources" "gcc-${release%%-*}-source"
@@ -55,6 +55,14 @@ need_test_compiler() {
 
 need_native() {
   install_packages 'the native compiler of the logic tests' clang libclang-rt-14-dev googletest cmake ninja-build
+}
+
+need_packager() {
+  install_packages 'the maker of installers' nsis
+}
+
+need_page_checkers() {
+  install_packages 'the validator of the manual' opensp w3c-sgml-lib
 }
 
 need_checkers() {
