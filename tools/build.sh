@@ -7,7 +7,9 @@ configure_preset() { # preset
 
 build_preset() { # preset, what it is in words
   local log="build/log/$1.txt"
-  step "building $2"
+  local first=''
+  [ -f "build/$1/build.ninja" ] || first='some minutes the first time'
+  step "building $2" "$first"
   mkdir -p build/log
   if ! { [ -f "build/$1/build.ninja" ] || cmake --preset "$1"; } >"$log" 2>&1 ||
      ! cmake --build --preset "$1" >>"$log" 2>&1; then
@@ -15,6 +17,7 @@ build_preset() { # preset, what it is in words
     sed -n '/^CMake Error/,/^Call Stack/{/^  [^ ]/p}' "$log" >&2  # the message alone
     fail "Building $2 failed; the whole output is in $log."
   fi
+  took
 }
 
 build_product() {
