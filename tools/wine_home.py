@@ -131,10 +131,11 @@ class WineHome:
                 return self.profile / candidate
         raise FileNotFoundError(f"no temp folder in {self.profile}")
 
-    def start(self, *command: str, **options) -> subprocess.Popen:
+    def start(self, *command: str, tracer: list[str] | None = None, **options) -> subprocess.Popen:
+        """Starts a Windows program, within the tracer where one is given."""
         options.setdefault("cwd", str(self.c))
         environment = dict(self.environment, **options.pop("environment", {}))
-        return subprocess.Popen(["wine", *command], env=environment, **options)
+        return subprocess.Popen([*(tracer or []), "wine", *command], env=environment, **options)
 
     def run(self, *command: str, timeout: float = 120, check: bool = False, environment: dict | None = None,
             cwd: str | None = None) -> subprocess.CompletedProcess:
