@@ -58,8 +58,9 @@ constexpr UINT kLookAfterKeyboard = WM_APP;
 
 bool IsPushButton(HWND window) {
   if (::lstrcmpiA(ClassOfWindow(window).c_str(), "Button") != 0) return false;
-  const LONG kind = ::GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK;
-  return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
+  const LONG style = ::GetWindowLongA(window, GWL_STYLE);
+  const LONG kind = style & BS_TYPEMASK;
+  return (style & BS_PUSHLIKE) != 0 || kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
 }
 
 // Enter presses the button that has the keyboard. The system presses the default button, which is another one or none where
@@ -166,6 +167,7 @@ void frmMain::BringToFront(std::size_t panel) {
   ::ShowWindow(rows_[panel].panel.Handle(), SW_SHOW);
   for (std::size_t other = 0; other < rows_.size(); ++other)
     if (other != panel) ::ShowWindow(rows_[other].panel.Handle(), SW_HIDE);
+  for (std::size_t row = 0; row < rows_.size(); ++row) rows_[row].button.Mark(row == panel);
   // A focus that is set in a hidden window leaves its title bar inactive when it shows.
   if (::IsWindowVisible(Handle())) LookAfterKeyboard();
 }

@@ -10,6 +10,12 @@ using namespace platform;
 
 namespace {
 
+// The scheme's own colour of links, also under High Contrast. Windows 95 and NT 4 have none.
+COLORREF LinkColour() {
+  constexpr int kHotLight = 26;  // COLOR_HOTLIGHT
+  return ::GetSysColor(::GetSysColorBrush(kHotLight) != nullptr ? kHotLight : COLOR_BTNTEXT);
+}
+
 UniqueGdiObject UnderlinedFont(HWND window) {
   LOGFONTA font = FontOfWindow(window);
   font.lfUnderline = TRUE;
@@ -24,7 +30,7 @@ void LinkLabel::Draw(const DRAWITEMSTRUCT& item) const {
   const UniqueGdiObject font = UnderlinedFont(Handle());
   const HGDIOBJ before = ::SelectObject(item.hDC, font.get());
   ::SetBkMode(item.hDC, TRANSPARENT);
-  ::SetTextColor(item.hDC, RGB(0, 0, 160));
+  ::SetTextColor(item.hDC, LinkColour());
   const std::string text = Text();
   area.left += 2;
   ::DrawTextA(item.hDC, text.c_str(), -1, &area, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);

@@ -225,10 +225,21 @@ void fraShred::RemoveSelectedFiles(ShredList& list) {
   ShowFileCount(list.Count());
 }
 
+// By their places: the system would name the group box around them.
+HWND fraShred::ListAt(POINT place) const {
+  for (const ListBox* list : {&lstFileShred, &lstFolder, &lstFiles}) {
+    RECT area;
+    ::GetWindowRect(list->Handle(), &area);
+    ::MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&area), 2);
+    if (::PtInRect(&area, place)) return list->Handle();
+  }
+  return nullptr;
+}
+
 // On one of the manual lists everything goes where it belongs, folders to the folders; the scheduled one takes files alone.
 void fraShred::TakeDrop(WPARAM drop) {
   const DroppedFiles dropped = TakeDroppedFiles(drop);
-  const HWND at = ::ChildWindowFromPoint(Handle(), dropped.place);
+  const HWND at = ListAt(dropped.place);
   const bool scheduled = at == lstFiles.Handle();
   if (walks_ > 0 || (!scheduled && at != lstFileShred.Handle() && at != lstFolder.Handle())) return;
   ShredList& files = scheduled ? scheduled_ : manual_;

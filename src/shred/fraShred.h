@@ -75,6 +75,7 @@ class fraShred final : public Panel {
   void RemoveSelected(HWND list);
   void RemoveSelectedFiles(ShredList& list);
   void TakeDrop(WPARAM drop);
+  HWND ListAt(POINT place) const;  // null for none
 
   MainWindow& window_;
   settings::SettingCheckBox chkOptions{*this, IDC_chkOptions, settings::Setting::chkOptions};  // of the scheduled list

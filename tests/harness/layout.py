@@ -5,8 +5,8 @@ from tests.harness.driver import View, wait_for
 from tests.harness.panel_table import PANELS, Panel
 from tests.harness.program import ProgramCase, only
 
-PUSH_BUTTON, DEFAULT_BUTTON, CHECK_BOX, GROUP_BOX, OPTION, OWNER_DRAWN = 0, 1, 3, 7, 9, 11
-WRAPPING = (PUSH_BUTTON, DEFAULT_BUTTON, CHECK_BOX)
+PUSH_BUTTON, DEFAULT_BUTTON, PLAIN_BOX, CHECK_BOX, GROUP_BOX, OPTION, OWNER_DRAWN = 0, 1, 2, 3, 7, 9, 11
+WRAPPING = (PUSH_BUTTON, DEFAULT_BUTTON, PLAIN_BOX, CHECK_BOX)
 BS_MULTILINE = 0x2000
 BOX_AND_GAP = 17  # a check box's square and the blank after it
 BORDERS = 8  # on both sides together: the edges and the frame that shows the keyboard

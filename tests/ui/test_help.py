@@ -1,9 +1,10 @@
 """The Help panel's links and the button that looks for an update."""
 import re
+import subprocess
 import unittest
 from pathlib import Path
 
-from tests.harness.driver import BUILD, PROGRAMS, RUNNING_TITLE, compile_windows_program, wait_for
+from tests.harness.driver import BUILD, BUILT, PROGRAMS, RUNNING_TITLE, compile_windows_program, wait_for
 from tests.harness.program import ProgramCase, only
 
 SHOW_MINIMISED = 2
@@ -26,6 +27,33 @@ class HelpCase(ProgramCase):
     def setUp(self):
         if not self.d.pid:
             self.start(only())
+
+
+class ThePanel(HelpCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.d.reg_set("HKCU", r"Control Panel\Colors", "HotTrackingColor", "200 0 100")
+
+    def test_tells_who_makes_the_program(self):
+        self.d.click("cmdHelp")
+        self.d.wait_visible("lblAbout")
+        self.assertRegex(self.d.text("lblAbout"), r"^Quellix is made by a few people who .+\.")
+        self.assertEqual((self.d.text("Frame2"), self.d.text("Frame9")), ("About Us", ""))
+
+    def test_shows_its_links_in_the_colour_that_the_scheme_has_for_links(self):
+        d = self.d
+        d.click("cmdHelp")
+        for link in ("Label16", "Label22"):
+            d.wait_visible(link)
+            d.settle(link)
+            picture = d.screenshot(BUILT / f"help/{link}.png")
+            left, top, right, bottom = d.control(link).rect
+            colours = subprocess.run(["convert", str(picture), "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "-depth",
+                                      "8", "-format", "%c", "histogram:info:"], check=True, capture_output=True, text=True)
+            with self.subTest(link):
+                self.assertIn("#C80064", colours.stdout)
+                self.assertNotIn("#0000A0", colours.stdout)
 
 
 class LinkCase(HelpCase):

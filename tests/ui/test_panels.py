@@ -46,6 +46,13 @@ class APanelIsChosen(PanelCase):
         self.d.key("ctrl+1")
         self.wait_panel(PANELS[0])
 
+    def test_and_its_button_is_marked_until_the_next_one_is(self):
+        for press in (self.show, lambda panel: self.d.key(f"ctrl+{PANELS.index(panel) + 1}")):
+            for panel in PANELS:
+                press(panel)
+                self.wait_panel(panel)
+                self.assertEqual([p.title for p in PANELS if self.d.checked(p.button)], [panel.title])
+
     def test_as_the_next_one_by_ctrl_tab_and_the_one_before_by_ctrl_shift_tab(self):
         self.show(PANELS[0])
         for panel in [*PANELS[1:], PANELS[0]]:
@@ -112,6 +119,14 @@ class ThePanels(LayoutChecks, PanelCase):
                     if start in classes and name != "cmbBossSet":
                         self.assertEqual(control["class"], classes[start])
 
+    def test_each_frame_comes_before_what_it_names(self):
+        # A screen reader names a control by the group box that comes before it.
+        for panel in PANELS:
+            order = [c.hwnd for c in self.children(panel)]
+            for (frame, title), controls in panel.groups.items():
+                for name in controls:
+                    self.assertLess(order.index(self.d.handle(frame)), order.index(self.d.handle(name)), (title, name))
+
     def test_a_picture_of_each_is_kept(self):
         for panel in PANELS:
             self.show(panel)
@@ -161,6 +176,25 @@ class TheKeyboardReachesEverything(PanelCase):
             d.key("Down")
             seen.add(wait_for("the next mode", lambda old=before: d.focus().hwnd != old and d.focus().hwnd))
         self.assertEqual(seen, set(modes))
+
+    def test_the_minutes_are_changed_with_the_arrows_where_their_box_is_disabled(self):
+        d = self.d
+        self.show(PANELS[3])
+        for index in (0, 2):
+            d.click(("optSchedule", index))
+            d.wait_checked(("optSchedule", index))
+        self.assertFalse(d.control("txtMinutes").enabled)
+        before = int(d.text("txtMinutes"))
+        d.key("Tab")
+        d.wait_focus("VSUpDown")
+        d.settle("VSUpDown")
+        d.screenshot(BUILT / "panels" / "VSUpDown.png", d.main)
+        d.key("Up")
+        d.wait_text("txtMinutes", str(before + 1))
+        for number in (before, before - 1):
+            d.key("Down")
+            d.wait_text("txtMinutes", str(number))
+        self.assertEqual(d.control("VSUpDown").pos, before - 1)
 
     def test_a_level_is_changed_with_the_arrows(self):
         d = self.d
