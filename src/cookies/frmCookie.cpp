@@ -116,9 +116,21 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     if (work.Over()) return;
   }
   const ListBox::Filling quietly(lstKeeplist);
-  for (const WideText& name : WithoutKept(current, kept)) {
+  for (const WideText& name : current) {
     lstKeeplist.AddItem(name);
     DoEvents();
+    if (work.Over()) return;
+  }
+  TakeKeptAway(KeptAmong(current, kept), work);
+}
+
+// Each kept line takes one away.
+void frmCookie::TakeKeptAway(const std::vector<WideText>& kept, const Work& work) {
+  for (const WideText& name : kept) {
+    const bool found = IsKept(lstKeeplist, name);
+    if (work.Over()) return;
+    if (found) lstKeeplist.RemoveItem(LineOf(lstKeeplist, name));
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
 }

@@ -4,12 +4,14 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "cookies/frmCookie_ids.h"
 #include "platform/clsIni.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
+#include "platform/wide_text.h"
 
 namespace cookies {
 using namespace platform;
@@ -31,6 +33,7 @@ class frmCookie final : public Dialog {
   void EnableButtons(bool enabled);
   void Load();
   void ShowCurrentCookies(const Work& work);
+  void TakeKeptAway(const std::vector<WideText>& kept, const Work& work);
   static void MoveSelected(ListBox& from, ListBox& to);
   void MoveAll(ListBox& from, ListBox& to);
   void SaveAndClose();

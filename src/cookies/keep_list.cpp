@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
-#include <utility>
+#include <set>
 
 #include "platform/wide_system.h"
 
@@ -66,18 +65,13 @@ std::string KeepListText(const CookieNames& names) {
 
 bool IsSameCookie(WideView one, WideView other) { return Normal(one) == Normal(other); }
 
-CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept) {
-  std::map<WideText, std::size_t> toTake;  // how many lines of each name
-  for (const WideText& name : kept) ++toTake[Normal(name)];
-  CookieNames left;
-  for (const WideText& name : current) {
-    const auto found = toTake.find(Normal(name));
-    if (found != toTake.end() && found->second > 0)
-      --found->second;
-    else
-      left.push_back(name);
-  }
-  return left;
+CookieNames KeptAmong(const CookieNames& current, const CookieNames& kept) {
+  std::set<WideText> names;
+  for (const WideText& name : current) names.insert(Normal(name));
+  CookieNames found;
+  for (const WideText& name : kept)
+    if (names.count(Normal(name)) != 0) found.push_back(name);
+  return found;
 }
 
 }  // namespace cookies

@@ -24,8 +24,8 @@ std::string KeepListText(const CookieNames& names);
 // Equal but for the case of their letters and for blanks around either.
 bool IsSameCookie(WideView one, WideView other);
 
-// The current cookies without those on the keep list: each kept line takes the first line away that it is the same cookie
-// as. The order stays.
-CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept);
+// The kept names that a current cookie has, in their order, however often. Thousands of names can be kept whose cookies are
+// gone, and to look through a list for each of them would take minutes.
+CookieNames KeptAmong(const CookieNames& current, const CookieNames& kept);
 
 }  // namespace cookies
