@@ -92,7 +92,7 @@ ReportBurst::ReportBurst() {
 
 ReportBurst::~ReportBurst() { --burst.depth; }
 
-int ReportBurst::Reports() const { return burst.reports; }
+int ReportBurst::ReportsForTests() const { return burst.reports; }
 
 NoReports::NoReports() { ++noReports; }
 

@@ -28,8 +28,8 @@ class ReportBurst {
   ReportBurst(const ReportBurst&) = delete;
   ReportBurst& operator=(const ReportBurst&) = delete;
 
-  // Failures reported since the outermost burst began.
-  int Reports() const;
+  // Failures reported since the outermost burst began: nothing else shows that each is.
+  int ReportsForTests() const;
 };
 
 // While one exists, nothing is reported and nobody asks whether the machine is on line; ReportError clears the pending error

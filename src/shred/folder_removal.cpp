@@ -106,21 +106,19 @@ bool FolderCheck(const Path& path, bool create) {
   return false;
 }
 
-bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
-
 void ClearSubFolders(const Path& folder) {
   if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
 }
 
 bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
 
-// The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
+// Each step judges the folder for itself: events run in the one before.
 FolderRefusal ShredFolder(const Path& folder) {
   const FolderRefusal refusal = RefusalOf(folder);
   if (refusal != FolderRefusal::None) return refusal;
   DeleteFilesIn(folder, Wide<"*.*">());
-  if (cleaners::IsWalkableFolder(folder)) RemoveFirstSubfolder(folder);
-  if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
+  ClearSubFolders(folder);
+  RemoveFolderTree(folder);
   return FolderRefusal::None;
 }
 

@@ -11,7 +11,6 @@ using namespace platform;
 // True when `path` names an existing folder. With `create`, a missing folder is made one level at a time; the result stays
 // false even then. Never reports.
 bool FolderCheck(const Path& path, bool create = false);
-bool FolderCheck(WideView text, bool create = false);
 
 // The folder procedures delete without overwriting, never report, and leave what cannot be deleted in its place. They
 // touch nothing when the path is empty, a root, a link, or a folder that is or holds Windows, Program Files, the

@@ -97,9 +97,6 @@ bool Validate(const Path& path) {
   return static_cast<bool>(NativeOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
 }
 
-// A "\" at the end makes a folder of it.
-bool Validate(WideView text) { return !text.ends_with(L'\\') && Validate(PathOf(text)); }
-
 RuntimeError DeleteFileShred(const Path& path, const std::string& levelText) {
   const ReportBurst burst;
   Failures failures;

@@ -11,9 +11,8 @@
 namespace shred {
 using namespace platform;
 
-// True when a file can be opened for reading; it is closed again at once. Never reports. Of a text: as users write it.
+// True when a file can be opened for reading; it is closed again at once. Never reports.
 bool Validate(const Path& path);
-bool Validate(WideView text);
 
 // Whether there is a file, or a folder, of that path. What is missing from a medium that can be changed is out of reach: it
 // may be on another one.

@@ -35,16 +35,13 @@ class ShredRun {
   int Steps() const { return steps_; }
   int Count() const { return count_; }
 
-  // Files that were there, are gone and were overwritten without an error on the way.
-  int Shredded() const { return shredded_; }
-
   // How many were shredded, and what became of the first that was not.
   std::string Outcome() const;
 
  private:
   int count_;
   int steps_ = 0;
-  int shredded_ = 0;
+  int shredded_ = 0;  // were there, are gone and were overwritten without an error on the way
   std::string firstNotShredded_;
 };
 

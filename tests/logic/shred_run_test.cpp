@@ -25,7 +25,8 @@ TEST(ShredRun, CountsAFileThatIsGoneAndWasOverwrittenWithoutAnError) {
         ShredRun run(1);
         run.Add({.before = before, .after = after, .failure = failure}, "C:\\1");
         const bool shredded = before == Presence::There && after == Presence::Gone && *failure == '\0';
-        EXPECT_EQ(run.Shredded(), shredded ? 1 : 0) << static_cast<int>(before) << static_cast<int>(after) << failure;
+        EXPECT_EQ(run.Outcome() == "1 file shredded.", shredded)
+            << static_cast<int>(before) << static_cast<int>(after) << failure << ": " << run.Outcome();
         EXPECT_EQ(run.Steps(), 1);
       }
     }
@@ -55,7 +56,7 @@ TEST(ShredRun, EndsAfterTheFileInHandWhenAskedTo) {
   run.Add(kShredded, "C:\\1");
   EXPECT_FALSE(run.GoesOn(true));
   EXPECT_EQ(run.Steps(), 1) << "the two others stay on the list";
-  EXPECT_EQ(run.Shredded(), 1);
+  EXPECT_EQ(run.Outcome(), "1 of 3 files shredded.");
 }
 
 TEST(ShredMessages, NameTheLevelsAsTheyAre) {
