@@ -7,6 +7,7 @@
 #include "import_hook.h"
 #include "late_calls.h"
 #include "log_recorder.h"
+#include "nothing_said.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
@@ -292,6 +293,7 @@ TEST_F(WipeFileTest, HandsTheFullPathToTheLog) {
 }
 
 TEST_F(WipeFileTest, KeepsTheFileAfterAStopAndSaysNothing) {
+  const NothingSaid nothing;
   const std::string file = folder.File("file.txt", "the content");
   StopErase = true;
   WipeFile(file, 0);
