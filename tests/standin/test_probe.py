@@ -2,10 +2,13 @@
 import struct
 import unittest
 
+from tests.harness.driver import RUNNING_TITLE
 from tests.harness.program import only
 from tests.standin.program_under import UnderWindows
 
 CONNECT_TIMEOUT, CONNECT_RETRIES, SEND_TIMEOUT, RECEIVE_TIMEOUT = 2, 3, 5, 6
+# What the README says, and what no request goes without.
+SENT = {"User-Agent", "Host", "Accept", "Connection", "Proxy-Connection", "Cache-Control", "Pragma"}
 NO_AUTO_REDIRECT, NO_AUTH, NO_COOKIES = 0x00200000, 0x00040000, 0x00080000
 
 
@@ -27,6 +30,9 @@ class TheProbe(UnderWindows):
         values = [call.arguments[2] if isinstance(call.arguments[2], int) else struct.unpack("<I", call.arguments[2][:4])[0]
                   for call in options]
         self.assertEqual(values, [3000, 1, 3000, 3000])
+        headers = [line.partition(": ") for line in (self.d.home.c / "headers.txt").read_text().splitlines()]
+        self.assertLessEqual({name for name, _, _ in headers}, SENT, headers)
+        self.assertEqual([text for name, _, text in headers if name == "User-Agent"], [RUNNING_TITLE])
         self.assertEqual(probe.arguments[4] & (NO_AUTO_REDIRECT | NO_AUTH | NO_COOKIES), NO_AUTO_REDIRECT | NO_AUTH | NO_COOKIES)
 
 

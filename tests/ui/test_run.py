@@ -50,6 +50,19 @@ class ARun(RunCase):
         self.assertEqual(self.progress(), (0, 30, 30))
         d.wait_status("Ready")
 
+    def test_pauses_for_a_second_after_an_item(self):
+        d = self.d
+        self.start(only("OpenSavedDialoge", "WinTempFileFolder"))
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(TEMP)
+            d.pass_time(999)
+            for _ in range(3):  # what is asked is answered in the pause, which looks at the clock each time
+                d.settle("cmdStop")
+            self.assertEqual(self.log(), [TEMP])
+            d.pass_time(1)
+            self.wait_log(TEMP, CLIPBOARD)
+
     def test_can_follow_on_a_stopped_one(self):
         self.start(only("OpenSavedDialoge", "WinTempFileFolder"))
         with self.d.time_held():

@@ -124,6 +124,23 @@ class TheScheduledList(ScheduledCase):
         blocked.rmdir()
         self.restart()
 
+    def test_reports_on_line_when_it_cannot_be_saved_after_a_run(self):
+        d = self.d
+        self.start(SCHEDULED)
+        self.show_shredder()
+        self.fill("lstFiles", self.files("a.txt"))
+        d.settle("lstFiles")
+        blocked = self.list_file.with_name(LIST_FILE + ".tmp")
+        blocked.mkdir()
+        self.addCleanup(lambda: blocked.exists() and blocked.rmdir())
+        with self.on_line():
+            self.press_erase_only()
+            box = d.press_button_in_box("OK")
+            self.assertEqual((box.title, box.text), (RUNNING_TITLE, "frmMain,ShredDelete70Permission denied"))
+            self.assertEqual(self.wait_run_over()[-2:], DONE)
+        self.assertEqual(self.left(), [])
+        blocked.rmdir()
+
     def test_counts_its_files_again_after_a_dialog_that_was_cancelled(self):
         d = self.d
         self.fill("lstFiles", self.files("a.txt", "b.txt"))
