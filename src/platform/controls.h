@@ -184,7 +184,6 @@ class ComboBox : public Control {
 class ProgressBar : public Control {
  public:
   using Control::Control;
-  int Min() const { return min_; }
   int Max() const { return max_; }
   int Value() const { return value_; }
   void SetRange(int min, int max);
