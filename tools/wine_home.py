@@ -261,7 +261,7 @@ class Display:
         return path
 
 
-def wait_for(what: str, condition, seconds: float = 30.0, every: float = 0.05):
+def wait_for(what: str, condition, seconds: float = 120.0, every: float = 0.05):
     """Waits until `condition()` is true and returns its value; the message says what never came."""
     end = time.monotonic() + seconds
     while True:

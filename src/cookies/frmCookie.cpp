@@ -1,5 +1,6 @@
 #include "cookies/frmCookie.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -103,9 +104,10 @@ void frmCookie::Load() {
   if (!work.Over()) SafeList.Select(SafeList.ListCount() - 1);  // the line that was looked up last
 }
 
+// The kept ones come first, in the keep list's order, so that each is found on the first line and not after thousands.
 void frmCookie::ShowCurrentCookies(const Work& work) {
-  CookieNames kept;
-  for (int line = 0; line < SafeList.ListCount(); ++line) kept.push_back(SafeList.Item(line));
+  CookieNames keepList;
+  for (int line = 0; line < SafeList.ListCount(); ++line) keepList.push_back(SafeList.Item(line));
   CookieNames current;
   lstKeeplist.Clear();
   cleaners::UrlCacheWalk walk("Cookie:");
@@ -113,20 +115,21 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     // A cookie without a file has no name.
     if (cleaners::IsCookieUrl(walk.Url()) && !walk.LocalFile().empty())
       current.push_back(cleaners::CookieName(walk.LocalFile()));
-    DoEvents();
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
   const ListBox::Filling quietly(lstKeeplist);
+  const std::size_t kept = PutKeptFirst(current, keepList);
   for (const WideText& name : current) {
     lstKeeplist.AddItem(name);
-    DoEvents();
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
-  TakeKeptAway(KeptAmong(current, kept), work);
+  current.resize(kept);
+  TakeKeptAway(current, work);
 }
 
-// Each kept line takes one away.
-void frmCookie::TakeKeptAway(const std::vector<WideText>& kept, const Work& work) {
+void frmCookie::TakeKeptAway(const CookieNames& kept, const Work& work) {
   for (const WideText& name : kept) {
     const bool found = IsKept(lstKeeplist, name);
     if (work.Over()) return;

@@ -4,9 +4,9 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "cookies/frmCookie_ids.h"
+#include "cookies/keep_list.h"
 #include "platform/clsIni.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
@@ -33,7 +33,7 @@ class frmCookie final : public Dialog {
   void EnableButtons(bool enabled);
   void Load();
   void ShowCurrentCookies(const Work& work);
-  void TakeKeptAway(const std::vector<WideText>& kept, const Work& work);
+  void TakeKeptAway(const CookieNames& kept, const Work& work);
   static void MoveSelected(ListBox& from, ListBox& to);
   void MoveAll(ListBox& from, ListBox& to);
   void SaveAndClose();

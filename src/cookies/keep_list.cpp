@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <set>
+#include <map>
+#include <utility>
 
 #include "platform/wide_system.h"
 
@@ -65,13 +66,24 @@ std::string KeepListText(const CookieNames& names) {
 
 bool IsSameCookie(WideView one, WideView other) { return Normal(one) == Normal(other); }
 
-CookieNames KeptAmong(const CookieNames& current, const CookieNames& kept) {
-  std::set<WideText> names;
-  for (const WideText& name : current) names.insert(Normal(name));
-  CookieNames found;
-  for (const WideText& name : kept)
-    if (names.count(Normal(name)) != 0) found.push_back(name);
-  return found;
+std::size_t PutKeptFirst(CookieNames& current, const CookieNames& kept) {
+  std::multimap<WideText, std::size_t> places;
+  for (std::size_t place = 0; place < current.size(); ++place) places.emplace(Normal(current[place]), place);
+  CookieNames sorted;
+  std::vector<bool> taken(current.size());
+  for (const WideText& name : kept) {
+    const WideText normal = Normal(name);
+    const auto found = places.lower_bound(normal);  // the first of several
+    if (found == places.end() || found->first != normal) continue;
+    sorted.push_back(current[found->second]);
+    taken[found->second] = true;
+    places.erase(found);
+  }
+  const std::size_t count = sorted.size();
+  for (std::size_t place = 0; place < current.size(); ++place)
+    if (!taken[place]) sorted.push_back(current[place]);
+  current = std::move(sorted);
+  return count;
 }
 
 }  // namespace cookies

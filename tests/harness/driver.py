@@ -181,7 +181,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         told = self.probe.ask("ended", pid)
         return told.code if told.ended else None
 
-    def wait_ended(self, pid: int | None = None, seconds: float = 30) -> int:
+    def wait_ended(self, pid: int | None = None, seconds: float = 120) -> int:
         process = pid or self.pid
 
         def over():
@@ -211,7 +211,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         """Loads a library into the program, as the shell's extensions are loaded into every program."""
         self.probe.ask("load", self.pid, library)
 
-    def second_instance(self, arguments: str = "", seconds: float = 30) -> int:
+    def second_instance(self, arguments: str = "", seconds: float = 120) -> int:
         """Starts another copy on the same desktop, waits for its end and returns its exit code."""
         return self.wait_ended(self.start(rf"C:\Quellix\{self.program}", arguments), seconds)
 

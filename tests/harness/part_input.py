@@ -181,7 +181,7 @@ class Input:
         self.type_text(text)
         self.wait_text(name, text, window)
 
-    def settle(self, name, window=None, seconds: float = 30) -> None:
+    def settle(self, name, window=None, seconds: float = 120) -> None:
         """Waits until the window thread of a control on show has worked off its input.
 
         For tests that nothing happens: a window paints only when no input is left for it.

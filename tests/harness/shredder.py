@@ -103,7 +103,7 @@ class ShredderCase(ProgramCase):
     def count(self, name: str) -> int:
         return self.d.send(self.d.handle(name), 0x018B).result  # LB_GETCOUNT
 
-    def wait_count(self, name: str, count: int, seconds: float = 30) -> None:
+    def wait_count(self, name: str, count: int, seconds: float = 120) -> None:
         wait_for(f"{count} lines in {name}", lambda: self.count(name) == count, seconds)
 
     def choose_files(self, button: str, *names: str) -> None:

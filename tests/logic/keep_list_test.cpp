@@ -80,13 +80,24 @@ TEST(IsSameCookie, LooksAtNeitherCaseNorBlanksAroundTheName) {
   EXPECT_FALSE(IsSameCookie(u"user @site", u"user@site"));
 }
 
-TEST(KeptAmong, FindsTheKeptCookiesThatAreThereInTheirOrder) {
-  EXPECT_THAT(KeptAmong({u"c", u"a", u"b"}, {u"B", u"gone", u" a"}), ElementsAre(u"B", u" a"));
-  EXPECT_THAT(KeptAmong({u"c", u"a"}, {}), IsEmpty());
-  EXPECT_THAT(KeptAmong({}, {u"a"}), IsEmpty());
+TEST(PutKeptFirst, PutsTheKeptCookiesInTheOrderOfTheirList) {
+  CookieNames current = {u"c", u"a", u"d", u"b"};
+  EXPECT_EQ(PutKeptFirst(current, {u"B", u"gone", u" a"}), 2u);
+  EXPECT_THAT(current, ElementsAre(u"b", u"a", u"c", u"d"));
+  EXPECT_EQ(PutKeptFirst(current, {}), 0u);
+  EXPECT_THAT(current, ElementsAre(u"b", u"a", u"c", u"d"));
+  CookieNames none;
+  EXPECT_EQ(PutKeptFirst(none, {u"a"}), 0u);
 }
 
-TEST(KeptAmong, FindsOneThatIsKeptTwiceTwice) { EXPECT_THAT(KeptAmong({u"a"}, {u"a", u"A"}), ElementsAre(u"a", u"A")); }
+TEST(PutKeptFirst, LetsEachLineTakeOneCookie) {
+  CookieNames once = {u"x", u"a"};
+  EXPECT_EQ(PutKeptFirst(once, {u"a", u"A"}), 1u);
+  EXPECT_THAT(once, ElementsAre(u"a", u"x"));
+  CookieNames twice = {u"x", u"a", u"A"};
+  EXPECT_EQ(PutKeptFirst(twice, {u"a"}), 1u);
+  EXPECT_THAT(twice, ElementsAre(u"a", u"x", u"A"));
+}
 
 TEST(ReadKeepList, EndsNoFieldInTheMiddleOfALetterOfTwoBytes) {
   const OtherSystem farEast(CodePage::kDoubleByte);

@@ -29,7 +29,7 @@ class BrowsersCase(RiggedCase):
         self.start(only("OpenSavedDialoge") | {"Boss": {"bossKey": "120"}})
         browsers.open_in_program(self.d)
 
-    def press(self, seconds: float = 20) -> None:
+    def press(self, seconds: float = 120) -> None:
         with self.d.held("F9"):
             self.d.wait_no_window("frmMain", seconds=seconds)
 

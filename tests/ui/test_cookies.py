@@ -69,7 +69,7 @@ class CookieCase(ProgramCase):
     def lists(self) -> tuple[list[str], list[str]]:
         return self.d.items(CURRENT, self.window), self.d.items(KEPT, self.window)
 
-    def wait_lists(self, current: list[str], kept: list[str], seconds: float = 20) -> None:
+    def wait_lists(self, current: list[str], kept: list[str], seconds: float = 120) -> None:
         """The cache has an order of its own; the keep list's is the user's."""
         def hold():
             left, right = self.lists()

@@ -98,7 +98,7 @@ class AHeldEnter(KeysCase):
         with d.held("Return"):
             self.wait_call("ShellExecute")
             browsers.let_polls_pass(d, 40)
-        self.assertEqual(self.calls("ShellExecute"), [d.text("Label16")])
+        self.assertEqual(self.calls("ShellExecute"), [r"C:\Quellix\manual\index.html"])
 
 
 if __name__ == "__main__":

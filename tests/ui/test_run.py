@@ -108,7 +108,7 @@ class ARun(RunCase):
         self.start()
         self.press_erase_only()
         expected = [line for item in ITEMS for line in item.lines]
-        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 300)
         self.assertEqual(self.wait_run_over(), [*expected, *DONE])
         full = STEP * len(ITEMS)  # of all that is ticked, which is more than what runs
         self.assertEqual(self.progress(), (0, full, full))

@@ -336,7 +336,7 @@ class AnEraseRun(ScheduledCase):
         d.key("Delete")
         self.assertGreater(self.bar(), 0, "the run was over before the last key")
         self.assertEqual((self.count("lstFiles"), d.find_windows("#32770"), self.list_file.exists()), (3000, [], True))
-        self.wait_count("lstFiles", 0, 60)
+        self.wait_count("lstFiles", 0, 300)
         self.assertEqual(self.left(), [])
         d.wait_enabled("cmdStop", False)
 

@@ -265,7 +265,7 @@ class ShreddingFiles(ShredderCase):
         for button in ("cmdClear", "cmdshredFiles", "cmdFolClear", "cmdShredFolder", "cmdShredAll", "cmdAddFolder", "cmdFileShred"):
             d.click(button)
         during = self.bar()
-        self.wait_count("lstFileShred", 0, 60)
+        self.wait_count("lstFileShred", 0, 300)
         self.assertGreater(during, 0, "the run was over before the last click")
         d.wait_text("txtMessage", "3000 files shredded.")
         d.settle("Picture1")
@@ -280,7 +280,7 @@ class ShreddingFiles(ShredderCase):
         self.press_erase_only()
         self.wait_run_over()
         self.show_shredder()
-        self.wait_count("lstFileShred", 0, 60)
+        self.wait_count("lstFileShred", 0, 300)
         d.wait_text("txtMessage", "3000 files shredded.")
         self.assertEqual(self.left(), [])
 
