@@ -154,7 +154,7 @@ void frmCookie::MoveAll(ListBox& from, ListBox& to) {
   while (from.ListCount() > 0) {
     to.AddItem(from.Item(0));
     from.RemoveItem(0);
-    DoEvents();
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
 }

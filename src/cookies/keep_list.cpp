@@ -67,6 +67,7 @@ std::string KeepListText(const CookieNames& names) {
 bool IsSameCookie(WideView one, WideView other) { return Normal(one) == Normal(other); }
 
 std::size_t PutKeptFirst(CookieNames& current, const CookieNames& kept) {
+  if (kept.empty()) return 0;
   std::multimap<WideText, std::size_t> places;
   for (std::size_t place = 0; place < current.size(); ++place) places.emplace(Normal(current[place]), place);
   CookieNames sorted;
