@@ -44,6 +44,12 @@ class TheDocuments(unittest.TestCase):
             told = set(re.findall(r"Quellix[ -](\d+\.\d+)", (ROOT / name).read_text(encoding="utf-8")))
             self.assertEqual(told, {version()}, name)
 
+    def test_tell_what_the_on_line_probe_sends_and_when(self):
+        for name in ("README.md", "docs/manual/network.txt"):
+            text = " ".join((ROOT / name).read_text(encoding="utf-8").split())
+            for told in ("something failed", "one (web )?page", "title", "without a cookie", "three seconds"):
+                self.assertRegex(text, told, name)
+
     def test_bear_the_licence(self):
         for name in ("LICENSE", "README.md", "packaging/ReadMe.txt"):
             self.assertRegex((ROOT / name).read_text(encoding="utf-8"), "MIT")
