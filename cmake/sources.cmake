@@ -97,6 +97,7 @@ set(WINDOWS_SOURCES
   src/shred/folder_removal.cpp
   src/erase/fraClean.cpp
   src/erase/catalogue.cpp
+  src/app/colours.cpp
   src/app/erase_host.cpp
   src/app/fraHelp.cpp
   src/app/fraMain.cpp

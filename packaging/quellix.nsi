@@ -43,8 +43,9 @@ VIAddVersionKey "LegalCopyright" "the Quellix authors"
 
 Var program  ; the installed program with its folder's short name, as a Run value may hold it
 
-!define MUI_ICON "${__FILEDIR__}/../src/app/res/quellix.ico"
-!define MUI_UNICON "${__FILEDIR__}/../src/app/res/quellix.ico"
+!define MUI_ICON "${__FILEDIR__}/../src/app/res/quellix_small.ico"
+!define MUI_UNICON "${__FILEDIR__}/../src/app/res/quellix_small.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${__FILEDIR__}/wizard.bmp"
 !define MUI_ABORTWARNING
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_UNFINISHPAGE_NOAUTOCLOSE

@@ -39,7 +39,7 @@ function(quellix_audit name)
 endfunction()
 
 set(audit_pe ${QUELLIX_PYTHON} -B -m tools.audit.audit_pe)
-quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 307200)
+quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 360448)
 quellix_audit(imports_of_the_companion ${audit_pe} ${shipped}/iea.exe --max-size 40960)
 foreach(program Quellix iea)
   quellix_audit(instructions/${program} ${QUELLIX_PYTHON} -B -m tools.audit.audit_instructions

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "app/colours.h"
 #include "app/panel_navigation.h"
 #include "app/single_instance.h"
 #include "app/tray_callback.h"
@@ -32,8 +33,6 @@ using settings::Setting;
 using settings::Settings;
 
 namespace {
-
-constexpr COLORREF kBannerGround = RGB(16, 28, 64);  // the banner's own ground, continued over the navigation bar
 
 // Not shared, and so loaded once and kept: Windows 9x gives a shared icon in the size that it was first asked for.
 HICON OwnIcon(int width, int height) {
@@ -103,7 +102,7 @@ void frmMain::OnInit() {
   ::SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))));
   stBar.Arrange(QUELLIX_CAPTION);
-  bannerColour_.reset(::CreateSolidBrush(kBannerGround));
+  bannerColour_.reset(::CreateSolidBrush(BarColour()));
   stealth_.Start(Handle());
   scheduler_.Start(Handle());
   PlacePanel(main_.Create(Handle()), rows_.back().button.Handle());
@@ -264,6 +263,9 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       return 0;
     case kTrayCallback:
       OnTrayCallback(wParam, lParam);
+      return {};
+    case WM_SYSCOLORCHANGE:
+      bannerColour_.reset(::CreateSolidBrush(BarColour()));
       return {};
     case WM_CTLCOLORSTATIC: {
       const int id = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));

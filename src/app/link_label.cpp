@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/colours.h"
 #include "platform/handles.h"
 #include "platform/window_text.h"
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
+#include "platform/drawing_size.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/text_value.h"
@@ -98,8 +100,12 @@ void Control::SetText(const std::string& text) {
 }
 
 void Picture::ShowState() {
-  loaded_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(bitmap_), IMAGE_BITMAP, 0, 0, loading_));
-  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(loaded_.get()));
+  const HDC screen = ::GetDC(nullptr);
+  const int size = bitmap_ + kDrawingStep * DrawingSteps(::GetDeviceCaps(screen, LOGPIXELSX));
+  ::ReleaseDC(nullptr, screen);
+  UniqueGdiObject loaded(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(size), IMAGE_BITMAP, 0, 0, loading_));
+  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(loaded.get()));
+  loaded_ = std::move(loaded);
 }
 
 void CheckBox::SetValue(double value) {

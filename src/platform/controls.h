@@ -75,7 +75,7 @@ class Label : public Control {
   using Control::Control;
 };
 
-// A static control that shows a bitmap of the program's resources.
+// A static control that shows a bitmap of the program's resources, in the size that suits the screen.
 class Picture : public Control {
  public:
   // By default with the bitmap's grey ground in the dialog's colour of every scheme.
@@ -84,6 +84,7 @@ class Picture : public Control {
 
  private:
   void ShowState() override;
+  void OnColours() override { ShowState(); }
 
   int bitmap_;
   UINT loading_;
