@@ -11,12 +11,6 @@ using namespace platform;
 
 namespace {
 
-// The scheme's own colour of links, also under High Contrast. Windows 95 and NT 4 have none.
-COLORREF LinkColour() {
-  constexpr int kHotLight = 26;  // COLOR_HOTLIGHT
-  return ::GetSysColor(::GetSysColorBrush(kHotLight) != nullptr ? kHotLight : COLOR_BTNTEXT);
-}
-
 UniqueGdiObject UnderlinedFont(HWND window) {
   LOGFONTA font = FontOfWindow(window);
   font.lfUnderline = TRUE;

@@ -13,9 +13,9 @@ constexpr int Brightness(std::uint32_t colour) {
   return (299 * red + 587 * green + 114 * blue) / 1000;
 }
 
-// The wanted colour where it differs enough from the ground, otherwise the scheme's own colour for texts on it.
+// The wanted colour where it can be made out on the ground, otherwise the scheme's own colour for texts there.
 constexpr std::uint32_t ReadableOn(std::uint32_t ground, std::uint32_t wanted, std::uint32_t text) {
-  constexpr int kEnough = 125;
+  constexpr int kEnough = 64;
   const int difference = Brightness(ground) - Brightness(wanted);
   return difference >= kEnough || -difference >= kEnough ? wanted : text;
 }
