@@ -56,6 +56,8 @@ class ARun(RunCase):
         with d.time_held():
             self.press_erase_only()
             self.wait_log(TEMP)
+            wait_for("the end of the item", lambda: self.progress()[1] > 0)
+            d.settle("cmdStop")  # the pause has begun
             d.pass_time(999)
             for _ in range(3):  # what is asked is answered in the pause, which looks at the clock each time
                 d.settle("cmdStop")
