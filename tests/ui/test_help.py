@@ -33,7 +33,7 @@ class ThePanel(HelpCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.d.reg_set("HKCU", r"Control Panel\Colors", "HotTrackingColor", "200 0 100")
+        cls.d.reg_set("HKCU", r"Control Panel\Colors", "HotTrackingColor", "160 0 80")
 
     def test_tells_who_makes_the_program(self):
         self.d.click("cmdHelp")
@@ -52,7 +52,7 @@ class ThePanel(HelpCase):
             colours = subprocess.run(["convert", str(picture), "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "-depth",
                                       "8", "-format", "%c", "histogram:info:"], check=True, capture_output=True, text=True)
             with self.subTest(link):
-                self.assertIn("#C80064", colours.stdout)
+                self.assertIn("#A00050", colours.stdout)
                 self.assertNotIn("#0000A0", colours.stdout)
 
 
