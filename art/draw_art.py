@@ -312,17 +312,40 @@ def pack(rows, bits):
     return bytes(data)
 
 
-def dib_head(width, height, bits, size, palette):
-    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, 0, size,
-                       0, 0, 0, 0)
+def dib_head(width, height, bits, size, palette, compression=0):
+    # Old drivers lose their way in runs after a palette whose size they are not told.
+    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, compression, size,
+                       0, 0, len(palette) if compression else 0, 0)
     return head + b"".join(struct.pack("BBBB", b, g, r, 0)
                            for r, g, b in palette)
 
 
+def shrink(rows, bits):
+    """Indices as a bottom-up bitmap of runs: BI_RLE8 or BI_RLE4, which every Windows draws."""
+    data = bytearray()
+    for row in reversed(rows):
+        x = 0
+        while x < len(row):
+            # A run of one index; with 4 bits also of two in turn.
+            step = 2 if bits == 4 else 1
+            end = x + step
+            while end < len(row) and end - x < 255 and row[end] == row[end - step]:
+                end += 1
+            end = min(end, len(row))
+            pair = row[x] << 4 | row[x + 1] if bits == 4 and x + 1 < len(row) else row[x] << 4 if bits == 4 else row[x]
+            data += bytes((end - x, pair))
+            x = end
+        data += b"\0\0"
+    return bytes(data[:-2]) + b"\0\1"
+
+
 def write_bmp(path, picture, palette):
+    """By runs where that is shorter."""
     bits = 4 if len(palette) == 16 else 8
-    data = pack(index_rows(picture, palette), bits)
-    head = dib_head(*picture.size, bits, len(data), palette)
+    rows = index_rows(picture, palette)
+    plain, runs = pack(rows, bits), shrink(rows, bits)
+    data = min(plain, runs, key=len)
+    head = dib_head(*picture.size, bits, len(data), palette, {8: 1, 4: 2}[bits] if data is runs else 0)
     start = 14 + len(head)
     path.write_bytes(struct.pack("<2sIHHI", b"BM", start + len(data), 0, 0,
                                  start) + head + data)
