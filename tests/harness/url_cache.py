@@ -18,7 +18,7 @@ def plant(home: WineHome, *words: str) -> None:
     """plant(home, "content", "500", "cookie", "user@site"): a number of entries of a kind, or the one of a name."""
     if not (home.c / "plant_cache.exe").exists():
         shutil.copy2(_planter(), home.c)
-    home.run(r"C:\plant_cache.exe", *words, check=True)
+    home.run(r"C:\plant_cache.exe", *words, check=True, timeout=900)
 
 
 def counts(home: WineHome) -> dict[str, int]:
