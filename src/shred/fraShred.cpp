@@ -156,7 +156,8 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     const Presence before = PresenceOf(path);
     RuntimeError failure;
     quietly([&] { failure = ShredFile(path, level.Text()); });
-    const ShreddedFile file{.before = before, .after = PresenceOf(path), .failure = failure.description};
+    const Presence after = failure ? PresenceOf(path) : Presence::Gone;
+    const ShreddedFile file{.before = before, .after = after, .failure = failure.description};
     run.Add(file, Narrow(path.Shown()));
     if (LeavesTheList(file)) list.MarkGone(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "platform/ErroHandle.h"
 #include "platform/handles.h"
@@ -56,12 +57,24 @@ void PutAt(HANDLE file, std::uint32_t offset, std::string_view bytes) {
   WriteOrRaise(file, bytes.data(), bytes.size());
 }
 
+// Put together once for all files in a row that have the same level: it takes as long as opening a file.
+const std::vector<Block>& BlocksOf(std::int16_t repeatCount) {
+  static std::vector<Block> blocks;
+  static std::int16_t ofCount = 0;
+  if (blocks.empty() || ofCount != repeatCount) {
+    std::vector<ItemRun> items;
+    for (const OverwriteRun& run : OverwriteSequence(repeatCount))
+      if (run.count > 0) items.push_back({run.item, static_cast<std::size_t>(run.count)});
+    blocks = InBlocks(items);
+    ofCount = repeatCount;
+  }
+  return blocks;
+}
+
 void WriteSequence(HANDLE file, std::int16_t repeatCount, Failures& failures) {
   BlockWriter writer([file](std::uint32_t offset, std::string_view bytes) { PutAt(file, offset, bytes); },
                      [&failures](const RuntimeError& reason) { failures.Tell(reason); });
-  for (const OverwriteRun& run : OverwriteSequence(repeatCount))
-    if (run.count > 0) writer.Write(run.item, static_cast<std::size_t>(run.count));
-  writer.Flush();
+  for (const Block& block : BlocksOf(repeatCount)) writer.Write(block);
 }
 
 // Setting them takes as long as all the rest, so only where there is something to clear.
