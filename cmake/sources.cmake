@@ -45,9 +45,11 @@ set(WINDOWS_SOURCES
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
+  src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
   src/platform/key_tree.cpp
   src/platform/late_binding.cpp
+  src/platform/marked_button.cpp
   src/platform/message_box.cpp
   src/platform/message_pump.cpp
   src/platform/native_files.cpp

@@ -68,6 +68,13 @@ class MarkedButton : public Button {
  public:
   using Button::Button;
   void Mark(bool marked) { Send(BM_SETCHECK, marked ? BST_CHECKED : BST_UNCHECKED); }
+
+ private:
+  void ShowState() override;
+  void DrawInHighContrast() const;
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+  WNDPROC system_ = nullptr;
 };
 
 class Label : public Control {

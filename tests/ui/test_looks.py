@@ -43,6 +43,9 @@ class InHighContrastBlack(unittest.TestCase):
             for name in ("Label16", "Label22"):
                 self.assertEqual(colours(d, name), {"#000000", "#FFFFFF"}, name)
             bar, last = d.control("Picture1").rect, d.control("cmdHelp").rect
+            # Chosen, and its text can be read.
+            self.assertLessEqual({"#800080", "#FFFFFF"}, colours(d, "cmdHelp", "-shave", "6x6"))
+            self.assertEqual(colours(d, "cmdCleenFrame", "-shave", "6x6"), {"#000000", "#FFFFFF"})
             self.assertEqual(colours(d, "Picture1", "-crop", f"20x20+4+{last[3] - bar[1] + 4}"), {"#000000"})
 
 
