@@ -30,12 +30,13 @@ def only(*keys: str) -> dict[str, dict[str, str]]:
 class ProgramCase(unittest.TestCase):
     """One desktop for a class; each test starts the program anew with the settings it needs."""
 
+    desktop = Desktop
     options: dict = {}
 
     @classmethod
     def setUpClass(cls):
         name = f"{cls.__module__.rpartition('.')[2].removeprefix('test_')}-{cls.__name__}".lower()
-        cls.d = cls.enterClassContext(Desktop(name, start=False, registry=OFF_LINE, **cls.options))
+        cls.d = cls.enterClassContext(cls.desktop(name, start=False, registry=OFF_LINE, **cls.options))
 
     def start(self, settings: dict | None = None, wait_until_started: bool = True, library: str | None = None) -> None:
         """Starts the program with no other stored settings than these."""
