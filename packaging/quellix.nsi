@@ -5,7 +5,7 @@
 
 Unicode false  ; loads on Windows 95
 SetCompressor /SOLID lzma
-SetDateSave on
+SetDateSave off  ; on for what is installed, whose dates are set; the wizard's picture has that of the clone
 Name "Quellix ${VERSION}"
 OutFile "${OUTPUT}"
 BrandingText "Quellix ${VERSION}"
@@ -119,7 +119,9 @@ Section "Quellix" SECTION_PROGRAM
   SectionIn RO
   Call CloseRunning
   SetOverwrite on
+  SetDateSave on
   !insertmacro INSTALL_FILES
+  SetDateSave off
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "Quellix"
