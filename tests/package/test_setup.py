@@ -10,6 +10,8 @@ from tools.package import pack
 
 PACKAGES = BUILD / "test-package"
 ODD_FOLDER = r"C:\My Programs\Zoë & Löwe (%TEMP%)"
+DESKTOP_ICON = "users/Public/Desktop/Quellix.lnk"
+COMPONENTS, LINE = 1032, 16  # the tree of the wizard's page
 LISTS = ("SafeCookie.dat", "QUELLIX_Shred")
 MENU = r"ProgramData/Microsoft/Windows/Start Menu/Programs/Quellix"
 
@@ -142,7 +144,7 @@ class AnUpgrade(SetupCase):
 
 
 class AnInstallationByHand(SetupCase):
-    NEXT, CANCEL = 1, 2
+    NEXT = 1
 
     def window(self):
         return self.d.wait_window("#32770", seconds=60)
@@ -161,6 +163,7 @@ class AnInstallationByHand(SetupCase):
         d = self.d
         self.pictures = 1
         d.start(r"C:\setup.exe")
+        self.tick_third(self.window())
         self.press("Next >")  # what is installed
         wizard = self.window()
         path = d.wait_control(1019, lambda c: c.visible, "to show the folder", wizard)
@@ -171,6 +174,7 @@ class AnInstallationByHand(SetupCase):
         d.post(d.wait_window("frmMain"), WM_CLOSE)
         wait_for("the program to end", lambda: not d.processes("Quellix.exe"))
         self.assertEqual(installed(d), r"C:\Tools\Quellix")
+        self.assertTrue((d.home.c / DESKTOP_ICON).is_file())
 
         (d.home.c / "Tools/Quellix/canary.txt").write_text("mine")
         d.start(r"C:\Tools\Quellix\Uninstall.exe")
@@ -179,7 +183,16 @@ class AnInstallationByHand(SetupCase):
         wait_for("the uninstaller to end", lambda: not d.processes("Un.exe"))
         self.assertEqual([path.name for path in (d.home.c / "Tools/Quellix").iterdir()], ["canary.txt"])
         self.assertIsNone(installed(d))
+        self.assertFalse((d.home.c / DESKTOP_ICON).exists())
         self.assertIsNone(d.reg_list("HKCU", r"Software\Quellix"))
+
+    def tick_third(self, wizard) -> None:
+        """Ticks the third of the components, the desktop icon."""
+        d = self.d
+        left, top, _, _ = d.wait_control(COMPONENTS, lambda c: c.visible, "to come", wizard).rect
+        d.settle(COMPONENTS, wizard)
+        d.click_at(left + 9, top + 2 + 2 * LINE + LINE // 2)
+        d.settle(COMPONENTS, wizard)
 
 
 if __name__ == "__main__":
