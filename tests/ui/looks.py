@@ -27,8 +27,11 @@ def scheme(ground: str, text: str, chosen: str, chosen_text: str, link: str) -> 
     return {COLOURS_KEY: colours, HIGH_CONTRAST_KEY: {"Flags": "127"}}
 
 
+THEME = r"C:\windows\resources\themes\light\light.msstyles"
 LOOKS = {
     "96 dpi": {},
+    "themed": {r"HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager":
+               {"ThemeActive": "1", "DllName": THEME, "ColorName": "Blue", "SizeName": "NormalSize"}},
     "120 dpi": {DESKTOP_KEY: {"LogPixels": 120}},
     "144 dpi": {DESKTOP_KEY: {"LogPixels": 144}},
     "192 dpi": {DESKTOP_KEY: {"LogPixels": 192}},
