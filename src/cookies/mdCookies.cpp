@@ -41,7 +41,7 @@ bool LoadList(ListBox& list, const Path& path, const bool* cutShort) {
   const ListBox::Filling quietly(list);
   for (const WideText& name : names) {
     list.AddItem(name);
-    DoEventsNowAndThen();
+    DoEvents();
     if (cutShort != nullptr && *cutShort) break;
   }
   return read;
