@@ -6,9 +6,10 @@ fonts-dejavu-core).  From the top of the source tree run
 
     /usr/bin/python3 art/draw_art.py
 
-which rewrites the files in src/app/res/.  The same bytes come out each time.
+which rewrites the files in src/app/res/ and the installer's in packaging/.  The same bytes come out each time.
 Another folder to write to can be given as the only argument.
 """
+import io
 import struct
 import sys
 from pathlib import Path
@@ -172,27 +173,67 @@ def tiny(inks):
 
 # ------------------------------------------------------------- the pictures
 
-def banner():
-    picture = Image.new("RGB", (114, 72), NAVY)
-    q, cover = smooth(42, LOOK_NAVY)
-    picture.paste(q, (38, 4), cover)
-    font = ImageFont.truetype(FONT, 18, layout_engine=ImageFont.Layout.BASIC)
+class Scaled:
+    """Draws in the measures of 96 DPI on a picture of another resolution."""
+
+    def __init__(self, picture, scale):
+        self.draw, self.scale = ImageDraw.Draw(picture), scale
+
+    def __getattr__(self, name):
+        method = getattr(self.draw, name)
+
+        def scaled(places, *others, **options):
+            # A box keeps its last pixel, a line is as thick as the scale.
+            if name in ("line", "arc"):
+                options.setdefault("width", max(1, round(self.scale)))
+            if name == "point" and self.scale > 1:
+                x, y = places
+                return scaled_box(self.draw.rectangle, (x, y, x, y), **options)
+            if name in ("rectangle", "ellipse", "arc"):
+                return scaled_box(method, places, *others, **options)
+            return method([round((v + 0.5) * self.scale - 0.5) for v in places], *others, **options)
+
+        def scaled_box(method, box, *others, **options):
+            left, top, right, bottom = box
+            return method([round(left * self.scale), round(top * self.scale), round((right + 1) * self.scale) - 1,
+                           round((bottom + 1) * self.scale) - 1], *others, **options)
+        return scaled
+
+
+def banner(scale=1):
+    picture = Image.new("RGB", (round(114 * scale), round(72 * scale)), NAVY)
+    q, cover = smooth(round(42 * scale), LOOK_NAVY)
+    picture.paste(q, (round(38 * scale), round(4 * scale)), cover)
+    font = ImageFont.truetype(FONT, round(18 * scale), layout_engine=ImageFont.Layout.BASIC)
     draw = ImageDraw.Draw(picture)
-    draw.text((57, 64), "Quellix", fill=(236, 246, 250), font=font, anchor="ms")
+    draw.text((round(57 * scale), round(64 * scale)), "Quellix", fill=(236, 246, 250), font=font, anchor="ms")
+    if scale > 1:  # the ground around it is the window's own
+        picture = picture.crop((round(13 * scale), round(2 * scale), round(101 * scale), round(70 * scale)))
     return picture
 
 
-def about():
-    picture = Image.new("RGB", (64, 64), FACE)
-    q, cover = smooth(62, LOOK_RICH)
+def about(scale=1):
+    size = round(64 * scale)
+    picture = Image.new("RGB", (size, size), FACE)
+    q, cover = smooth(size - 2, LOOK_RICH)
     picture.paste(q, (2, 2), cover)
     return picture
 
 
-def net():
+def wizard():
+    """The left side of the installer's last page."""
+    picture = Image.new("RGB", (164, 314), NAVY)
+    q, cover = smooth(104, LOOK_NAVY)
+    picture.paste(q, (32, 52), cover)
+    font = ImageFont.truetype(FONT, 32, layout_engine=ImageFont.Layout.BASIC)
+    ImageDraw.Draw(picture).text((82, 208), "Quellix", fill=(236, 246, 250), font=font, anchor="ms")
+    return picture
+
+
+def net(scale=1):
     """A globe with a small network of nodes over it."""
-    picture = Image.new("RGB", (32, 32), FACE)
-    draw = ImageDraw.Draw(picture)
+    picture = Image.new("RGB", (round(32 * scale),) * 2, FACE)
+    draw = Scaled(picture, scale)
     draw.ellipse((5, 5, 29, 29), fill=VGA[8])
     draw.ellipse((3, 3, 27, 27), fill=VGA[6], outline=BLACK)
     for box in ((9, 3, 21, 27), (3, 3, 27, 27)):
@@ -212,10 +253,10 @@ def net():
     return picture
 
 
-def ope():
+def ope(scale=1):
     """A window holding a page of lines, with a magnifier over its corner."""
-    picture = Image.new("RGB", (32, 32), FACE)
-    draw = ImageDraw.Draw(picture)
+    picture = Image.new("RGB", (round(32 * scale),) * 2, FACE)
+    draw = Scaled(picture, scale)
     draw.rectangle((3, 4, 27, 27), fill=VGA[8])
     draw.rectangle((1, 2, 25, 25), fill=FACE, outline=BLACK)
     draw.line((2, 24, 2, 3, 24, 3), fill=WHITE)
@@ -236,13 +277,13 @@ def ope():
 
 # ----------------------------------------------------- palettes and files
 
-def palette_for(picture, keys):
-    """256 colours for a picture, the given ones first and exact."""
-    reduced = picture.quantize(250 - len(keys), Image.MEDIANCUT, kmeans=2)
+def palette_for(picture, keys, count=256):
+    """The colours for a picture, the given ones first and exact."""
+    reduced = picture.quantize(count - len(keys) - (6 if count == 256 else 0), Image.MEDIANCUT, kmeans=2)
     raw = reduced.getpalette()
     found = {tuple(raw[i * 3:i * 3 + 3]) for _, i in reduced.getcolors(256)}
     colours = list(keys) + sorted(found - set(keys))
-    return colours + [BLACK] * (256 - len(colours))
+    return colours + [BLACK] * (count - len(colours))
 
 
 def index_rows(picture, palette):
@@ -271,17 +312,40 @@ def pack(rows, bits):
     return bytes(data)
 
 
-def dib_head(width, height, bits, size, palette):
-    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, 0, size,
-                       0, 0, 0, 0)
+def dib_head(width, height, bits, size, palette, compression=0):
+    # Old drivers lose their way in runs after a palette whose size they are not told.
+    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, compression, size,
+                       0, 0, len(palette) if compression else 0, 0)
     return head + b"".join(struct.pack("BBBB", b, g, r, 0)
                            for r, g, b in palette)
 
 
+def shrink(rows, bits):
+    """Indices as a bottom-up bitmap of runs: BI_RLE8 or BI_RLE4, which every Windows draws."""
+    data = bytearray()
+    for row in reversed(rows):
+        x = 0
+        while x < len(row):
+            # A run of one index; with 4 bits also of two in turn.
+            step = 2 if bits == 4 else 1
+            end = x + step
+            while end < len(row) and end - x < 255 and row[end] == row[end - step]:
+                end += 1
+            end = min(end, len(row))
+            pair = row[x] << 4 | row[x + 1] if bits == 4 and x + 1 < len(row) else row[x] << 4 if bits == 4 else row[x]
+            data += bytes((end - x, pair))
+            x = end
+        data += b"\0\0"
+    return bytes(data[:-2]) + b"\0\1"
+
+
 def write_bmp(path, picture, palette):
+    """By runs where that is shorter."""
     bits = 4 if len(palette) == 16 else 8
-    data = pack(index_rows(picture, palette), bits)
-    head = dib_head(*picture.size, bits, len(data), palette)
+    rows = index_rows(picture, palette)
+    plain, runs = pack(rows, bits), shrink(rows, bits)
+    data = min(plain, runs, key=len)
+    head = dib_head(*picture.size, bits, len(data), palette, {8: 1, 4: 2}[bits] if data is runs else 0)
     start = 14 + len(head)
     path.write_bytes(struct.pack("<2sIHHI", b"BM", start + len(data), 0, 0,
                                  start) + head + data)
@@ -300,17 +364,41 @@ def icon_image(picture, cover, deep):
     return dib_head(size, size * 2, bits, len(data), palette) + data
 
 
-def write_icon(path):
-    images = ((16, 4, icon_image(*tiny(TINY_VGA), False)),
-              (32, 4, icon_image(*flat(32, LOOK_VGA), False)),
-              (16, 8, icon_image(*tiny(TINY_RICH), True)),
-              (32, 8, icon_image(*smooth(32, LOOK_RICH), True)),
-              (48, 8, icon_image(*smooth(48, LOOK_RICH), True)))
+def alpha_image(picture, cover):
+    """One image of an icon with a soft edge, for Windows XP and later, with the mask that older systems would take."""
+    size = picture.width
+    clear = cover.point(lambda v: 0 if v >= 128 else 1)
+    colours, edge = picture.load(), cover.load()
+    data = bytes(part for y in reversed(range(size)) for x in range(size)
+                 for part in (*(colours[x, y][::-1] if edge[x, y] else BLACK), edge[x, y]))
+    data += pack([[clear.getpixel((x, y)) for x in range(size)] for y in range(size)], 1)
+    return dib_head(size, size * 2, 32, len(data), []) + data
+
+
+def png_image(picture, cover):
+    picture = picture.convert("RGBA")
+    picture.putalpha(cover)
+    picture = picture.quantize(96, Image.FASTOCTREE).convert("RGBA")  # half the bytes, and no eye sees it
+    out = io.BytesIO()
+    picture.save(out, "PNG", optimize=True)
+    return out.getvalue()
+
+
+def icon_images(sizes):
+    """What every system shows comes first: images with 16 and with 256 colours."""
+    def shaped(size, look, deep):
+        if size == 16:
+            return tiny(TINY_RICH if deep else TINY_VGA)
+        return smooth(size, look) if deep else flat(size, look)
+    images = [(size, 4, icon_image(*shaped(size, LOOK_VGA, False), False)) for size in sizes]
+    return images + [(size, 8, icon_image(*shaped(size, LOOK_RICH, True), True)) for size in sizes]
+
+
+def write_icon(path, images):
     table = struct.pack("<HHH", 0, 1, len(images))
     start = len(table) + 16 * len(images)
     for size, bits, data in images:
-        table += struct.pack("<BBBBHHII", size, size, 16 if bits == 4 else 0,
-                             0, 1, bits, len(data), start)
+        table += struct.pack("<BBBBHHII", size % 256, size % 256, 16 if bits == 4 else 0, 0, 1, bits, len(data), start)
         start += len(data)
     path.write_bytes(table + b"".join(data for _, _, data in images))
 
@@ -318,12 +406,19 @@ def write_icon(path):
 def main():
     here = Path(__file__).resolve().parent
     out = Path(sys.argv[1]) if len(sys.argv) > 1 else here / "../src/app/res"
-    write_icon(out / "quellix.ico")
-    for name, draw, key in (("banner", banner, NAVY), ("about", about, FACE)):
-        picture = draw()
-        write_bmp(out / (name + ".bmp"), picture, palette_for(picture, [key]))
-    write_bmp(out / "pic_net.bmp", net(), VGA)
-    write_bmp(out / "pic_ope.bmp", ope(), VGA)
+    soft = [(16, 32, alpha_image(*tiny(TINY_RICH)))] + [(size, 32, alpha_image(*smooth(size, LOOK_RICH))) for size in (24, 32, 48)]
+    write_icon(out / "quellix.ico", icon_images((16, 24, 32, 48)) + soft + [(256, 32, png_image(*smooth(256, LOOK_RICH)))])
+    write_icon(out / "quellix_small.ico", icon_images((16, 32)))
+    for step, scale in enumerate((1, 1.25, 1.5, 2)):
+        end = f"{round(96 * scale)}.bmp" if step else ".bmp"
+        # 16 colours of their own do for the larger ones: the pixels are smaller.
+        for name, draw, key in (("banner", banner, NAVY), ("about", about, FACE)):
+            picture = draw(scale)
+            write_bmp(out / (name + end), picture, palette_for(picture, [key], 16 if step else 256))
+        write_bmp(out / ("pic_net" + end), net(scale), VGA)
+        write_bmp(out / ("pic_ope" + end), ope(scale), VGA)
+    picture = wizard()
+    write_bmp((out if len(sys.argv) > 1 else here / "../packaging") / "wizard.bmp", picture, palette_for(picture, [NAVY]))
 
 
 if __name__ == "__main__":

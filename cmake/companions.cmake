@@ -7,6 +7,6 @@ add_executable(iea WIN32
   companions/iea/iea.rc)
 set_source_files_properties(companions/iea/iea.rc PROPERTIES
   INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest;${CMAKE_SOURCE_DIR}/src/app/res/quellix.ico")
+  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest;${CMAKE_SOURCE_DIR}/src/app/res/quellix_small.ico")
 target_link_libraries(iea PRIVATE quellix_core quellix_runtime)
 target_link_options(iea PRIVATE ${SHIPPED_LINK_OPTIONS})

@@ -40,13 +40,16 @@ set(LOGIC_SOURCES
 set(WINDOWS_SOURCES
   src/platform/ErroHandle.cpp
   src/platform/Reg32.cpp
+  src/platform/child_program.cpp
   src/platform/clsIni.cpp
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
+  src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
   src/platform/key_tree.cpp
   src/platform/late_binding.cpp
+  src/platform/marked_button.cpp
   src/platform/message_box.cpp
   src/platform/message_pump.cpp
   src/platform/native_files.cpp
@@ -96,6 +99,7 @@ set(WINDOWS_SOURCES
   src/shred/folder_removal.cpp
   src/erase/fraClean.cpp
   src/erase/catalogue.cpp
+  src/app/colours.cpp
   src/app/erase_host.cpp
   src/app/fraHelp.cpp
   src/app/fraMain.cpp

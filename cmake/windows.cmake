@@ -39,4 +39,8 @@ if(QUELLIX_TESTS)
   enable_testing()
   add_subdirectory(tests/win)
   include(tests/other_tests.cmake)
+  # A change that breaks a benchmark shows at once.
+  add_library(bench_compiles OBJECT bench/walk.cpp bench/profiles.cpp bench/cache.cpp bench/cookies.cpp bench/shred.cpp)
+  target_include_directories(bench_compiles PRIVATE tests/win/support)
+  target_link_libraries(bench_compiles PRIVATE quellix_core)
 endif()

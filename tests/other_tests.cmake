@@ -23,12 +23,23 @@ endforeach()
 # The longest ones begin first, so that none of them is left alone at the end.
 set_tests_properties(ui/cookies ui/boss_key ui/schedule ui/shred_schedule ui/startup ui/shredder ui/invisible ui/killed PROPERTIES COST 200)
 
+foreach(part package manual)
+  file(GLOB of_the_part CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${part}/test_*.py)
+  foreach(source ${of_the_part})
+    cmake_path(GET source STEM name)
+    string(REGEX REPLACE "^test_" "" short ${name})
+    add_test(NAME ${part}/${short} COMMAND ${QUELLIX_PYTHON} -B -m unittest -q tests.${part}.${name}
+      WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+    set_tests_properties(${part}/${short} PROPERTIES TIMEOUT 300 COST 60)
+  endforeach()
+endforeach()
+
 function(quellix_audit name)
   add_test(NAME audit/${name} COMMAND ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
 endfunction()
 
 set(audit_pe ${QUELLIX_PYTHON} -B -m tools.audit.audit_pe)
-quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 307200)
+quellix_audit(imports ${audit_pe} ${shipped}/Quellix.exe --max-size 360448)
 quellix_audit(imports_of_the_companion ${audit_pe} ${shipped}/iea.exe --max-size 40960)
 foreach(program Quellix iea)
   quellix_audit(instructions/${program} ${QUELLIX_PYTHON} -B -m tools.audit.audit_instructions

@@ -7,7 +7,9 @@ configure_preset() { # preset
 
 build_preset() { # preset, what it is in words
   local log="build/log/$1.txt"
-  step "building $2"
+  local first=''
+  [ -f "build/$1/build.ninja" ] || first='some minutes the first time'
+  step "building $2" "$first"
   mkdir -p build/log
   if ! { [ -f "build/$1/build.ninja" ] || cmake --preset "$1"; } >"$log" 2>&1 ||
      ! cmake --build --preset "$1" >>"$log" 2>&1; then
@@ -15,10 +17,12 @@ build_preset() { # preset, what it is in words
     sed -n '/^CMake Error/,/^Call Stack/{/^  [^ ]/p}' "$log" >&2  # the message alone
     fail "Building $2 failed; the whole output is in $log."
   fi
+  took
 }
 
 build_product() {
   build_preset win32 'what ships (32-bit Windows)'
   mkdir -p build/dist
   cp build/win32/Quellix.exe build/win32/iea.exe build/dist/
+  /usr/bin/python3 -B -m tools.manual build/dist/manual
 }

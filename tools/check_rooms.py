@@ -2,7 +2,7 @@
 
 usage: python3 -m tools.check_rooms [--only RULE ...]    every finding is one line, and exit status 1 when there is any
        python3 -m tools.check_rooms --draw               prints the picture of the rooms as the includes have them
-       python3 -m tools.check_rooms --write              puts it in its place in docs/architecture.md
+       python3 -m tools.check_rooms --write              puts it in its place in docs/architecture.md and CONTRIBUTING.md
 
 The rules: includes, words, namespaces, system, errors, picture.
 """
@@ -31,7 +31,7 @@ INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+"([^"]+)"', re.MULTILINE)
 # Immediately after a name or a template's arguments it is no leading one.
 LEADING = re.compile(r"(?<![\w>:])::\s*(\w+)")
 BEGIN, END = "<!-- rooms: drawn by python3 -m tools.check_rooms --write -->\n", "<!-- end of rooms -->\n"
-PICTURE = "docs/architecture.md"
+PICTURES = ("docs/architecture.md", "CONTRIBUTING.md")
 
 
 class Source:
@@ -174,19 +174,21 @@ def placed_block(page: str) -> str | None:
 
 
 def check_picture(all_sources: list[Source], root: Path) -> Iterator[str]:
-    found = placed_block((root / PICTURE).read_text(encoding="utf-8"))
-    if found is None:
-        yield f"{PICTURE}: the lines that mark the place of the picture are missing"
-    elif found != block(all_sources):
-        yield f"{PICTURE}: the picture is not what the includes have; python3 -m tools.check_rooms --write mends it"
+    for page in PICTURES:
+        found = placed_block((root / page).read_text(encoding="utf-8"))
+        if found is None:
+            yield f"{page}: the lines that mark the place of the picture are missing"
+        elif found != block(all_sources):
+            yield f"{page}: the picture is not what the includes have; python3 -m tools.check_rooms --write mends it"
 
 
 def write(all_sources: list[Source], root: Path) -> None:
-    page = (root / PICTURE).read_text(encoding="utf-8")
-    old = placed_block(page)
-    if old is None:
-        raise SystemExit(f"quellix: {PICTURE} has no place for the picture; it is between the lines\n{BEGIN}{END}")
-    (root / PICTURE).write_text(page.replace(old, block(all_sources)), encoding="utf-8")
+    for name in PICTURES:
+        page = (root / name).read_text(encoding="utf-8")
+        old = placed_block(page)
+        if old is None:
+            raise SystemExit(f"quellix: {name} has no place for the picture; it is between the lines\n{BEGIN}{END}")
+        (root / name).write_text(page.replace(old, block(all_sources)), encoding="utf-8")
 
 
 RULES = ("includes", "words", "namespaces", "system", "errors", "picture")

@@ -17,9 +17,7 @@ def main() -> int:
         # A real desktop has a window manager, which moves and decorates managed windows only.
         home.run("reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed", "/d", "Y", "/f", environment=environment)
         folder = home.c / "Quellix"
-        folder.mkdir(exist_ok=True)
-        for file in (BUILD / "dist").iterdir():
-            shutil.copy(file, folder)
+        shutil.copytree(BUILD / "dist", folder, dirs_exist_ok=True)
         print(f"== Quellix is open; its Windows lies in {home.c}")
         return home.run("explorer", "/desktop=Quellix,1024x768", r"C:\Quellix\Quellix.exe", timeout=86400,
                         environment=environment).returncode

@@ -1,21 +1,25 @@
 """The main job on real input: a private profile full of traces, the real program, "Erase Only" pressed from outside.
 
-Prints the run's log as it appears, a table of traces before and after per item, the time and the screenshot's path.
+Prints the run's log as it appears, a table of traces before and after per item, what that means, and the screenshot's path.
 Exit status 1 when an item that was selected left something that it should erase, or something outside was touched.
 """
+import argparse
 import os
 import re
+import shutil
 import sys
 import time
 from pathlib import Path
+from typing import NamedTuple
 
 from tests.doubles.url_history import history_urls, install_history_store, plant_history
 from tests.harness import browsers, url_cache
 from tests.harness.driver import BUILD, Desktop, compile_windows_program, wait_for
 from tests.harness.items import ITEMS
 from tools.traces import other_browsers
-from tools.wine_home import ROOT
+from tools.wine_home import HOMES, ROOT
 
+NAME = "run-job"
 SCREENSHOT = BUILD / "run/erased.png"
 TRACES = ROOT / "tools/traces/traces.cpp"
 
@@ -115,51 +119,119 @@ def follow_log(desktop: Desktop) -> list[str]:
     return shown
 
 
-def print_table(before: dict[str, int], after: dict[str, int]) -> bool:
+def print_table(before: dict[str, int], after: dict[str, int]) -> list[str]:
+    """Prints what each item found and left, and returns the items that left something."""
     print(f"\n   {'item':44} {'traces':25} {'before':>7} {'after':>7}")
-    clean = True
+    unclean = []
     for item, family in TRACES_OF:
         left = after[family]
-        clean = clean and left == 0
+        if left:
+            unclean.append(item)
         print(f"   {item:44} {family:25} {before[family]:7} {left:7}{'' if left == 0 else '   LEFT'}")
-    return clean
+    return unclean
+
+
+class Clock:
+    """Says what goes on, and how long it took when the next thing begins."""
+
+    def __init__(self):
+        self.began = None
+
+    def step(self, what: str) -> None:
+        self.done()
+        print(f"== {what}", flush=True)
+        self.began = time.monotonic()
+
+    def done(self) -> None:
+        if self.began is not None:
+            print(f"   done in {time.monotonic() - self.began:.0f} s", flush=True)
+        self.began = None
+
+
+class Outcome(NamedTuple):
+    before: dict[str, int]
+    after: dict[str, int]
+    last_line: str
+    seconds: float
+    beside: dict[str, tuple[int, int]]  # what must stay, in words: how many there are, of how many
+
+
+def lay_out(desktop: Desktop) -> dict[str, int]:
+    traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
+    (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
+    url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
+    browsers.open_windows(desktop, (browsers.FRAME, "Holiday photos"), (browsers.FRAME, "Bank account"))
+    before = count_traces(desktop, "plant")
+    empty = [family for _, family in TRACES_OF if before[family] == 0]
+    if empty:
+        raise SystemExit(f"quellix: no traces could be laid out of: {', '.join(empty)}")
+    return before
+
+
+def erase(desktop: Desktop) -> tuple[str, float]:
+    """Uses the program as a person does; the last line of its log, and the seconds from the press to that line."""
+    desktop.start(r"C:\Quellix\Quellix.exe", folder="C:\\")
+    desktop.wait_window("frmMain")
+    schedule_shredding(desktop)
+    desktop.click("cmdCleenFrame")
+    desktop.wait_visible("cmdClean")
+    started = time.monotonic()
+    desktop.click("cmdClean")
+    log = follow_log(desktop)
+    return log[-1], time.monotonic() - started
+
+
+def what_stays(home) -> dict[str, tuple[int, int]]:
+    return {
+        "files behind a link in the temporary folder": (len(list((home.c / "canaries").iterdir())), 20),
+        "bookmarks, mails and preferences": (other_browsers.untouched(home), other_browsers.KEPT),
+        f"traces that no item takes, by design ({other_browsers.UNNAMED_KINDS})":
+            (other_browsers.left_alone(home), other_browsers.UNNAMED),
+    }
+
+
+def do_the_job(clock: Clock) -> Outcome:
+    clock.step("laying out a private profile full of traces (about ten seconds)")
+    with Desktop(NAME, start=False, prepare=plant_files, registry=other_browsers.REGISTRY,
+                 settings={"Scheduling": {"CHKieclose": "True"}}) as desktop:
+        before = lay_out(desktop)
+        clock.step("starting Quellix.exe and pressing \"Erase Only\" (about half a minute: a second's pause after each item)")
+        last_line, seconds = erase(desktop)
+        desktop.screenshot(SCREENSHOT)
+        clock.step("counting what is left")
+        after = count_traces(desktop, "count")
+        beside = what_stays(desktop.home)
+    clock.done()
+    return Outcome(before, after, last_line, seconds, beside)
+
+
+def sum_up(outcome: Outcome) -> bool:
+    """The table, and then what it means in a few lines."""
+    unclean = print_table(outcome.before, outcome.after)
+    touched = {words: count for words, count in outcome.beside.items() if count[0] != count[1]}
+    finished = outcome.last_line == "Quellix has successfully erased selected item(s)."
+    families = {family for _, family in TRACES_OF}
+    erased = sum(outcome.before[family] - outcome.after[family] for family in families)
+    print(f"\n== {erased:,} traces of {len(families)} kinds erased in {outcome.seconds:.0f} s, pauses included. "
+          + (f"LEFT by: {', '.join(unclean)}" if unclean else "Nothing that was ticked is left."))
+    for words, (there, of) in (touched or outcome.beside).items():
+        print(f"   {'TOUCHED: ' if touched else 'untouched: '}{there} of {of} {words}")
+    if not finished:
+        print(f"   the log does not end as it should, but with: {outcome.last_line}")
+    print(f"   picture: {SCREENSHOT.relative_to(ROOT)}")
+    return finished and not unclean and not touched
 
 
 def main() -> int:
-    print("== laying out a private profile", flush=True)
-    traces = compile_windows_program(TRACES, "-lole32", "-lshell32")
-    with Desktop("run-job", start=False, prepare=plant_files, registry=other_browsers.REGISTRY,
-                 settings={"Scheduling": {"CHKieclose": "True"}}) as desktop:
-        (desktop.home.c / "traces.exe").write_bytes(traces.read_bytes())
-        url_cache.plant(desktop.home, "content", "500", "cookie", "200", "visited", "100")
-        browsers.open_windows(desktop, (browsers.FRAME, "Holiday photos"), (browsers.FRAME, "Bank account"))
-        before = count_traces(desktop, "plant")
-        empty = [family for _, family in TRACES_OF if before[family] == 0]
-        if empty:
-            raise SystemExit(f"quellix: no traces could be laid out of: {', '.join(empty)}")
-        print("== starting Quellix.exe and pressing \"Erase Only\"", flush=True)
-        desktop.start(r"C:\Quellix\Quellix.exe", folder="C:\\")
-        desktop.wait_window("frmMain")
-        schedule_shredding(desktop)
-        desktop.click("cmdCleenFrame")
-        desktop.wait_visible("cmdClean")
-        started = time.monotonic()
-        desktop.click("cmdClean")
-        log = follow_log(desktop)
-        seconds = time.monotonic() - started
-        desktop.screenshot(SCREENSHOT)
-        after = count_traces(desktop, "count")
-        kept = len(list((desktop.home.c / "canaries").iterdir()))
-        own, unnamed = other_browsers.untouched(desktop.home), other_browsers.left_alone(desktop.home)
-    clean = print_table(before, after)
-    print(f"\n   {kept} of 20 files behind a link in the temporary folder are untouched")
-    print(f"   {own} of {other_browsers.KEPT} bookmarks, mails and preferences of Netscape, Mozilla and Opera are untouched")
-    print(f"   {unnamed} of {other_browsers.UNNAMED} traces of them that no item takes stay by design: "
-          f"{other_browsers.UNNAMED_KINDS}")
-    print(f"   the run took {seconds:.1f} s, its pauses included; screenshot: {SCREENSHOT.relative_to(ROOT)}")
-    done = log[-1] == "Quellix has successfully erased selected item(s)."
-    stayed = (kept, own, unnamed) == (20, other_browsers.KEPT, other_browsers.UNNAMED)
-    return 0 if clean and stayed and done else 1
+    parser = argparse.ArgumentParser(prog="./quellix run", description=__doc__.splitlines()[0])
+    parser.add_argument("--keep", action="store_true", help="leave the private profile for a look")
+    keep = parser.parse_args().keep
+    good = sum_up(do_the_job(Clock()))
+    if keep:
+        print(f"   the profile as the run left it: {(HOMES / f'ui-{NAME}' / 'prefix/drive_c').relative_to(ROOT)}")
+    else:
+        shutil.rmtree(HOMES / f"ui-{NAME}", ignore_errors=True)
+    return 0 if good else 1
 
 
 if __name__ == "__main__":

@@ -1,7 +1,12 @@
 # Sourced by ./quellix: installs what a task needs from the distribution's packages, once.
 # Each step prints one line; what cannot be had ends the command with one sentence and the remedy.
 
-step() { printf '== %s\n' "$1"; }
+# What begins, and how long it takes the first time where that is worth knowing; `took` says how long it was.
+step() {
+  printf '== %s%s\n' "$1" "${2:+ ($2)}"
+  began=$SECONDS
+}
+took() { [ $((SECONDS - began)) -lt 5 ] || printf '   done in %d s\n' $((SECONDS - began)); }
 fail() { printf 'quellix: %s\n' "$1" >&2; exit 1; }
 
 as_root() {
@@ -28,21 +33,21 @@ install_packages() { # what for, packages...
   installed "$@" && return
   command -v apt-get >/dev/null ||
     fail "$what needs the packages $*; this machine has no apt-get, so install them by hand and start again."
-  step "installing $what"
+  step "installing $what" "$(printf '%s packages, half a minute to some minutes; only once' $#)"
   mkdir -p build/log
   local options=(-y -q --no-install-recommends -o Dpkg::Options::=--force-confold)
   export DEBIAN_FRONTEND=noninteractive
-  as_root apt-get "${options[@]}" install "$@" >>build/log/setup.txt 2>&1 && return
+  as_root apt-get "${options[@]}" install "$@" >>build/log/setup.txt 2>&1 && took && return
   refresh_index
-  as_root apt-get "${options[@]}" install "$@" >>build/log/setup.txt 2>&1 && return
+  as_root apt-get "${options[@]}" install "$@" >>build/log/setup.txt 2>&1 && took && return
   # A 32-bit package of another point release than the 64-bit one is refused; naming the release makes both agree.
-  as_root apt-get "${options[@]}" -t "$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")" install "$@" >>build/log/setup.txt 2>&1 && return
+  as_root apt-get "${options[@]}" -t "$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")" install "$@" >>build/log/setup.txt 2>&1 && took && return
   fail "$what could not be installed ($*); see build/log/setup.txt, put the package source right and start again."
 }
 
 need_compiler() {
   install_packages 'the cross compiler and build tools' \
-    g++-mingw-w64-i686-win32 cmake ninja-build python3
+    g++-mingw-w64-i686-win32 cmake ninja-build python3 python3-markdown
   # What ships takes its runtime from there; the compiler calls itself 12-win32.
   local release; release=$(i686-w64-mingw32-g++-win32 -dumpversion)
   install_packages "the compiler's own sources" "gcc-${release%%-*}-source"
@@ -55,6 +60,14 @@ need_test_compiler() {
 
 need_native() {
   install_packages 'the native compiler of the logic tests' clang libclang-rt-14-dev googletest cmake ninja-build
+}
+
+need_packager() {
+  install_packages 'the maker of installers' nsis
+}
+
+need_page_checkers() {
+  install_packages 'the validator of the manual' opensp w3c-sgml-lib
 }
 
 need_checkers() {

@@ -20,7 +20,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 
-need_test_compiler; need_native; need_checkers; need_wine; need_japanese
+need_test_compiler; need_native; need_checkers; need_packager; need_page_checkers; need_wine; need_japanese
 build_preset logic 'the rules and their tests, natively'
 build_product
 build_preset win32-debug 'the test programs'

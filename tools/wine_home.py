@@ -131,10 +131,11 @@ class WineHome:
                 return self.profile / candidate
         raise FileNotFoundError(f"no temp folder in {self.profile}")
 
-    def start(self, *command: str, **options) -> subprocess.Popen:
+    def start(self, *command: str, tracer: list[str] | None = None, **options) -> subprocess.Popen:
+        """Starts a Windows program, within the tracer where one is given."""
         options.setdefault("cwd", str(self.c))
         environment = dict(self.environment, **options.pop("environment", {}))
-        return subprocess.Popen(["wine", *command], env=environment, **options)
+        return subprocess.Popen([*(tracer or []), "wine", *command], env=environment, **options)
 
     def run(self, *command: str, timeout: float = 120, check: bool = False, environment: dict | None = None,
             cwd: str | None = None) -> subprocess.CompletedProcess:
@@ -260,7 +261,7 @@ class Display:
         return path
 
 
-def wait_for(what: str, condition, seconds: float = 30.0, every: float = 0.05):
+def wait_for(what: str, condition, seconds: float = 120.0, every: float = 0.05):
     """Waits until `condition()` is true and returns its value; the message says what never came."""
     end = time.monotonic() + seconds
     while True:

@@ -19,6 +19,11 @@ std::string EraseHost::ItemFlag(const erase::EraseItem& item) { return erase::It
 bool EraseHost::StopRequested() { return StopErase; }
 void EraseHost::SetStopRequest(bool stop) { StopErase = stop; }
 
+void EraseHost::TellEachFailureOnce(Statement run) {
+  const ReportBurst burst;
+  run();
+}
+
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.
 void EraseHost::PauseAfterItem() { Pause(1, &StopErase); }
 

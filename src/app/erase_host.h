@@ -36,6 +36,7 @@ class EraseHost final : public erase::EraseRunHost {
   std::string ItemFlag(const erase::EraseItem& item) override;
   bool StopRequested() override;
   void SetStopRequest(bool stop) override;
+  void TellEachFailureOnce(platform::Statement run) override;
   void RunCleaner(erase::Cleaner cleaner) override { cleaner(); }
   void PauseAfterItem() override;
   void CloseBrowserFrames() override;

@@ -1,18 +1,21 @@
 #include "app/fraHelp.h"
 
 #include "platform/addresses.h"
-#include "platform/product.h"
-#include "platform/system_functions.h"
+#include "platform/child_program.h"
+#include "platform/native_files.h"
+#include "platform/special_folder.h"
+#include "platform/wide_system.h"
 
 namespace app {
 using namespace platform;
 
 namespace {
 
-constexpr char kAbout[] = QUELLIX_CAPTION
-    "\r\n\r\nQuellix removes the traces that web browsing and everyday work leave on this computer: lists of "
-    "visited pages and opened documents, caches, cookies, temporary files and the recycle bin. It shreds "
-    "files and folders so that they do not come back.\r\n\r\nNothing that it finds leaves this computer.";
+constexpr char kAbout[] =
+    "Quellix is made by a few people who have written small programs for Windows for many years and still like to. We use "
+    "it on our own computers every day.\r\n\r\nWe believe that what somebody reads, writes and looks up is nobody else's "
+    "business, and that a program of this kind has to do what it says. If it does not, please write to us: every letter is "
+    "read and answered by one of us.";
 
 }  // namespace
 
@@ -22,7 +25,7 @@ void fraHelp::OnInit() {
 }
 
 void fraHelp::OnClick(int id) {
-  if (id == IDC_Label16) OpenPage(kHelpAddress);
+  if (id == IDC_Label16) OpenHelp();
   if (id == IDC_Label22) OpenPage(kContactAddress);
 }
 
@@ -42,6 +45,13 @@ std::optional<LRESULT> fraHelp::OnMessage(UINT message, WPARAM wParam, LPARAM lP
   return {};
 }
 
-void fraHelp::OpenPage(const char* address) { late::ShellOpen(Handle(), "Open", address, nullptr, nullptr, SW_SHOWNORMAL); }
+void fraHelp::OpenHelp() {
+  const Path manual = ProgramFolder() / Wide<"manual\\index.html">();
+  const DWORD attributes = NativeAttributes(manual);
+  if (attributes == INVALID_FILE_ATTRIBUTES || IsFolder(attributes)) return OpenPage(kHelpAddress);
+  StartByShell(Handle(), {.verb = L"Open", .what = manual.Shown()});
+}
+
+void fraHelp::OpenPage(const char* address) { StartByShell(Handle(), {.verb = L"Open", .what = Widen(address)}); }
 
 }  // namespace app

@@ -1,4 +1,4 @@
-// The panel "Help": the links to the help and contact pages, and what the program is.
+// The panel "Help": the links to the manual and the contact page, and who makes the program.
 #pragma once
 
 #include <optional>
@@ -16,6 +16,9 @@ using namespace platform;
 class fraHelp final : public Panel {
  public:
   fraHelp() : Panel(IDD_fraHelp, IDC_fraHelp) {}
+
+  // The manual beside the program, and the help page where there is none.
+  void OpenHelp();
 
  private:
   void OnInit() override;

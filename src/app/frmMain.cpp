@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "app/colours.h"
 #include "app/panel_navigation.h"
 #include "app/single_instance.h"
 #include "app/tray_callback.h"
@@ -33,8 +34,6 @@ using settings::Settings;
 
 namespace {
 
-constexpr COLORREF kBannerGround = RGB(16, 28, 64);  // the banner's own ground, continued over the navigation bar
-
 // Not shared, and so loaded once and kept: Windows 9x gives a shared icon in the size that it was first asked for.
 HICON OwnIcon(int width, int height) {
   return static_cast<HICON>(
@@ -58,8 +57,9 @@ constexpr UINT kLookAfterKeyboard = WM_APP;
 
 bool IsPushButton(HWND window) {
   if (::lstrcmpiA(ClassOfWindow(window).c_str(), "Button") != 0) return false;
-  const LONG kind = ::GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK;
-  return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
+  const LONG style = ::GetWindowLongA(window, GWL_STYLE);
+  const LONG kind = style & BS_TYPEMASK;
+  return (style & BS_PUSHLIKE) != 0 || kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON || kind == BS_OWNERDRAW;
 }
 
 // Enter presses the button that has the keyboard. The system presses the default button, which is another one or none where
@@ -102,7 +102,7 @@ void frmMain::OnInit() {
   ::SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
                  reinterpret_cast<LPARAM>(OwnIcon(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))));
   stBar.Arrange(QUELLIX_CAPTION);
-  bannerColour_.reset(::CreateSolidBrush(kBannerGround));
+  bannerColour_.reset(::CreateSolidBrush(BarColour()));
   stealth_.Start(Handle());
   scheduler_.Start(Handle());
   PlacePanel(main_.Create(Handle()), rows_.back().button.Handle());
@@ -166,6 +166,7 @@ void frmMain::BringToFront(std::size_t panel) {
   ::ShowWindow(rows_[panel].panel.Handle(), SW_SHOW);
   for (std::size_t other = 0; other < rows_.size(); ++other)
     if (other != panel) ::ShowWindow(rows_[other].panel.Handle(), SW_HIDE);
+  for (std::size_t row = 0; row < rows_.size(); ++row) rows_[row].button.Mark(row == panel);
   // A focus that is set in a hidden window leaves its title bar inactive when it shows.
   if (::IsWindowVisible(Handle())) LookAfterKeyboard();
 }
@@ -209,6 +210,8 @@ void frmMain::OnClick(int id) {
       return stealth_.ComeBackFromMenu();
     case IDM_mPopExit:
       return AskToExit();
+    case IDA_help:
+      return help_.OpenHelp();
     case IDA_nextPanel:
       return GoToNeighbour(1);
     case IDA_previousPanel:
@@ -223,7 +226,7 @@ void frmMain::SaveEraseSettings() {
     automation::RegisterStartup();
     for (const Row& row : rows_) row.panel.KeepSettings();
     settings::WriteStoredSettings(erase::StoredItemFlags());
-    if (shred_.HasScheduledFiles()) shred_.SaveSettingsToFile();
+    if (shred_.HasListToSave()) shred_.SaveSettingsToFile();
   });
 }
 
@@ -260,6 +263,9 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       return 0;
     case kTrayCallback:
       OnTrayCallback(wParam, lParam);
+      return {};
+    case WM_SYSCOLORCHANGE:
+      bannerColour_.reset(::CreateSolidBrush(BarColour()));
       return {};
     case WM_CTLCOLORSTATIC: {
       const int id = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));

@@ -58,7 +58,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps, pr
  private:
   // A panel with its button. The status bar names it by the button's caption, or as the row has it.
   struct Row {
-    Button& button;
+    MarkedButton& button;
     Panel& panel;
     const char* statusName = nullptr;
   };
@@ -121,11 +121,11 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps, pr
   NotificationIcon icon_;
   SessionEnd sessionEnd_{*this};
 
-  Button cmdDefault{*this, IDC_cmdDefault};
-  Button cmdCleenFrame{*this, IDC_cmdCleenFrame};
-  Button cmdSecureDelk{*this, IDC_cmdSecureDelk};
-  Button cmdSchedule{*this, IDC_cmdSchedule};
-  Button cmdHelp{*this, IDC_cmdHelp};
+  MarkedButton cmdDefault{*this, IDC_cmdDefault};
+  MarkedButton cmdCleenFrame{*this, IDC_cmdCleenFrame};
+  MarkedButton cmdSecureDelk{*this, IDC_cmdSecureDelk};
+  MarkedButton cmdSchedule{*this, IDC_cmdSchedule};
+  MarkedButton cmdHelp{*this, IDC_cmdHelp};
   // In the order of the buttons and of the keys Ctrl+1 and following. The last status has its word twice: the status is a
   // required text.
   std::array<Row, 5> rows_{{{cmdDefault, main_},

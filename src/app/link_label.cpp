@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/colours.h"
 #include "platform/handles.h"
 #include "platform/window_text.h"
 
@@ -24,7 +25,7 @@ void LinkLabel::Draw(const DRAWITEMSTRUCT& item) const {
   const UniqueGdiObject font = UnderlinedFont(Handle());
   const HGDIOBJ before = ::SelectObject(item.hDC, font.get());
   ::SetBkMode(item.hDC, TRANSPARENT);
-  ::SetTextColor(item.hDC, RGB(0, 0, 160));
+  ::SetTextColor(item.hDC, LinkColour());
   const std::string text = Text();
   area.left += 2;
   ::DrawTextA(item.hDC, text.c_str(), -1, &area, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);

@@ -7,6 +7,7 @@
 #include "automation/boss_key.h"
 #include "automation/restore_label.h"
 #include "automation/updater.h"
+#include "platform/ErroHandle.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
 #include "settings/settings_coupling.h"
@@ -30,6 +31,8 @@ std::string LocaleText(LCTYPE what) {
   return text;
 }
 
+DayHalves Halves() { return {.am = LocaleText(LOCALE_S1159), .pm = LocaleText(LOCALE_S2359)}; }
+
 }  // namespace
 
 fraScheduleManager::fraScheduleManager(MainWindow& window)
@@ -38,7 +41,7 @@ fraScheduleManager::fraScheduleManager(MainWindow& window)
 }
 
 void fraScheduleManager::OnInit() {
-  ::SendMessageA(dtpTime.Handle(), DTM_SETFORMATA, 0, reinterpret_cast<LPARAM>("hh:mm tt"));
+  ::SendMessageA(dtpTime.Handle(), DTM_SETFORMATA, 0, reinterpret_cast<LPARAM>(PickerFormat(Halves())));
   for (int key = 1; key <= 12; ++key) cmbBoss.AddItem("F" + std::to_string(key));
 }
 
@@ -65,6 +68,10 @@ void fraScheduleManager::ClickLoadAtStartUp() {
 }
 
 void fraScheduleManager::ClickMode(ScheduleMode mode) {
+  reportAndLeave("frmMain,OptSchdule", [&] { Choose(mode); });  // the tag as reports have it
+}
+
+void fraScheduleManager::Choose(ScheduleMode mode) {
   const ModeChoice choice = ChoiceOf(mode);
   Settings[Setting::ScheduleDay] = choice.dailyFlag;
   Settings[Setting::ScheduleHour] = choice.hourlyFlag;
@@ -92,7 +99,7 @@ void fraScheduleManager::ClickSetBossKey() {
 ScheduleFacts fraScheduleManager::Facts() const {
   SYSTEMTIME now;
   ::GetLocalTime(&now);
-  const DayHalves halves{.am = LocaleText(LOCALE_S1159), .pm = LocaleText(LOCALE_S2359)};
+  const DayHalves halves = Halves();
   return {.enabled = IsScheduleOn(),
           .hourlyFlag = Settings[Setting::ScheduleHour],
           .dailyChosen = optSchedule[0].Value(),

@@ -44,6 +44,7 @@ class fraScheduleManager final : public Panel {
   void OnClick(int id) override;
   void ClickLoadAtStartUp();
   void ClickMode(ScheduleMode mode);
+  void Choose(ScheduleMode mode);
   void ClickScheduleEnabled();
   void ClickSetBossKey();
   void LoadStartUp();

@@ -1,6 +1,9 @@
 #include "automation/modHide.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "automation/task_list_rule.h"
 #include "platform/os_name.h"
@@ -38,13 +41,30 @@ bool PlacesWithoutWaiting() {
   return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT && version.dwMajorVersion >= 5;
 }
 
-// A window that hangs keeps nobody waiting: it follows once it works again or, on older systems, stays as it is.
+// Windows that did not answer in time, each with the place that it gets once it does.
+std::vector<BrowserPlacement> awaited;
+
+void CALLBACK PlaceAwaited(HWND window, UINT, ULONG_PTR, LRESULT) {
+  const auto found = std::ranges::find(awaited, window, &BrowserPlacement::window);
+  if (found == awaited.end()) return;
+  const WINDOWPLACEMENT placement = found->placement;
+  awaited.erase(found);
+  if (IsBrowser(window)) ::SetWindowPlacement(window, &placement);
+}
+
+// The answer comes through the message loop, whenever the window gives it.
+void PlaceOnceItAnswers(HWND window, const WINDOWPLACEMENT& placement) {
+  awaited.push_back({window, placement});
+  ::SendMessageCallbackA(window, WM_NULL, 0, 0, &PlaceAwaited, 0);
+}
+
+// A window that hangs or is at work keeps nobody waiting: it follows once it works again.
 void Place(HWND window, WINDOWPLACEMENT placement) {
   constexpr UINT kAsync = 4;  // WPF_ASYNCWINDOWPLACEMENT
   if (PlacesWithoutWaiting())
     placement.flags |= kAsync;
   else if (!AnswersWithin(200, window))
-    return;
+    return PlaceOnceItAnswers(window, placement);
   ::SetWindowPlacement(window, &placement);
 }
 
@@ -75,13 +95,24 @@ void ShowAndActivate(HWND window) {
 }
 
 void HideBrowserWindows() {
+  awaited.clear();
   SavedBrowserPlacements.assign(1, {});
   ::EnumWindows(&HideWhenBrowser, 0);
 }
 
 void RestoreBrowserWindows() {
+  awaited.clear();
   for (auto saved = SavedBrowserPlacements.rbegin(); saved != SavedBrowserPlacements.rend(); ++saved)
     if (saved->window != nullptr && IsBrowser(saved->window)) Place(saved->window, saved->placement);
+}
+
+void PlaceAwaitedBrowsers(UINT milliseconds) {
+  const DWORD start = ::GetTickCount();
+  for (const BrowserPlacement& late : std::exchange(awaited, {})) {
+    const DWORD passed = ::GetTickCount() - start;
+    if (passed < milliseconds && IsBrowser(late.window) && AnswersWithin(milliseconds - passed, late.window))
+      ::SetWindowPlacement(late.window, &late.placement);
+  }
 }
 
 }  // namespace automation

@@ -25,11 +25,16 @@ struct BrowserPlacement {
 // windows as hidden as they are then; a restore shows them all the same.
 inline std::vector<BrowserPlacement> SavedBrowserPlacements;
 
-// Every top-level window of the browser's class "IEFrame".
+// Every top-level window of the browser's class "IEFrame". Where the system places windows only by waiting for them, one
+// that does not answer is placed when it answers, unless the next hiding or restore comes first.
 void HideBrowserWindows();
 
 // The saved windows, the last one first; those that are gone are passed over, also where their handle is another window's by
 // now.
 void RestoreBrowserWindows();
+
+// For the end of the program, after which nobody hears an answer: gives the windows that have not answered yet this time in
+// all, places those that do, and forgets the others.
+void PlaceAwaitedBrowsers(UINT milliseconds);
 
 }  // namespace automation

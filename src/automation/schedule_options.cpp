@@ -37,8 +37,8 @@ ModeChoice ChoiceOf(ScheduleMode mode) {
 // The stored values of every installation rely on it.
 RestoredSchedule RestoreSchedule(const StoredSchedule& stored) {
   const ScheduleMode mode = ModeOf(stored);
-  const std::string minutes = mode == ScheduleMode::Minutes ? TextOf(NumberOf(stored.minutesText)) : stored.minutesText;
-  const double spin = NumberOf(minutes);
+  const std::string minutes = mode == ScheduleMode::Minutes ? TextOf(NumberAtHead(stored.minutesText)) : stored.minutesText;
+  const double spin = NumberAtHead(minutes);  // what the tick goes by
   return {.pickerMinute = NumberOf(stored.minutesFlag),
           .pickerHour = NumberOf(stored.hourlyFlag),
           .pickerSecond = NumberOf(stored.second),

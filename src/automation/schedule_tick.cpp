@@ -25,6 +25,10 @@ bool IsModeDue(std::int16_t tickCount, const ScheduleFacts& facts) {
 
 }  // namespace
 
+const char* PickerFormat(const DayHalves& designators) {
+  return designators.am.empty() && designators.pm.empty() ? "HH:mm" : "hh:mm tt";
+}
+
 std::string TimeText(int hour, int minute, const DayHalves& designators) {
   const int shown = hour % 12 == 0 ? 12 : hour % 12;
   return TwoDigits(shown) + ":" + TwoDigits(minute) + " " + (hour < 12 ? designators.am : designators.pm);

@@ -12,6 +12,10 @@ struct DayHalves {
   std::string am;
   std::string pm;
 };
+
+// How the picker shows a time: in 24 hours where the locale has no designators, so that 9:00 is not taken for 21:00.
+const char* PickerFormat(const DayHalves& designators);
+
 std::string TimeText(int hour, int minute, const DayHalves& designators);
 
 // What the tick looks at. The flags are the settings' texts, "1" for a chosen mode.

@@ -85,6 +85,7 @@ void Stealth::TakeBrowsers(Browsers browsers) {
 
 void Stealth::BringBrowsersBack() {
   if (browsersHidden_) TakeBrowsers(Browsers::Restore);
+  PlaceAwaitedBrowsers(1000);
 }
 
 void Stealth::TakeWindow(const Way& way) {

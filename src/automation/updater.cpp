@@ -2,9 +2,13 @@
 
 #include <string>
 
+#include "platform/child_program.h"
+#include "platform/main_window.h"
 #include "platform/message_box.h"
 #include "platform/native_files.h"
+#include "platform/runtime_error.h"
 #include "platform/special_folder.h"
+#include "platform/system_error.h"
 #include "platform/system_functions.h"
 #include "platform/wide_system.h"
 
@@ -23,10 +27,26 @@ bool StartMinimised(const WideText& program, PROCESS_INFORMATION& process) {
   startup.wShowWindow = SW_SHOWMINIMIZED;
   WideText commandLine = L'"' + program + L'"';
   if (UsesWideNames())
-    return late::CreateProcessWide(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                   &startup, &process) != 0;
-  return ::CreateProcessA(Narrow(program).c_str(), Narrow(commandLine).data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          reinterpret_cast<STARTUPINFOA*>(&startup), &process) != 0;
+    return late::CreateProcessWide(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
+                                   nullptr, nullptr, &startup, &process) != 0;
+  return ::CreateProcessA(Narrow(program).c_str(), Narrow(commandLine).data(), nullptr, nullptr, FALSE,
+                          CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, reinterpret_cast<STARTUPINFOA*>(&startup),
+                          &process) != 0;
+}
+
+// The system takes a program of this name for an installer: from Windows Vista on only the shell starts it, after it has
+// asked for consent.
+void Start(const WideText& program) {
+  constexpr DWORD kWantsElevation = 740;
+  PROCESS_INFORMATION process{};
+  if (StartMinimised(program, process)) {
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    return;
+  }
+  const DWORD reason = ::GetLastError();
+  if (reason != kWantsElevation) RaiseSystemError(reason);
+  StartByShell(MainWindowHandle, {.verb = L"open", .what = program, .show = SW_SHOWMINIMIZED});
 }
 
 }  // namespace
@@ -38,10 +58,8 @@ void StartUpdater() {
     ShowMessage("Your update files is missing. Please reinstall Quellix", MB_ICONSTOP);
     return;
   }
-  PROCESS_INFORMATION process{};
-  if (!StartMinimised(updater.Shown(), process)) return;
-  ::CloseHandle(process.hThread);
-  ::CloseHandle(process.hProcess);
+  if (const RuntimeError failure = failureOf([&] { Start(updater.Shown()); }))
+    ShowMessage(std::string("The update could not be started (") + failure.description + ").", MB_ICONSTOP);
 }
 
 }  // namespace automation

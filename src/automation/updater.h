@@ -3,7 +3,7 @@
 
 namespace automation {
 
-// Starts "Update.exe" of the program's folder, minimised, and goes on; tells when it is missing.
+// Starts "Update.exe" of the program's folder, minimised, and goes on; tells when it is missing or cannot be started.
 void StartUpdater();
 
 }  // namespace automation

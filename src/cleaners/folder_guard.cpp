@@ -5,10 +5,13 @@
 namespace cleaners {
 using namespace platform;
 
-bool MayClearFolder(const FolderFacts& facts) {
-  if (facts.canonical.IsEmpty() || facts.canonical.IsRoot() || facts.isLink || facts.leadsToKept) return false;
-  return std::none_of(facts.keep.begin(), facts.keep.end(),
-                      [&facts](const Path& folder) { return IsSameOrBelow(folder, facts.canonical); });
+FolderRefusal RefusalOf(const FolderFacts& facts) {
+  if (facts.canonical.IsEmpty()) return FolderRefusal::NoFolder;
+  if (facts.canonical.IsRoot()) return FolderRefusal::Root;
+  if (facts.isLink) return FolderRefusal::Link;
+  const bool holdsKept = std::any_of(facts.keep.begin(), facts.keep.end(),
+                                     [&facts](const Path& folder) { return IsSameOrBelow(folder, facts.canonical); });
+  return facts.leadsToKept || holdsKept ? FolderRefusal::Kept : FolderRefusal::None;
 }
 
 }  // namespace cleaners

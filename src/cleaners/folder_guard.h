@@ -15,7 +15,10 @@ struct FolderFacts {
   std::vector<Path> keep;    // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };
 
-// False for an empty path, a root, a link, and a folder that is or holds one of `keep`.
-bool MayClearFolder(const FolderFacts& facts);
+// Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`.
+enum class FolderRefusal { None, NoFolder, Root, Link, Kept };
+FolderRefusal RefusalOf(const FolderFacts& facts);
+
+inline bool MayClearFolder(const FolderFacts& facts) { return RefusalOf(facts) == FolderRefusal::None; }
 
 }  // namespace cleaners

@@ -6,6 +6,7 @@
 #include "cleaners/value_sweep.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
+#include "platform/child_program.h"
 #include "platform/handles.h"
 #include "platform/key_tree.h"
 #include "platform/main_window.h"
@@ -62,10 +63,8 @@ void cmdAutoComplte() {
   reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
     const Path companion = ProgramFolder() / Wide<"iea.exe">();
     // The working directory is the text "1", too; the companion needs none.
-    if (UsesWideNames())
-      late::ShellOpenWide(MainWindowHandle, L"open", companion.Shown().c_str(), L"1", L"1", SW_HIDE);
-    else
-      late::ShellOpen(MainWindowHandle, "open", AnsiForm(companion).c_str(), "1", "1", SW_HIDE);
+    StartByShell(MainWindowHandle,
+                 {.verb = L"open", .what = companion.Shown(), .arguments = L"1", .folder = L"1", .show = SW_HIDE});
   });
 }
 

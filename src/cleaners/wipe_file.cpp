@@ -12,6 +12,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/whole_file.h"
 #include "platform/wide_system.h"
 
 namespace cleaners {
@@ -19,10 +20,10 @@ using namespace platform;
 
 namespace {
 
-char RandomFillCharacter() {
+// Of the generator's next number.
+char NextFillCharacter() {
   SYSTEMTIME now;
   ::GetLocalTime(&now);
-  std::srand(::GetTickCount());
   FILETIME ticks;
   ::SystemTimeToFileTime(&now, &ticks);
   const double days =
@@ -38,7 +39,9 @@ struct PassOutcome {
 };
 
 PassOutcome Overwrite(const Path& path, std::uint64_t length) {
-  const FillBlocks blocks = MakeFillBlocks(RandomFillCharacter(), RandomFillCharacter());
+  std::srand(::GetTickCount());  // once for both: a second time in the same tick would make the second like the first
+  const char a = NextFillCharacter();
+  const FillBlocks blocks = MakeFillBlocks(a, NextFillCharacter());
   UniqueFile file;
   const RuntimeError failure = failureOf([&] {
     file = NativeOpenForWriting(path);
@@ -53,6 +56,8 @@ PassOutcome Overwrite(const Path& path, std::uint64_t length) {
   }
   const std::size_t rest = static_cast<std::size_t>(length % 1024);
   if (rest > 0) quietly([&] { WriteOrRaise(file.get(), blocks.a.data(), rest); });
+  // The bytes of each pass reach the disk, and before the deletion: otherwise the next one would take their place.
+  ::FlushFileBuffers(file.get());
   return {!StopErase, {}};
 }
 
@@ -69,7 +74,11 @@ RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes) {
 
 RuntimeError WipeIfThere(const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
-  return Wipe(path, passes > 0 ? NativeFileLength(path) : 0, passes);
+  std::uint64_t length = 0;
+  const RuntimeError failure = failureOf([&] {
+    if (passes > 0) length = FileLen(path);
+  });
+  return failure ? failure : Wipe(path, length, passes);
 }
 
 bool FileExistsFs(const Path& path) {

@@ -20,7 +20,8 @@ void WipeFile(const Path& path, std::int16_t passes);
 // meanwhile. Gives what failed, if anything did.
 [[nodiscard]] RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes);
 
-// The same for a path that may lead to no file: then nothing is done. The file is asked for its length.
+// The same for a path that may lead to no file: then nothing is done. The file is asked for its length;
+// one that does not tell it stays, since nobody knows how much to overwrite.
 [[nodiscard]] RuntimeError WipeIfThere(const Path& path, std::int16_t passes);
 
 // What WipeFile does, for a file that a listing has just named: `length` is its size in bytes.

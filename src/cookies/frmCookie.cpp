@@ -1,5 +1,6 @@
 #include "cookies/frmCookie.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,14 +21,22 @@ Path KeepListFile() { return ProgramFolder() / Wide<"SafeCookie.dat">(); }
 }  // namespace
 
 // Filling and moving let window events run, and one of them may close the window, even open it anew: the work that was
-// going on is then over. Meanwhile a button begins nothing else, so that no half-filled list is moved or saved.
+// going on is then over. Meanwhile nothing else begins, so that no half-filled list is moved or saved: the buttons are
+// disabled. A button that has the keyboard gets it back, unless its user took it elsewhere.
 class frmCookie::Work {
  public:
-  explicit Work(frmCookie& form) : form_(form) { form_.work_ = this; }
+  explicit Work(frmCookie& form) : form_(form), focus_(::GetFocus()) {
+    form_.work_ = this;
+    if (::IsChild(form_.Handle(), focus_)) form_.MoveFocusTo(form_.lstKeeplist.Handle());
+    form_.EnableButtons(false);
+  }
   Work(const Work&) = delete;
   Work& operator=(const Work&) = delete;
   ~Work() {
-    if (!over_) form_.work_ = nullptr;
+    if (over_) return;
+    form_.work_ = nullptr;
+    form_.EnableButtons(true);
+    if (::GetFocus() == form_.lstKeeplist.Handle() && ::IsChild(form_.Handle(), focus_)) form_.MoveFocusTo(focus_);
   }
 
   void End() {
@@ -38,6 +47,7 @@ class frmCookie::Work {
 
  private:
   frmCookie& form_;
+  HWND focus_;
   bool over_ = false;
 };
 
@@ -50,6 +60,7 @@ void frmCookie::Show() {
 void frmCookie::OnInit() {
   PlaceOver(window_.Window());
   ini_.emplace();
+  EnableButtons(false);  // until the lists are filled
   MoveFocusTo(lstKeeplist.Handle());
   ::PostMessageA(Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdRefresh, BN_CLICKED), 0);  // fills it once it is on the screen
 }
@@ -79,17 +90,24 @@ void frmCookie::OnClick(int id) {
   }
 }
 
+void frmCookie::EnableButtons(bool enabled) {
+  for (Button* button : {&cmdAdd, &cmdAddAll, &cmdRemove, &cmdRemoveAll, &cmdRefresh, &cmdClose})
+    button->SetEnabled(enabled);
+}
+
 void frmCookie::Load() {
   const Work work(*this);
   const bool read = LoadList(SafeList, KeepListFile(), &work.Over());
   if (work.Over()) return;
   keepListRead_ = read;
   ShowCurrentCookies(work);
+  if (!work.Over()) SafeList.Select(SafeList.ListCount() - 1);  // the line that was looked up last
 }
 
+// The kept ones come first, in the keep list's order, so that each is found on the first line and not after thousands.
 void frmCookie::ShowCurrentCookies(const Work& work) {
-  CookieNames kept;
-  for (int line = 0; line < SafeList.ListCount(); ++line) kept.push_back(SafeList.Item(line));
+  CookieNames keepList;
+  for (int line = 0; line < SafeList.ListCount(); ++line) keepList.push_back(SafeList.Item(line));
   CookieNames current;
   lstKeeplist.Clear();
   cleaners::UrlCacheWalk walk("Cookie:");
@@ -97,13 +115,26 @@ void frmCookie::ShowCurrentCookies(const Work& work) {
     // A cookie without a file has no name.
     if (cleaners::IsCookieUrl(walk.Url()) && !walk.LocalFile().empty())
       current.push_back(cleaners::CookieName(walk.LocalFile()));
-    DoEvents();
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
   const ListBox::Filling quietly(lstKeeplist);
-  for (const WideText& name : WithoutKept(current, kept)) {
+  const std::size_t kept = PutKeptFirst(current, keepList);
+  for (const WideText& name : current) {
     lstKeeplist.AddItem(name);
-    DoEvents();
+    DoEventsNowAndThen();
+    if (work.Over()) return;
+  }
+  current.resize(kept);
+  TakeKeptAway(current, work);
+}
+
+void frmCookie::TakeKeptAway(const CookieNames& kept, const Work& work) {
+  for (const WideText& name : kept) {
+    const bool found = IsKept(lstKeeplist, name);
+    if (work.Over()) return;
+    if (found) lstKeeplist.RemoveItem(LineOf(lstKeeplist, name));
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
 }
@@ -123,14 +154,14 @@ void frmCookie::MoveAll(ListBox& from, ListBox& to) {
   while (from.ListCount() > 0) {
     to.AddItem(from.Item(0));
     from.RemoveItem(0);
-    DoEvents();
+    DoEventsNowAndThen();
     if (work.Over()) return;
   }
 }
 
 void frmCookie::SaveAndClose() {
-  // A list that could not be read is not overwritten by an empty one.
-  if (keepListRead_ || SafeList.ListCount() > 0) SaveList(SafeList, KeepListFile());
+  // A list that could not be read is not overwritten by what was added since.
+  if (keepListRead_) SaveList(SafeList, KeepListFile());
   Unload();
 }
 

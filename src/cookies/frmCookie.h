@@ -6,10 +6,12 @@
 #include <optional>
 
 #include "cookies/frmCookie_ids.h"
+#include "cookies/keep_list.h"
 #include "platform/clsIni.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
+#include "platform/wide_text.h"
 
 namespace cookies {
 using namespace platform;
@@ -28,8 +30,10 @@ class frmCookie final : public Dialog {
   void OnNotification(int id, int notification) override;
   void OnCancel() override { Unload(); }
 
+  void EnableButtons(bool enabled);
   void Load();
   void ShowCurrentCookies(const Work& work);
+  void TakeKeptAway(const CookieNames& kept, const Work& work);
   static void MoveSelected(ListBox& from, ListBox& to);
   void MoveAll(ListBox& from, ListBox& to);
   void SaveAndClose();
@@ -38,6 +42,12 @@ class frmCookie final : public Dialog {
   MainWindow& window_;
   ListBox lstKeeplist{*this, IDC_lstKeeplist};
   ListBox SafeList{*this, IDC_SafeList};
+  Button cmdAdd{*this, IDC_cmdAdd};
+  Button cmdAddAll{*this, IDC_cmdAddAll};
+  Button cmdRemove{*this, IDC_cmdRemove};
+  Button cmdRemoveAll{*this, IDC_cmdRemoveAll};
+  Button cmdRefresh{*this, IDC_cmdRefresh};
+  Button cmdClose{*this, IDC_cmdClose};
   std::optional<clsIni> ini_;  // held while the window exists; nothing is kept in it
   Work* work_ = nullptr;       // what is being done while window events run
   bool keepListRead_ = true;   // false: there is a file that could not be read

@@ -66,18 +66,25 @@ std::string KeepListText(const CookieNames& names) {
 
 bool IsSameCookie(WideView one, WideView other) { return Normal(one) == Normal(other); }
 
-CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept) {
-  std::map<WideText, std::size_t> toTake;  // how many lines of each name
-  for (const WideText& name : kept) ++toTake[Normal(name)];
-  CookieNames left;
-  for (const WideText& name : current) {
-    const auto found = toTake.find(Normal(name));
-    if (found != toTake.end() && found->second > 0)
-      --found->second;
-    else
-      left.push_back(name);
+std::size_t PutKeptFirst(CookieNames& current, const CookieNames& kept) {
+  if (kept.empty()) return 0;
+  std::multimap<WideText, std::size_t> places;
+  for (std::size_t place = 0; place < current.size(); ++place) places.emplace(Normal(current[place]), place);
+  CookieNames sorted;
+  std::vector<bool> taken(current.size());
+  for (const WideText& name : kept) {
+    const WideText normal = Normal(name);
+    const auto found = places.lower_bound(normal);  // the first of several
+    if (found == places.end() || found->first != normal) continue;
+    sorted.push_back(current[found->second]);
+    taken[found->second] = true;
+    places.erase(found);
   }
-  return left;
+  const std::size_t count = sorted.size();
+  for (std::size_t place = 0; place < current.size(); ++place)
+    if (!taken[place]) sorted.push_back(current[place]);
+  current = std::move(sorted);
+  return count;
 }
 
 }  // namespace cookies

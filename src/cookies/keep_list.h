@@ -2,6 +2,7 @@
 // the ANSI code page.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,9 @@ std::string KeepListText(const CookieNames& names);
 // Equal but for the case of their letters and for blanks around either.
 bool IsSameCookie(WideView one, WideView other);
 
-// The current cookies without those on the keep list: each kept line takes the first line away that it is the same cookie
-// as. The order stays.
-CookieNames WithoutKept(const CookieNames& current, const CookieNames& kept);
+// Moves the current cookies that are on the keep list to the front, in the keep list's order; each line of the list takes
+// one. The others keep theirs. Gives how many there are. Thousands of names can be kept whose cookies are gone, and to look
+// through a list for each of them would take minutes.
+std::size_t PutKeptFirst(CookieNames& current, const CookieNames& kept);
 
 }  // namespace cookies

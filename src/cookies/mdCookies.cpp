@@ -14,9 +14,15 @@ using namespace platform;
 bool IsKept(const ListBox& list, const WideText& name) {
   for (int line = 0; line < list.ListCount(); ++line) {
     if (IsSameCookie(list.Item(line), name)) return true;
-    DoEvents();
+    DoEventsNowAndThen();
   }
   return false;
+}
+
+int LineOf(const ListBox& list, const WideText& name) {
+  for (int line = 0; line < list.ListCount(); ++line)
+    if (IsSameCookie(list.Item(line), name)) return line;
+  return -1;
 }
 
 void SaveList(const ListBox& list, const Path& path) {

@@ -9,8 +9,11 @@ namespace cookies {
 using namespace platform;
 
 // True when some line of the list is the same cookie as `name`, ignoring case and blanks around either. Window events run
-// after each line that is not.
+// after a line that is not.
 bool IsKept(const ListBox& list, const WideText& name);
+
+// The first such line; -1 for none. No event runs.
+int LineOf(const ListBox& list, const WideText& name);
 
 // Creates or overwrites the file with the list's lines, first to last. When that fails, the old file stays whole.
 void SaveList(const ListBox& list, const Path& path);

@@ -111,11 +111,6 @@ static_assert(EachBoxHasOneRow());
 
 std::span<const EraseItem> Catalogue() { return kCatalogue; }
 
-int BoxCount(BoxArray array) {
-  return static_cast<int>(std::count_if(std::begin(kCatalogue), std::end(kCatalogue),
-                                        [=](const EraseItem& item) { return item.array == array; }));
-}
-
 std::span<const EraseItem* const> ItemsInBoxOrder() { return kInBoxOrder; }
 
 std::string& ItemFlag(const EraseItem& item) {

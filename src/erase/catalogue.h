@@ -13,8 +13,7 @@ namespace erase {
 // In the order in which a run takes them; those that never run come last.
 std::span<const EraseItem> Catalogue();
 
-// Of one array's boxes, or of all of them. Boxes are visited, selected, read and saved array by array, each from index 0 on.
-int BoxCount(BoxArray array);
+// Boxes are visited, selected, read and saved array by array, each from index 0 on.
 std::span<const EraseItem* const> ItemsInBoxOrder();
 
 // The item's flag: its box's value as text, "1" for a ticked one. Kept by the box, read by the run.

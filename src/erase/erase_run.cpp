@@ -61,9 +61,7 @@ bool RunFromButton(EraseRunHost& host, const char* nothingSelected) {
   return true;
 }
 
-}  // namespace
-
-void doClean(EraseRunHost& host) {
+void Run(EraseRunHost& host) {
   resumeNext([&] { host.View().ClearLog(); });
   resumeNext([&] { host.SetStatusText("Please Wait .."); });
   resumeNext([&] { CloseBrowsersForSchedule(host); });
@@ -80,6 +78,12 @@ void doClean(EraseRunHost& host) {
   resumeNext([&] {
     if (host.RebootAfterErase()) host.Reboot();
   });
+}
+
+}  // namespace
+
+void doClean(EraseRunHost& host) {
+  host.TellEachFailureOnce([&host] { Run(host); });
 }
 
 void RunAtSessionEnd(EraseRunHost& host) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "erase/erase_item.h"
+#include "platform/runtime_error.h"
 
 namespace erase {
 
@@ -45,6 +46,9 @@ class EraseRunHost {
   virtual std::string ItemFlag(const EraseItem& item) = 0;
   virtual bool StopRequested() = 0;
   virtual void SetStopRequest(bool stop) = 0;
+
+  // Runs it all. What fails in it with one message is told once: two items may share a cleaner.
+  virtual void TellEachFailureOnce(platform::Statement run) = 0;
 
   virtual void RunCleaner(Cleaner cleaner) = 0;
   virtual void PauseAfterItem() = 0;

@@ -17,8 +17,21 @@ namespace platform {
 namespace {
 
 // INTERNET_FLAG_RELOAD, NO_CACHE_WRITE, NO_COOKIES, NO_UI: the probe of a privacy cleaner leaves no page in the cache, and a
-// page that lies there does not make the machine look on line.
-constexpr DWORD kLeaveNoTrace = 0x84080200;
+// page that lies there does not make the machine look on line. NO_AUTO_REDIRECT, NO_AUTH: it asks nobody else and logs on
+// nowhere.
+constexpr DWORD kLeaveNoTrace = 0x842C0200;
+
+// The window stands still while the page is asked for. The system's own patience is minutes long.
+struct Patience {
+  DWORD option;
+  DWORD value;
+};
+constexpr Patience kPatience[] = {
+    {2, 3000},  // INTERNET_OPTION_CONNECT_TIMEOUT, milliseconds
+    {3, 1},     // INTERNET_OPTION_CONNECT_RETRIES
+    {5, 3000},  // INTERNET_OPTION_SEND_TIMEOUT
+    {6, 3000},  // INTERNET_OPTION_RECEIVE_TIMEOUT
+};
 
 InternetTransfer* mainTransfer = nullptr;
 
@@ -79,20 +92,26 @@ ReportBurst::ReportBurst() {
 
 ReportBurst::~ReportBurst() { --burst.depth; }
 
-int ReportBurst::Reports() const { return burst.reports; }
+int ReportBurst::ReportsForTests() const { return burst.reports; }
 
 NoReports::NoReports() { ++noReports; }
 
 NoReports::~NoReports() { --noReports; }
 
-bool IsOnline() {
+bool IsOnline() { return OpensPage(kProbeAddress); }
+
+bool OpensPage(const std::string& address) {
+  if (address.empty()) return false;
   bool online = false;
   void* session = nullptr;
   void* page = nullptr;
   quietly([&] {
     session = late::InternetOpen(AppTitle.c_str(), 0 /* INTERNET_OPEN_TYPE_PRECONFIG */, nullptr, nullptr, 0);
     DoEvents();
-    if (session != nullptr) page = late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, kLeaveNoTrace, 0);
+    if (session == nullptr) return;
+    for (Patience patience : kPatience)
+      late::InternetSetOption(session, patience.option, &patience.value, sizeof patience.value);
+    page = late::InternetOpenUrl(session, address.c_str(), nullptr, 0, kLeaveNoTrace, 0);
     online = page != nullptr;
   });
   quietly([&] {

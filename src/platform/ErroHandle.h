@@ -2,6 +2,8 @@
 // error passes silently.
 #pragma once
 
+#include <string>
+
 #include "platform/runtime_error.h"
 
 namespace platform {
@@ -26,8 +28,8 @@ class ReportBurst {
   ReportBurst(const ReportBurst&) = delete;
   ReportBurst& operator=(const ReportBurst&) = delete;
 
-  // Failures reported since the outermost burst began.
-  int Reports() const;
+  // Failures reported since the outermost burst began: nothing else shows that each is.
+  int ReportsForTests() const;
 };
 
 // While one exists, nothing is reported and nobody asks whether the machine is on line; ReportError clears the pending error
@@ -40,8 +42,10 @@ class NoReports {
   NoReports& operator=(const NoReports&) = delete;
 };
 
-// True when a well-known web page can be opened. Lets window events run once.
+// True when a well-known web page can be opened within seconds, at the first try. Lets window events run once. A build
+// without an address of such a page is off line.
 bool IsOnline();
+bool OpensPage(const std::string& address);
 
 // The transfer that is stopped before a message is shown; null while there is no main window.
 void SetReporterTransfer(InternetTransfer* transfer);

@@ -85,6 +85,14 @@ std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const
   return Narrow(*text);
 }
 
+bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& valueName) {
+  HKEY opened = nullptr;
+  LONG status = ::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
+  const UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
+  if (key) status = ::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, nullptr);
+  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {
   reportAndLeave("Reg32,DeleteValue", [&] {
     const UniqueKey key = OpenPlainly(root, subKey);

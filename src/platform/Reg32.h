@@ -25,6 +25,9 @@ std::int32_t GetSettingString(HKEY root, const std::string& subKey, const std::s
 std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const std::string& valueName);
 std::optional<WideText> TextValue(HKEY root, const WideText& subKey, const WideText& valueName);
 
+// True when there is no such value, whatever its kind; false also when that cannot be found out.
+bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& valueName);
+
 // A missing key or value is no error.
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);
 

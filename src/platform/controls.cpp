@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
+#include "platform/drawing_size.h"
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/text_value.h"
@@ -52,6 +54,14 @@ void HandKeyboardOn(HWND from) {
     ::SendMessageA(WindowAround(from), WM_NEXTDLGCTL, 0, FALSE);
 }
 
+void FrameInHighlight(HWND window) {
+  const HDC context = ::GetDC(window);
+  RECT area;
+  ::GetClientRect(window, &area);
+  ::FrameRect(context, &area, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+  ::ReleaseDC(window, context);
+}
+
 }  // namespace
 
 Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.Add(*this); }
@@ -64,8 +74,6 @@ void Control::Attach() {
   ShowState();
 }
 
-bool Control::Enabled() const { return window_ != nullptr ? ::IsWindowEnabled(window_) != 0 : enabled_.value_or(true); }
-
 void Control::SetEnabled(bool enabled) {
   if (window_ == nullptr) {
     enabled_ = enabled;
@@ -73,10 +81,6 @@ void Control::SetEnabled(bool enabled) {
   }
   if (!enabled) HandKeyboardOn(window_);
   ::EnableWindow(window_, enabled);
-}
-
-bool Control::Visible() const {
-  return window_ != nullptr ? (::GetWindowLongA(window_, GWL_STYLE) & WS_VISIBLE) != 0 : visible_.value_or(true);
 }
 
 void Control::SetVisible(bool visible) {
@@ -96,8 +100,12 @@ void Control::SetText(const std::string& text) {
 }
 
 void Picture::ShowState() {
-  loaded_.reset(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(bitmap_), IMAGE_BITMAP, 0, 0, loading_));
-  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(loaded_.get()));
+  const HDC screen = ::GetDC(nullptr);
+  const int size = bitmap_ + kDrawingStep * DrawingSteps(::GetDeviceCaps(screen, LOGPIXELSX));
+  ::ReleaseDC(nullptr, screen);
+  UniqueGdiObject loaded(::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(size), IMAGE_BITMAP, 0, 0, loading_));
+  Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(loaded.get()));
+  loaded_ = std::move(loaded);
 }
 
 void CheckBox::SetValue(double value) {
@@ -259,7 +267,31 @@ void SpinButton::SetValue(double value) {
   buddy_.SetText(std::to_string(value_));
 }
 
+// Each end of the range is the last number.
+void SpinButton::Turn(int by) {
+  const int number = LOWORD(Send(UDM_GETPOS)) + by;
+  if (number >= min_ && number <= max_) Send(UDM_SETPOS, 0, MAKELPARAM(number, 0));
+}
+
+// The system's own draws nothing to show that it has the keyboard.
+LRESULT CALLBACK SpinButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto& spin = *reinterpret_cast<SpinButton*>(::GetWindowLongA(window, GWL_USERDATA));
+  if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
+  if (message == WM_KEYDOWN && (wParam == VK_UP || wParam == VK_DOWN)) {
+    spin.Turn(wParam == VK_UP ? 1 : -1);
+    return 0;
+  }
+  const LRESULT result = ::CallWindowProcA(spin.system_, window, message, wParam, lParam);
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) ::InvalidateRect(window, nullptr, TRUE);
+  if (message == WM_PAINT && ::GetFocus() == window) FrameInHighlight(window);
+  return result;
+}
+
 void SpinButton::ShowState() {
+  if (system_ == nullptr) {
+    ::SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(this));
+    system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(Handle(), GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
+  }
   // Setting the position writes it into the buddy, whose text may be another one by now.
   const std::string text = buddy_.Text();
   Send(UDM_SETRANGE, 0, MAKELPARAM(max_, min_));

@@ -25,13 +25,10 @@ class Control : public DialogPart {
   HWND Handle() const { return window_; }
   int Id() const { return id_; }
 
-  bool Enabled() const;
-
   // A control that is disabled hands the keyboard on to the next one: left where it is, no key would do anything.
   void SetEnabled(bool enabled);
 
   // The control's own state, whatever its parents show.
-  bool Visible() const;
   void SetVisible(bool visible);
 
   std::string Text() const;
@@ -65,12 +62,27 @@ class Button : public Control {
   using Control::Control;
 };
 
+// A box with the look of a button (BS_PUSHLIKE): it looks pressed while it is marked, and a screen reader says so. A click
+// marks nothing by itself.
+class MarkedButton : public Button {
+ public:
+  using Button::Button;
+  void Mark(bool marked) { Send(BM_SETCHECK, marked ? BST_CHECKED : BST_UNCHECKED); }
+
+ private:
+  void ShowState() override;
+  void DrawInHighContrast() const;
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+  WNDPROC system_ = nullptr;
+};
+
 class Label : public Control {
  public:
   using Control::Control;
 };
 
-// A static control that shows a bitmap of the program's resources.
+// A static control that shows a bitmap of the program's resources, in the size that suits the screen.
 class Picture : public Control {
  public:
   // By default with the bitmap's grey ground in the dialog's colour of every scheme.
@@ -79,6 +91,7 @@ class Picture : public Control {
 
  private:
   void ShowState() override;
+  void OnColours() override { ShowState(); }
 
   int bitmap_;
   UINT loading_;
@@ -179,7 +192,6 @@ class ComboBox : public Control {
 class ProgressBar : public Control {
  public:
   using Control::Control;
-  int Min() const { return min_; }
   int Max() const { return max_; }
   int Value() const { return value_; }
   void SetRange(int min, int max);
@@ -194,6 +206,8 @@ class ProgressBar : public Control {
   int value_ = 0;
 };
 
+// The arrow keys turn it while it has the keyboard itself, so that its number can be changed also where its buddy is
+// disabled.
 class SpinButton : public Control {
  public:
   SpinButton(Dialog& dialog, int id, TextBox& buddy) : Control(dialog, id), buddy_(buddy) {}
@@ -203,8 +217,11 @@ class SpinButton : public Control {
   void SetValue(double value);
 
  private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void ShowState() override;
+  void Turn(int by);
   TextBox& buddy_;
+  WNDPROC system_ = nullptr;
   int min_ = 0;
   int max_ = 100;
   int value_ = 0;

@@ -64,6 +64,13 @@ void Dialog::TellClickOfControl(int id) {
   if (id != ignored_) TellClick(id);
 }
 
+// The system tells the windows of the desktop alone.
+void Dialog::TellColours() {
+  for (DialogPart* part : parts_) part->OnColours();
+  for (HWND child = ::GetWindow(window_, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT))
+    ::SendMessageA(child, WM_SYSCOLORCHANGE, 0, 0);
+}
+
 void Dialog::MoveFocusTo(HWND control) {
   ::SendMessageA(Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), control != nullptr);
 }
@@ -88,7 +95,9 @@ bool Dialog::TranslateKeys(MSG& message) {
   const auto owner = std::find_if(openWindows.begin(), openWindows.end(), [&message](HWND window) {
     return window == message.hwnd || ::IsChild(window, message.hwnd);
   });
-  return owner != openWindows.end() && ::IsDialogMessageA(*owner, &message) != 0;
+  if (owner == openWindows.end()) return false;
+  auto* const dialog = reinterpret_cast<Dialog*>(::GetWindowLongA(*owner, DWL_USER));
+  return (dialog != nullptr && dialog->OnKey(message)) || ::IsDialogMessageA(*owner, &message) != 0;
 }
 
 void Dialog::PlaceOver(HWND other) {
@@ -149,6 +158,7 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 INT_PTR Dialog::Forward(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SYSCOLORCHANGE) TellColours();
   if (const std::optional<LRESULT> answer = OnMessage(message, wParam, lParam)) {
     if (IsAnsweredDirectly(message)) return static_cast<INT_PTR>(*answer);
     ::SetWindowLongA(window_, DWL_MSGRESULT, static_cast<LONG>(*answer));

@@ -18,6 +18,9 @@ class DialogPart {
   virtual void Attach() = 0;
   virtual void Detach() = 0;
 
+  // The scheme of colours has changed.
+  virtual void OnColours() {}
+
   // A control of the dialog was clicked; told to the parts before the dialog itself.
   virtual void OnClick(int /*id*/) {}
 
@@ -69,6 +72,9 @@ class Dialog {
   // The controls are attached by now.
   virtual void OnInit() {}
 
+  // A message for a control of the window, before the window's keyboard handling sees it. True when it is done with.
+  virtual bool OnKey(const MSG& /*message*/) { return false; }
+
   // A control was clicked (BN_CLICKED), or a menu entry or an accelerator chosen.
   virtual void OnClick(int /*id*/) {}
 
@@ -91,6 +97,7 @@ class Dialog {
   bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void TellClick(int id);
   void TellClickOfControl(int id);
+  void TellColours();
 
   HWND window_ = nullptr;
   HWND disabledOwner_ = nullptr;

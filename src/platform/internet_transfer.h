@@ -6,20 +6,18 @@ namespace platform {
 
 class InternetTransfer {
  public:
-  InternetTransfer() = default;
+  // By default none is under way; an open request of wininet otherwise, which it takes over.
+  explicit InternetTransfer(void* request = nullptr) : request_(request) {}
   InternetTransfer(const InternetTransfer&) = delete;
   InternetTransfer& operator=(const InternetTransfer&) = delete;
   ~InternetTransfer() { Cancel(); }
-
-  // Takes over an open request of wininet.
-  void Adopt(void* request) { Cancel(), request_ = request; }
 
   // Closes the request, which ends the transfer.
   void Cancel();
   bool StillExecuting() const { return request_ != nullptr; }
 
  private:
-  void* request_ = nullptr;
+  void* request_;
 };
 
 }  // namespace platform

@@ -139,13 +139,6 @@ UniqueFile NativeOpen(const Path& path, DWORD access, DWORD share) { return Open
 UniqueFile NativeOpenForWriting(const Path& path) { return NativeOpen(path, GENERIC_WRITE, 0); }
 UniqueFile NativeCreate(const Path& path) { return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS); }
 
-std::uint64_t NativeFileLength(const Path& path) {
-  const UniqueFile file = NativeOpenForWriting(path);
-  DWORD high = 0;
-  const DWORD low = file ? ::GetFileSize(file.get(), &high) : 0;
-  return (static_cast<std::uint64_t>(high) << 32) | low;
-}
-
 std::optional<FolderIdentity> NativeIdentity(const Path& folder) {
   const UniqueFile opened = OpenFolder(folder);
   BY_HANDLE_FILE_INFORMATION found;

@@ -58,9 +58,6 @@ UniqueFile NativeOpen(const Path& path, DWORD access, DWORD share);
 UniqueFile NativeOpenForWriting(const Path& path);
 UniqueFile NativeCreate(const Path& path);
 
-// The length in bytes; 0 for a file that cannot be opened for writing.
-std::uint64_t NativeFileLength(const Path& path);
-
 struct FolderEntry {
   WideText name;        // what a path has to hold: the short name where the long one leads elsewhere
   WideText listedName;  // as the system lists it

@@ -50,6 +50,7 @@ inline const LateFunction<INT(WINAPI*)(SYSTEMTIME*, double*)> SystemTimeToVarian
 inline const LateFunction<void*(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> InternetOpen{"wininet.dll", "InternetOpenA"};
 inline const LateFunction<void*(WINAPI*)(void*, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR)> InternetOpenUrl{
     "wininet.dll", "InternetOpenUrlA"};
+inline const LateFunction<BOOL(WINAPI*)(void*, DWORD, void*, DWORD)> InternetSetOption{"wininet.dll", "InternetSetOptionA"};
 inline const LateFunction<BOOL(WINAPI*)(void*)> InternetCloseHandle{"wininet.dll", "InternetCloseHandle"};
 
 // The URL cache. Internet Explorer 3 and 4 have the deletion under the name without the A, 5 and later under both. An entry

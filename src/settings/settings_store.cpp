@@ -26,6 +26,11 @@ std::string GetSetting(const char* section, const char* key, const char* default
   return TextValue(HKEY_CURRENT_USER, KeyPath(section), key).value_or(defaultText);
 }
 
+std::string GetItemFlag(const char* key) {
+  const bool missing = IsValueMissing(HKEY_CURRENT_USER, KeyPath(kItemSection), key);
+  return GetSetting(kItemSection, key, missing ? kItemDefault : "0");
+}
+
 std::string GetSetting(Setting setting) {
   const SettingRow& row = SchemaRow(setting);
   return GetSetting(row.section, row.key, row.defaultText);

@@ -14,6 +14,9 @@ namespace settings {
 std::string GetSetting(Setting setting);
 std::string GetSetting(const char* section, const char* key, const char* defaultText);
 
+// The flag of an erase item: its default only when it is missing. One that is no text, or cannot be read, selects nothing.
+std::string GetItemFlag(const char* key);
+
 // Raises the system's error when the value cannot be written; what was stored before is then unchanged.
 void SaveSetting(Setting setting, const std::string& value);
 void SaveSetting(const char* section, const char* key, const std::string& value);

@@ -20,8 +20,7 @@ void ReadEach(ReadBy readBy) {
 }  // namespace
 
 void ReadStoredSettings(std::span<const ItemFlag> items) {
-  for (const ItemFlag& item : items)
-    resumeNext([&] { *item.text = Trim(GetSetting(kItemSection, item.key, kItemDefault)); });
+  for (const ItemFlag& item : items) resumeNext([&] { *item.text = Trim(GetItemFlag(item.key)); });
   ReadEach(ReadBy::StoredSettingsFirst);
   ReadEach(ReadBy::StoredSettings);
   resumeNext([] { Settings.CloseBrowsers = ToBoolean(Settings[Setting::CHKieclose]); });

@@ -26,39 +26,34 @@ void AppendTimes(std::string& block, std::string_view item, std::size_t times) {
 
 }  // namespace
 
+std::vector<Block> InBlocks(const std::vector<ItemRun>& items) {
+  std::vector<Block> blocks;
+  for (ItemRun left : items) {
+    while (left.times > 0 && !left.item.empty()) {
+      if (blocks.empty() || kBlockSize - blocks.back().bytes.size() < left.item.size()) blocks.emplace_back();
+      Block& block = blocks.back();
+      const std::size_t fitting = std::min(left.times, (kBlockSize - block.bytes.size()) / left.item.size());
+      AppendTimes(block.bytes, left.item, fitting);
+      block.runs.push_back({left.item, fitting});
+      left.times -= fitting;
+    }
+  }
+  return blocks;
+}
+
 BlockWriter::BlockWriter(Put put, ItemFailed itemFailed) : put_(std::move(put)), itemFailed_(std::move(itemFailed)) {}
 
-void BlockWriter::Write(std::string_view item, std::size_t times) {
-  while (times > 0 && !item.empty()) {
-    const std::size_t fitting = std::min(times, (kBlockSize - block_.size()) / item.size());
-    if (fitting == 0) {
-      Flush();
-      continue;
-    }
-    AppendTimes(block_, item, fitting);
-    runs_.push_back({item, fitting});
-    times -= fitting;
-  }
-}
-
-void BlockWriter::Flush() {
-  if (runs_.empty()) return;
-  const RuntimeError failure = failureOf([this] { put_(offset_, block_); });
-  if (failure)
-    FlushOneByOne(failure);
+void BlockWriter::Write(const Block& block) {
+  const RuntimeError failure = failureOf([&] { put_(offset_, block.bytes); });
+  if (!failure)
+    offset_ += static_cast<std::uint32_t>(block.bytes.size());
   else
-    offset_ += static_cast<std::uint32_t>(block_.size());
-  block_.clear();
-  runs_.clear();
-}
-
-void BlockWriter::FlushOneByOne(const RuntimeError& ofBlock) {
-  for (const Run& run : runs_) WriteAlone(run, ofBlock);
+    for (const ItemRun& run : block.runs) WriteAlone(run, failure);
 }
 
 // Where one item of a run could not be written, the next one, its like, cannot be either: fourteen thousand tries for a file
 // on a full disk would hold the window up.
-void BlockWriter::WriteAlone(const Run& run, const RuntimeError& ofBlock) {
+void BlockWriter::WriteAlone(const ItemRun& run, const RuntimeError& ofBlock) {
   RuntimeError reason = ofBlock;
   bool trying = IsWorthASecondTry(ofBlock);
   for (std::size_t item = 0; item < run.times; ++item) {

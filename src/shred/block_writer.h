@@ -14,6 +14,21 @@
 namespace shred {
 using namespace platform;
 
+// One item, written so many times in succession. Its bytes have to last as long as the run.
+struct ItemRun {
+  std::string_view item;
+  std::size_t times;
+};
+
+// What goes into the file by one write, and the items that it is made of.
+struct Block {
+  std::string bytes;
+  std::vector<ItemRun> runs;
+};
+
+// The items back to back in their order; none is split between two blocks. One set serves every file that gets the same.
+std::vector<Block> InBlocks(const std::vector<ItemRun>& items);
+
 class BlockWriter {
  public:
   // Puts the bytes into the file, `offset` bytes after its first one; raises when they do not all get there.
@@ -24,27 +39,16 @@ class BlockWriter {
 
   BlockWriter(Put put, ItemFailed itemFailed);
 
-  // Writes the item so many times after the last one that was written. It may wait here for its block, and so may its
-  // failure, which each of the times has for itself. The bytes have to last until the next Flush.
-  void Write(std::string_view item, std::size_t times = 1);
-
-  // To be called after the last item: what is still here goes into the file.
-  void Flush();
+  // After the last item that was written. A block that fails is tried item by item where that is worth a second try; each of
+  // the times has a failure for itself.
+  void Write(const Block& block);
 
  private:
-  struct Run {
-    std::string_view item;
-    std::size_t times;
-  };
-
-  void FlushOneByOne(const RuntimeError& ofBlock);
-  void WriteAlone(const Run& run, const RuntimeError& ofBlock);
+  void WriteAlone(const ItemRun& run, const RuntimeError& ofBlock);
 
   Put put_;
   ItemFailed itemFailed_;
-  std::string block_;
-  std::vector<Run> runs_;     // of the block
-  std::uint32_t offset_ = 0;  // where the block begins in the file
+  std::uint32_t offset_ = 0;
 };
 
 }  // namespace shred

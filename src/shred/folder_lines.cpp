@@ -1,5 +1,6 @@
 #include "shred/folder_lines.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "shred/folder_chain.h"
@@ -27,6 +28,17 @@ FolderLines LinesOfFolder(const Path& folder, const std::vector<WideText>& subfo
   ++depth;
   for (const WideText& name : subfolders) add(folder / name);
   return result;
+}
+
+int NextLineWith(const FolderLines& lines, int from, WideView letter) {
+  const int count = static_cast<int>(lines.lines.size());
+  for (int step = 1; step <= count; ++step) {
+    const int line = (from + step) % count;
+    const WideView text = lines.lines[static_cast<std::size_t>(line)].text;
+    const std::size_t name = std::min(text.find_first_not_of(' '), text.size());
+    if (EqualIgnoringCase(text.substr(name, letter.size()), letter)) return line;
+  }
+  return -1;
 }
 
 }  // namespace shred

@@ -22,4 +22,7 @@ struct FolderLines {
 // `subfolders` are the names in the folder, in their order.
 FolderLines LinesOfFolder(const Path& folder, const std::vector<WideText>& subfolders);
 
+// The next line after `from`, or from the top again, whose folder's name begins with the letter, ignoring case; -1 for none.
+int NextLineWith(const FolderLines& lines, int from, WideView letter);
+
 }  // namespace shred

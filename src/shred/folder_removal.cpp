@@ -14,18 +14,24 @@
 
 namespace shred {
 using namespace platform;
+using cleaners::FolderRefusal;
 
 namespace {
 
-// False for a folder that stays as it is, also where the system lacks a function that would tell which folders to keep.
-bool IsRemovableFolder(const Path& folder) {
-  bool removable = false;
+// Why a folder stays as it is; as of what is no folder also where the system lacks a function that would tell which folders
+// to keep.
+FolderRefusal RefusalOf(const Path& folder) {
+  if (folder.IsRoot()) return FolderRefusal::Root;
+  if (IsLink(NativeAttributes(folder))) return FolderRefusal::Link;
+  FolderRefusal refusal = FolderRefusal::NoFolder;
   resumeNext([&] {
-    removable = cleaners::IsWalkableFolder(folder) &&
-                cleaners::MayClearFolder(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
+    if (cleaners::IsWalkableFolder(folder))
+      refusal = cleaners::RefusalOf(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
   });
-  return removable;
+  return refusal;
 }
+
+bool IsRemovableFolder(const Path& folder) { return RefusalOf(folder) == FolderRefusal::None; }
 
 void DeleteFilesIn(const Path& folder, WideView mask) {
   FolderListing listing(folder);
@@ -100,20 +106,20 @@ bool FolderCheck(const Path& path, bool create) {
   return false;
 }
 
-bool FolderCheck(WideView text, bool create) { return FolderCheck(PathOf(text), create); }
-
 void ClearSubFolders(const Path& folder) {
   if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
 }
 
 bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
 
-// The folder is judged once, and between the steps, while which events run, only asked whether it is still one.
-void ShredFolder(const Path& folder) {
-  if (!IsRemovableFolder(folder)) return;
+// Each step judges the folder for itself: events run in the one before.
+FolderRefusal ShredFolder(const Path& folder) {
+  const FolderRefusal refusal = RefusalOf(folder);
+  if (refusal != FolderRefusal::None) return refusal;
   DeleteFilesIn(folder, Wide<"*.*">());
-  if (cleaners::IsWalkableFolder(folder)) RemoveFirstSubfolder(folder);
-  if (cleaners::IsWalkableFolder(folder)) RemoveTree(folder);
+  ClearSubFolders(folder);
+  RemoveFolderTree(folder);
+  return FolderRefusal::None;
 }
 
 }  // namespace shred

@@ -2,6 +2,7 @@
 // removal, so that what a caller walks may change under it.
 #pragma once
 
+#include "cleaners/folder_guard.h"
 #include "platform/path.h"
 
 namespace shred {
@@ -10,7 +11,6 @@ using namespace platform;
 // True when `path` names an existing folder. With `create`, a missing folder is made one level at a time; the result stays
 // false even then. Never reports.
 bool FolderCheck(const Path& path, bool create = false);
-bool FolderCheck(WideView text, bool create = false);
 
 // The folder procedures delete without overwriting, never report, and leave what cannot be deleted in its place. They
 // touch nothing when the path is empty, a root, a link, or a folder that is or holds Windows, Program Files, the
@@ -24,7 +24,7 @@ void ClearSubFolders(const Path& folder);
 // from the start.
 bool RemoveFolderTree(const Path& folder);
 
-// What "Shred Folder Now" does with one folder: its files, its subfolders, the whole tree.
-void ShredFolder(const Path& folder);
+// What "Shred Folder Now" does with one folder: its files, its subfolders, the whole tree. Gives why it touches nothing.
+cleaners::FolderRefusal ShredFolder(const Path& folder);
 
 }  // namespace shred

@@ -1,6 +1,7 @@
 #include "shred/fraShred.h"
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "platform/ErroHandle.h"
@@ -9,6 +10,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/wide_system.h"
 #include "shred/dropped_files.h"
 #include "shred/folder_removal.h"
 #include "shred/list_store.h"
@@ -24,8 +26,7 @@ namespace {
 constexpr int kLevelAtStart = 50;
 constexpr int kHighestLevel = 100;
 constexpr char kStatusAtRest[] = "Status";
-
-bool IsThere(const Path& path) { return NativeAttributes(path) != INVALID_FILE_ATTRIBUTES; }
+constexpr char kAddTag[] = "frmMain,cmdCustomAdd";  // of both buttons "Add Files"
 
 }  // namespace
 
@@ -58,18 +59,21 @@ void fraShred::Press(int id) {
     case IDC_cmdClear:
       return ClearFiles(manual_);
     case IDC_cmdshredFiles:
-      return ShredManually();
+      ShredManually();
+      return;
     case IDC_cmdAddFolder:
       return AddFolder();
     case IDC_cmdFolClear:
       return folders_.Clear();
     case IDC_cmdShredFolder:
-      return ShredFolders();
-    case IDC_cmdShredAll:
       ShredFolders();
-      return ShredManually();
+      return;
+    case IDC_cmdShredAll:
+      return ShredAll();
     case IDC_cmdCustomAdd:
-      if (AddFiles(scheduled_)) SaveSettingsToFile();
+      reportAndLeave(kAddTag, [this] {
+        if (AddFiles(scheduled_)) SaveSettingsToFile();
+      });
       return;
     case IDC_cmdCustomDeleteAll:
       return ClearScheduled();
@@ -98,12 +102,12 @@ void fraShred::ResetStatus() {
   ::UpdateWindow(Handle());
 }
 
-// Both buttons "Add Files"; they share the tag. True when there are new files on the list.
+// True when there are new files on the list. The count is told of a dialog that was cancelled, too: before it, it may have
+// been the other list's.
 bool fraShred::AddFiles(ShredList& list) {
   std::vector<Path> paths;
-  reportAndLeave("frmMain,cmdCustomAdd", [&] {
+  reportAndLeave(kAddTag, [&] {
     paths = AskForFiles(window_.Window());
-    if (paths.empty()) return;
     const ListBox::Filling quietly(list.List());
     for (const Path& path : paths) list.Add(path);
     ShowFileCount(list.Count());
@@ -119,43 +123,51 @@ void fraShred::ClearFiles(ShredList& list) {
   ResetStatus();
 }
 
-void fraShred::ShredManually() {
+// Gives what was done, as the panel shows it.
+std::string fraShred::ShredManually() {
   if (lstFileShred.ListCount() == 0) {
     ShowMessage("File List is Empty", MB_ICONEXCLAMATION);
-    return;
+    return "";
   }
   txtMessage.SetText(MessageBefore(txtLev.Text()));
-  const int count = manual_.Count();
-  if (count > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
-  const int shredded = RunShred(manual_, txtLev.Text(), nullptr);
+  if (manual_.Count() > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
+  std::string outcome = RunShred(manual_, txtLev, nullptr);
   ClearFiles(manual_);
-  txtMessage.SetText(FilesShredded(shredded, count));
+  txtMessage.SetText(outcome);
+  return outcome;
 }
 
-// Gives the number of files that were shredded. Errors are told where they arise. `*cutShort`, when given, ends the run
-// after the file in hand as soon as it is true; the others stay on the list.
-int fraShred::RunShred(ShredList& list, const std::string& level, const bool* cutShort) {
-  if (list.Count() == 0) {
+// Gives what was done; nothing for an empty list. Errors are told where they arise. The level is what its box says at each
+// file. `*cutShort`, when given, ends the run after the file in hand as soon as it is true. What is gone leaves the list at
+// once: the window may be closed in the middle.
+std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool* cutShort) {
+  ShredRun run(list.Count());
+  if (run.Count() == 0) {
     ShowMessage("Error: Enter a file for shredding!", MB_ICONERROR);
-    return 0;
+    return "";
   }
   const Walk walk(*this);
   DoEvents();
-  const std::vector<Path> paths = list.Collection();
-  PbarShred.SetRange(0, list.Count());
-  ShredRun run(static_cast<int>(paths.size()));
+  PbarShred.SetRange(0, run.Count());
   const ReportBurst burst;
   while (run.GoesOn(cutShort != nullptr && *cutShort)) {
-    const Path& path = paths[static_cast<std::size_t>(run.Steps())];
-    const bool wasThere = IsThere(path);
-    const int reports = burst.Reports();
-    quietly([&] { ShredFile(path, level); });
-    run.Add({.wasThere = wasThere, .isThere = IsThere(path), .failed = burst.Reports() != reports});
+    const int place = run.Steps();
+    const Path path = list.Collection()[static_cast<std::size_t>(place)];
+    const Presence before = PresenceOf(path);
+    RuntimeError failure;
+    quietly([&] { failure = ShredFile(path, level.Text()); });
+    const Presence after = failure ? PresenceOf(path) : Presence::Gone;
+    const ShreddedFile file{.before = before, .after = after, .failure = failure.description};
+    run.Add(file, Narrow(path.Shown()));
+    if (LeavesTheList(file)) list.MarkGone(place);
+    fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
+    DoEventsNowAndThen();  // one of them may end the program, and what is gone has left the list
   }
-  list.RemoveFirst(run.Steps());
+  list.RemoveGone();
   ResetStatus();
-  return run.Shredded();
+  ShowFileCount(list.Count());
+  return run.Outcome();
 }
 
 // The range each time: a run of the scheduled list in the middle of a manual one has set its own.
@@ -169,23 +181,35 @@ void fraShred::AddFolder() {
   if (!folder.IsEmpty()) folders_.Add(folder);
 }
 
-void fraShred::ShredFolders() {
+// Gives what was done, as the panel shows it.
+std::string fraShred::ShredFolders() {
   if (lstFolder.ListCount() == 0) {
     ShowMessage("Folder List is Empty", MB_ICONEXCLAMATION);
-    return;
+    return "";
   }
   const Walk walk(*this);
   int gone = 0;
+  std::string refusals;
   const std::vector<Path> folders = folders_.Collection();
   for (const Path& folder : folders) {
-    const bool wasThere = FolderCheck(folder);
+    if (!FolderCheck(folder)) continue;
     resumeNext([&] {
-      if (wasThere) ShredFolder(folder);
+      const cleaners::FolderRefusal refusal = ShredFolder(folder);
+      if (refusal != cleaners::FolderRefusal::None) refusals += " " + NeverShredded(Narrow(folder.Shown()), refusal);
     });
-    gone += wasThere && !FolderCheck(folder) ? 1 : 0;
+    gone += FolderCheck(folder) ? 0 : 1;
   }
   folders_.Clear();
-  txtMessage.SetText(FoldersDeleted(gone, static_cast<int>(folders.size())));
+  std::string outcome = FoldersDeleted(gone, static_cast<int>(folders.size())) + refusals;
+  txtMessage.SetText(outcome);
+  return outcome;
+}
+
+// Both are told of at the end.
+void fraShred::ShredAll() {
+  const std::string ofFolders = ShredFolders();
+  const std::string ofFiles = ShredManually();
+  if (!ofFolders.empty() && !ofFiles.empty()) txtMessage.SetText(ofFolders + " " + ofFiles);
 }
 
 void fraShred::RemoveSelected(HWND list) {
@@ -193,7 +217,7 @@ void fraShred::RemoveSelected(HWND list) {
   if (list == lstFolder.Handle()) folders_.RemoveSelected();
   if (list == lstFiles.Handle() && !lstFiles.Selected().empty()) {
     RemoveSelectedFiles(scheduled_);
-    SaveSettingsToFile();
+    resumeNext([this] { SaveSettingsToFile(); });
   }
 }
 
@@ -202,10 +226,21 @@ void fraShred::RemoveSelectedFiles(ShredList& list) {
   ShowFileCount(list.Count());
 }
 
+// By their places: the system would name the group box around them.
+HWND fraShred::ListAt(POINT place) const {
+  for (const ListBox* list : {&lstFileShred, &lstFolder, &lstFiles}) {
+    RECT area;
+    ::GetWindowRect(list->Handle(), &area);
+    ::MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&area), 2);
+    if (::PtInRect(&area, place)) return list->Handle();
+  }
+  return nullptr;
+}
+
 // On one of the manual lists everything goes where it belongs, folders to the folders; the scheduled one takes files alone.
 void fraShred::TakeDrop(WPARAM drop) {
   const DroppedFiles dropped = TakeDroppedFiles(drop);
-  const HWND at = ::ChildWindowFromPoint(Handle(), dropped.place);
+  const HWND at = ListAt(dropped.place);
   const bool scheduled = at == lstFiles.Handle();
   if (walks_ > 0 || (!scheduled && at != lstFileShred.Handle() && at != lstFolder.Handle())) return;
   ShredList& files = scheduled ? scheduled_ : manual_;
@@ -217,7 +252,7 @@ void fraShred::TakeDrop(WPARAM drop) {
       folders_.Add(path);
   }
   if (files.Count() != before) ShowFileCount(files.Count());
-  if (scheduled) SaveSettingsToFile();
+  if (scheduled) resumeNext([this] { SaveSettingsToFile(); });
 }
 
 // The scheduled list
@@ -234,26 +269,36 @@ void fraShred::LoadFiles() {
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
   std::vector<WideText> lines;
-  for (int line = 0; line < lstFiles.ListCount(); ++line) {
-    lines.push_back(lstFiles.Item(line));
+  for (WideText& line : scheduled_.Lines()) {
+    lines.push_back(std::move(line));
     DoEventsNowAndThen();
   }
-  StoreList(lines);
+  TellIfNotSaved([&] { StoreList(lines); });
+  fileHasMore_ = false;
+}
+
+// The change would be lost at the next start, and the report of it shows on line alone.
+void fraShred::TellIfNotSaved(Statement save) {
+  const RuntimeError failure = failureOf(save);
+  if (!failure) return;
+  txtMessage.SetText(ListNotSaved(failure.description));
+  throw failure;
 }
 
 void fraShred::ClearScheduled() {
   ClearFiles(scheduled_);
-  DeleteStoredList();
+  TellIfNotSaved([] { DeleteStoredList(); });
+  fileHasMore_ = false;
 }
 
 // A stop request that was there before the run is an earlier run's.
 void fraShred::ShredDelete() {
   const bool* const cutShort = StopErase ? nullptr : &StopErase;
-  const std::vector<WideText> ofTheFileAlone = scheduled_.LinesOfTheFileAlone();
-  const bool changes = scheduled_.Count() > 0;
-  reportAndLeave("frmMain,ShredDelete", [&] { RunShred(scheduled_, txtLevel.Text(), cutShort); });
-  if (!changes) return;
-  lstFiles.ListCount() > 0 ? SaveSettingsToFile() : StoreList(ofTheFileAlone);
+  reportAndLeave("frmMain,ShredDelete", [&] {
+    const std::string outcome = RunShred(scheduled_, txtLevel, cutShort);
+    if (!outcome.empty()) txtMessage.SetText(outcome);
+    if (fileHasMore_) SaveSettingsToFile();
+  });
 }
 
 }  // namespace shred

@@ -8,6 +8,7 @@
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
+#include "platform/runtime_error.h"
 #include "settings/bound_controls.h"
 #include "settings/schema.h"
 #include "shred/fraShred_ids.h"
@@ -22,18 +23,19 @@ class fraShred final : public Panel {
   explicit fraShred(MainWindow& window);
   // The scheduled list from and to its file "QUELLIX_Shred" in the program's folder. Loading fills the list box alone: a
   // scheduled run goes by the collection and finds nothing until files are added: what a session
-  // has not chosen itself is not shredded.
+  // has not chosen itself is not shredded. Saving raises when the file cannot be written, and the panel says so.
   void LoadFiles();
   void SaveSettingsToFile();
 
   // Shreds the files of the scheduled collection; the first step of an erase run. A stop request that comes meanwhile ends
-  // it after the file in hand, and what was not shredded stays on the list. The list's file keeps no name of a file that is
-  // gone; those that the collection did not know stay in it, to be listed again at the next start.
+  // it after the file in hand. What is gone leaves the list and its file, also when the program ends in mid-run; what is
+  // left, or out of reach, stays in both.
   void ShredDelete();
 
-  // Whether an erase run begins with the scheduled list, and whether there is one to be saved.
+  // Whether an erase run begins with the scheduled list, and whether there is one to be saved: an empty one only while its
+  // file still has the names of shredded files.
   bool IsScheduleOn() const { return chkOptions.Value() == 1; }
-  bool HasScheduledFiles() const { return lstFiles.ListCount() > 0; }
+  bool HasListToSave() const { return lstFiles.ListCount() > 0 || fileHasMore_; }
 
   // Panel
   void LoadEraseSettings() override;
@@ -61,16 +63,19 @@ class fraShred final : public Panel {
   bool AddFiles(ShredList& list);
   void ClearFiles(ShredList& list);
   void ClearScheduled();
-  void ShredManually();
-  int RunShred(ShredList& list, const std::string& level, const bool* cutShort);
+  void TellIfNotSaved(Statement save);
+  std::string ShredManually();
+  std::string RunShred(ShredList& list, const TextBox& level, const bool* cutShort);
   void ShowStep(int step, int count);
   void AddFolder();
-  void ShredFolders();
+  std::string ShredFolders();
+  void ShredAll();
   void ShowFileCount(int count);
   void ResetStatus();
   void RemoveSelected(HWND list);
   void RemoveSelectedFiles(ShredList& list);
   void TakeDrop(WPARAM drop);
+  HWND ListAt(POINT place) const;  // null for none
 
   MainWindow& window_;
   settings::SettingCheckBox chkOptions{*this, IDC_chkOptions, settings::Setting::chkOptions};  // of the scheduled list
@@ -91,6 +96,7 @@ class fraShred final : public Panel {
   ShredList scheduled_{lstFiles};
   frmAddDir addDir_;
   int walks_ = 0;
+  bool fileHasMore_ = false;  // the list's file than the list
 };
 
 }  // namespace shred

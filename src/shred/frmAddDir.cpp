@@ -35,14 +35,34 @@ void frmAddDir::OnInit() {
 void frmAddDir::OnNotification(int id, int notification) {
   if (id == IDC_drvList && notification == CBN_SELCHANGE) ChangeDrive();
   if (id == IDC_dirList && notification == LBN_DBLCLK) OpenSelected();
+  if (id == IDC_dirList) ShowWhatEnterDoes();
+}
+
+// The system looks for a letter at the beginning of a line, where the blanks are.
+bool frmAddDir::OnKey(const MSG& message) {
+  if (message.message != WM_CHAR || message.hwnd != dirList.Handle() || message.wParam <= ' ') return false;
+  ChooseByLetter(static_cast<char>(message.wParam));
+  return true;
+}
+
+void frmAddDir::ChooseByLetter(char letter) {
+  const int line = NextLineWith(shown_, dirList.ListIndex(), Widen(std::string(1, letter)));
+  if (line < 0) return;
+  dirList.Select(line);
+  ShowWhatEnterDoes();
+}
+
+// "Add" looks like the default button where Enter adds. In the list it opens a folder that is not the opened one, as a
+// double click does: then no button is the default.
+void frmAddDir::ShowWhatEnterDoes() {
+  const bool opens = ::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened;
+  ::SendMessageA(Handle(), DM_SETDEFID, opens ? 0 : IDC_cmdAdd, 0);
 }
 
 void frmAddDir::OnClick(int id) {
   if (id == IDC_cmdCancel) return Close();
-  if (id != IDC_cmdAdd) return;
-  // Enter in the list presses the default button; there it opens the chosen folder first, as a double click does.
-  if (::GetFocus() == dirList.Handle() && dirList.ListIndex() != shown_.opened) return OpenSelected();
-  Add();
+  if (id == IDOK) return OpenSelected();  // Enter where no button is the default
+  if (id == IDC_cmdAdd) Add();
 }
 
 // A folder that cannot be read is not opened; what is shown stays.
@@ -52,6 +72,7 @@ void frmAddDir::Open(const Path& folder) {
   dirList.Clear();
   for (const FolderLine& line : shown_.lines) dirList.AddItem(line.text);
   dirList.Select(shown_.opened);
+  ShowWhatEnterDoes();
 }
 
 void frmAddDir::OpenSelected() {

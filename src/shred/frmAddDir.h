@@ -20,12 +20,15 @@ class frmAddDir final : public Dialog {
   void OnInit() override;
   void OnClick(int id) override;
   void OnNotification(int id, int notification) override;
+  bool OnKey(const MSG& message) override;
 
   void Open(const Path& folder);
   void OpenSelected();
   void ChangeDrive();
   void ShowDrive();
   void Add();
+  void ChooseByLetter(char letter);
+  void ShowWhatEnterDoes();
 
   ComboBox drvList{*this, IDC_drvList};
   ListBox dirList{*this, IDC_dirList};

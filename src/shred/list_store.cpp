@@ -27,13 +27,13 @@ std::optional<std::vector<WideText>> StoredList() {
 
 void StoreList(const std::vector<WideText>& lines) {
   quietly([] { TakeAttributesAway(); });
-  quietly([&] { ReplaceWholeFile(ListFile(), ListFileText(lines)); });
+  ReplaceWholeFile(ListFile(), ListFileText(lines));
 }
 
 void DeleteStoredList() {
   if (!Validate(ListFile())) return;
   resumeNext([] { TakeAttributesAway(); });
-  NativeDeleteFile(ListFile());
+  if (!NativeDeleteFile(ListFile())) RaiseLastError();
 }
 
 }  // namespace shred

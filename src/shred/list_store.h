@@ -12,9 +12,10 @@ using namespace platform;
 // Its lines; nothing when there is no file that can be opened. Raises the system's error when it cannot be read.
 std::optional<std::vector<WideText>> StoredList();
 
-// A read-only file of that name is written all the same. When the writing fails, the old list stays whole.
+// A read-only file of that name is written all the same. Raises when the writing fails; the old list then stays whole.
 void StoreList(const std::vector<WideText>& lines);
 
+// Nothing when there is none. Raises when it cannot be deleted.
 void DeleteStoredList();
 
 }  // namespace shred

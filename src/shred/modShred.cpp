@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "platform/ErroHandle.h"
 #include "platform/handles.h"
@@ -11,6 +12,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
+#include "platform/wide_system.h"
 #include "shred/block_writer.h"
 #include "shred/overwrite_sequence.h"
 
@@ -21,8 +23,20 @@ namespace {
 
 constexpr char kSourceTag[] = "modShred,DeleteFileShred";
 
-// Runs one statement of DeleteFileShred; its failure is reported and the next one runs.
-void Try(Statement statement) { reportAndLeave(kSourceTag, statement); }
+// What fails in DeleteFileShred is reported, and the next statement runs.
+class Failures {
+ public:
+  void Tell(const RuntimeError& failure) {
+    if (!failure) return;
+    if (!first_) first_ = failure;
+    ReportError(kSourceTag, failure);
+  }
+  void Try(Statement statement) { Tell(failureOf(statement)); }
+  const RuntimeError& First() const { return first_; }
+
+ private:
+  RuntimeError first_;
+};
 
 // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
 // in, and a link's target is not what is deleted afterwards.
@@ -43,12 +57,24 @@ void PutAt(HANDLE file, std::uint32_t offset, std::string_view bytes) {
   WriteOrRaise(file, bytes.data(), bytes.size());
 }
 
-void WriteSequence(HANDLE file, std::int16_t repeatCount) {
+// Put together once for all files in a row that have the same level: it takes as long as opening a file.
+const std::vector<Block>& BlocksOf(std::int16_t repeatCount) {
+  static std::vector<Block> blocks;
+  static std::int16_t ofCount = 0;
+  if (blocks.empty() || ofCount != repeatCount) {
+    std::vector<ItemRun> items;
+    for (const OverwriteRun& run : OverwriteSequence(repeatCount))
+      if (run.count > 0) items.push_back({run.item, static_cast<std::size_t>(run.count)});
+    blocks = InBlocks(items);
+    ofCount = repeatCount;
+  }
+  return blocks;
+}
+
+void WriteSequence(HANDLE file, std::int16_t repeatCount, Failures& failures) {
   BlockWriter writer([file](std::uint32_t offset, std::string_view bytes) { PutAt(file, offset, bytes); },
-                     [](const RuntimeError& reason) { ReportError(kSourceTag, reason); });
-  for (const OverwriteRun& run : OverwriteSequence(repeatCount))
-    if (run.count > 0) writer.Write(run.item, static_cast<std::size_t>(run.count));
-  writer.Flush();
+                     [&failures](const RuntimeError& reason) { failures.Tell(reason); });
+  for (const Block& block : BlocksOf(repeatCount)) writer.Write(block);
 }
 
 // Setting them takes as long as all the rest, so only where there is something to clear.
@@ -65,34 +91,49 @@ void Close(UniqueFile& file) {
   if (!flushed) RaiseSystemError(reason);
 }
 
+bool MayBeOnAnotherMedium(const Path& path) {
+  const std::string drive = Narrow(DrivePart(path.Shown()));
+  if (drive.empty()) return false;  // a share
+  const UINT type = ::GetDriveTypeA((drive + "\\").c_str());
+  return type == DRIVE_REMOVABLE || type == DRIVE_CDROM;
+}
+
 }  // namespace
+
+Presence PresenceOf(const Path& path) {
+  if (NativeAttributes(path) != INVALID_FILE_ATTRIBUTES) return Presence::There;
+  const bool missing = ::GetLastError() == ERROR_FILE_NOT_FOUND;
+  return missing && !MayBeOnAnotherMedium(path) ? Presence::Gone : Presence::OutOfReach;
+}
 
 bool Validate(const Path& path) {
   return static_cast<bool>(NativeOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
 }
 
-// A "\" at the end makes a folder of it.
-bool Validate(WideView text) { return !text.ends_with(L'\\') && Validate(PathOf(text)); }
-
-void DeleteFileShred(const Path& path, const std::string& levelText) {
+RuntimeError DeleteFileShred(const Path& path, const std::string& levelText) {
   const ReportBurst burst;
+  Failures failures;
   std::int16_t repeatCount = 0;
   UniqueFile file;
-  Try([&] { repeatCount = RepeatCount(levelText); });
-  Try([&] { file = OpenForOverwriting(path); });
-  WriteSequence(file.get(), repeatCount);
-  Try([&] { Close(file); });
-  Try([&] {
+  failures.Try([&] { repeatCount = RepeatCount(levelText); });
+  failures.Try([&] { file = OpenForOverwriting(path); });
+  WriteSequence(file.get(), repeatCount, failures);
+  failures.Try([&] { Close(file); });
+  failures.Try([&] {
     if (!NativeDeleteFile(path)) RaiseLastError();
   });
+  return failures.First();
 }
 
-void ShredFile(const Path& path, const std::string& levelText) {
-  if (Validate(path)) {
+RuntimeError ShredFile(const Path& path, const std::string& levelText) {
+  RuntimeError failure = failureOf([&] {
+    if (!Validate(path)) RaiseLastError();
+  });
+  if (!failure) {
     TakeAttributesAway(path);
-    DeleteFileShred(path, levelText);
+    failure = DeleteFileShred(path, levelText);
   }
-  DoEventsNowAndThen();
+  return failure;
 }
 
 }  // namespace shred

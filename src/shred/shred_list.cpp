@@ -26,31 +26,39 @@ void ShredList::RemoveSelected() {
 
 void ShredList::Clear() {
   collection_.clear();
+  gone_.clear();
   list_.Clear();
 }
 
-std::vector<WideText> ShredList::LinesOfTheFileAlone() const {
-  std::vector<WideText> known;
-  for (const Path& path : collection_) known.push_back(path.Shown());
-  std::sort(known.begin(), known.end());
-  std::vector<WideText> lines;
-  for (int line = 0; line < list_.ListCount(); ++line)
-    if (!std::binary_search(known.begin(), known.end(), list_.Item(line))) lines.push_back(list_.Item(line));
+std::map<WideText, int> ShredList::GoneLines() const {
+  std::map<WideText, int> lines;
+  for (const int place : gone_) ++lines[collection_[static_cast<std::size_t>(place)].Shown()];
   return lines;
 }
 
-void ShredList::RemoveFirst(int count) {
-  if (count >= Count()) return Clear();
-  const ListBox::Filling quietly(list_);
-  for (int taken = 0; taken < count; ++taken) {
-    const WideText text = collection_[static_cast<std::size_t>(taken)].Shown();
-    for (int line = 0; line < list_.ListCount(); ++line) {
-      if (list_.Item(line) != text) continue;
-      list_.RemoveItem(line);
-      break;
-    }
+std::vector<WideText> ShredList::Lines() const {
+  std::map<WideText, int> gone = GoneLines();
+  std::vector<WideText> lines;
+  for (int line = 0; line < list_.ListCount(); ++line) {
+    const auto found = gone.find(list_.Item(line));
+    if (found == gone.end() || found->second-- <= 0) lines.push_back(list_.Item(line));
   }
-  collection_.erase(collection_.begin(), collection_.begin() + count);
+  return lines;
+}
+
+void ShredList::RemoveGone() {
+  if (static_cast<int>(gone_.size()) == list_.ListCount()) return Clear();
+  std::map<WideText, int> gone = GoneLines();
+  const ListBox::Filling quietly(list_);
+  for (int line = 0; line < list_.ListCount();) {
+    const auto found = gone.find(list_.Item(line));
+    if (found != gone.end() && found->second-- > 0)
+      list_.RemoveItem(line);
+    else
+      ++line;
+  }
+  for (auto place = gone_.rbegin(); place != gone_.rend(); ++place) collection_.erase(collection_.begin() + *place);
+  gone_.clear();
 }
 
 }  // namespace shred

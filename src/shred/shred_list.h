@@ -2,6 +2,7 @@
 // same paths in the same order, unless the list was filled from its file alone.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "platform/controls.h"
@@ -23,11 +24,11 @@ class ShredList {
   void RemoveSelected();
   void Clear();
 
-  // The lines that the collection does not know.
-  std::vector<WideText> LinesOfTheFileAlone() const;
-
-  // The first `count` paths of the collection and as many lines; everything when that is all there is.
-  void RemoveFirst(int count);
+  // A path of the collection that is gone. It and its line, the first one that reads like it, leave at RemoveGone, all at
+  // once; to Lines it has left already.
+  void MarkGone(int place) { gone_.push_back(place); }
+  void RemoveGone();
+  std::vector<WideText> Lines() const;
 
   ListBox& List() { return list_; }
   const std::vector<Path>& Collection() const { return collection_; }
@@ -35,7 +36,10 @@ class ShredList {
 
  private:
   ListBox& list_;
+  std::map<WideText, int> GoneLines() const;  // how many of each
+
   std::vector<Path> collection_;
+  std::vector<int> gone_;  // places in the collection, upwards
 };
 
 }  // namespace shred

@@ -38,10 +38,14 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   if (std::none_of(names.begin(), names.end(), [](const WideText& name) { return Holds(name, u",\"\xFFFD"); }))
     PROPERTY(ReadKeepList(KeepListText(names)) == names, "[%s]", text.c_str());
 
-  // One line goes for each kept one at most, and what stays stays in its order.
-  const CookieNames left =
-      WithoutKept(names, {names.begin(), names.begin() + static_cast<std::ptrdiff_t>(names.size() / 2)});
-  PROPERTY(left.size() == names.size() - names.size() / 2, "%zu of %zu", left.size(), names.size());
-  PROPERTY(WithoutKept(names, names).empty(), "a cookie is kept beside itself");
+  // What is kept and is there comes first, and nothing else; none is lost.
+  const CookieNames half(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(names.size() / 2));
+  CookieNames sorted = names;
+  PROPERTY(PutKeptFirst(sorted, half) == half.size(), "of %zu kept ones", half.size());
+  for (std::size_t place = 0; place < half.size(); ++place)
+    PROPERTY(IsSameCookie(sorted[place], half[place]), "another one at place %zu", place);
+  PROPERTY(sorted.size() == names.size(), "%zu names", names.size());
+  CookieNames none;
+  PROPERTY(PutKeptFirst(none, names) == 0, "a cookie is found that is gone");
   return 0;
 }

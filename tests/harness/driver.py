@@ -37,6 +37,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
     windows    the Windows version that Wine shows to the program ("win98", "winxp", ...)
     language   the locale that decides the ANSI code page, and `user` whose profile it is (tools/wine_home.py)
     environment  the user's own variables
+    screen     its size in pixels, `dpi` how many of them are an inch, `font` what dialogs get for "MS Sans Serif"
     prepare    called with the WineHome before the program starts, to lay out files
     """
 
@@ -44,13 +45,18 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
                  registry: dict | None = None, settings: dict | None = None, app_title: str = RUNNING_TITLE,
                  windows: str | None = None, prepare=None, start: bool = True, arguments: str = "",
                  ids: dict | None = None, main_class: str = "frmMain", language: str = WESTERN, user: str = USER,
-                 environment: dict[str, str] | None = None):
+                 environment: dict[str, str] | None = None, screen: str = SIZE, dpi: int = 0, font: str = ""):
         self.name = name
+        self.screen = screen
         self.desktop = "quellix"
         self.files, self.program = files, program
         self.registry = dict(registry or {})
         for section, values in (settings or {}).items():
             self.registry[rf"HKCU\Software\Quellix\{app_title}\{section}"] = values
+        if dpi:
+            self.registry[r"HKCU\Control Panel\Desktop"] = {"LogPixels": dpi}
+        if font:
+            self.registry[r"HKCU\Software\Wine\Fonts\Replacements"] = {"MS Sans Serif": font}
         if environment:
             self.registry[r"HKCU\Environment"] = environment
         self.app_title, self.windows_version, self.prepare = app_title, windows, prepare
@@ -76,7 +82,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
 
     def _set_up(self) -> None:
         probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32")
-        self.display = self._leave.enter_context(Display(SIZE))
+        self.display = self._leave.enter_context(Display(self.screen))
         self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name, language=self.language,
                                                           user=self.user))
         shutil.copy2(probe, self.home.c / "uiprobe.exe")
@@ -100,7 +106,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
 
     def _open_desktop(self) -> None:
         # Its output goes nowhere: the services that the first program of a prefix starts would hold a pipe open.
-        self.explorer = self.home.start("explorer", f"/desktop={self.desktop},{SIZE}", stdin=subprocess.DEVNULL,
+        self.explorer = self.home.start("explorer", f"/desktop={self.desktop},{self.screen}", stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._leave.callback(self._reap, self.explorer)
         # A program that comes before the desktop is on the screen starts a second shell for it, with a taskbar of its own.
@@ -175,7 +181,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         told = self.probe.ask("ended", pid)
         return told.code if told.ended else None
 
-    def wait_ended(self, pid: int | None = None, seconds: float = 30) -> int:
+    def wait_ended(self, pid: int | None = None, seconds: float = 120) -> int:
         process = pid or self.pid
 
         def over():
@@ -205,7 +211,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         """Loads a library into the program, as the shell's extensions are loaded into every program."""
         self.probe.ask("load", self.pid, library)
 
-    def second_instance(self, arguments: str = "", seconds: float = 30) -> int:
+    def second_instance(self, arguments: str = "", seconds: float = 120) -> int:
         """Starts another copy on the same desktop, waits for its end and returns its exit code."""
         return self.wait_ended(self.start(rf"C:\Quellix\{self.program}", arguments), seconds)
 

@@ -68,7 +68,7 @@ PANELS = [
         ("Frame3", "Help Pages"): {
             "lblHelp": "Quellix comes with an easy to use interface. In case of any problems, access our online help at",
             "Label16": None},
-        ("Frame9", None): {"lblContact": "If you have any questions or query", "Label22": "Click here to contact us"},
+        ("Frame9", ""): {"lblContact": "If you have any questions or query", "Label22": "Click here to contact us"},
         ("Frame2", "About Us"): {"picAbout": None, "lblAbout": None},
     }),
 ]

@@ -22,7 +22,7 @@ class Clock:
 
     @contextlib.contextmanager
     def time_held(self):
-        """Within it no time passes for the program, but by `pass_a_second`: a run stays in the pause after an item."""
+        """Within it no time passes for the program, but by `pass_time`: a run stays in the pause after an item."""
         if self._clocked_pid == self.pid:
             self._write(held=True)
         else:
@@ -39,7 +39,10 @@ class Clock:
 
     def pass_a_second(self) -> None:
         """Ends a pause. It does nothing when the program is gone."""
-        self._moved += 1000
+        self.pass_time(1000)
+
+    def pass_time(self, milliseconds: int) -> None:
+        self._moved += milliseconds
         self._write(held=True)
         with contextlib.suppress(LookupError):
             self.post(None, 0)  # it looks at the clock when something comes

@@ -158,7 +158,10 @@ class Input:
 
     @contextlib.contextmanager
     def held(self, *keys: str):
-        """Holds keys down for as long as the block runs."""
+        """Holds keys down for as long as the block runs.
+
+        The last one goes up first, and the others once a program that looks at the keyboard now and then has seen it.
+        """
         down: list[str] = []
         try:
             for one in keys:
@@ -167,6 +170,9 @@ class Input:
             yield
         finally:
             for one in reversed(down):
+                if one != down[-1]:
+                    begin = self.probe.ask("input").now
+                    wait_for("some looks at the keyboard", lambda since=begin: self.probe.ask("input").now - since > 200)
                 self.keyup(one)
 
     def type_text(self, text: str) -> None:
@@ -181,7 +187,7 @@ class Input:
         self.type_text(text)
         self.wait_text(name, text, window)
 
-    def settle(self, name, window=None, seconds: float = 30) -> None:
+    def settle(self, name, window=None, seconds: float = 120) -> None:
         """Waits until the window thread of a control on show has worked off its input.
 
         For tests that nothing happens: a window paints only when no input is left for it.

@@ -26,13 +26,13 @@ class Popups:
                               icon=self.probe.ask("stockicon", icons[0].hwnd).icon if icons else None))
         return found
 
-    def wait_box(self, title: str | None = None, seconds: float = 20) -> View:
+    def wait_box(self, title: str | None = None, seconds: float = 120) -> View:
         """The message box in front, when it has come and can be pressed."""
         def come():
             return next((b for b in self.boxes() if title in (None, b.title) and b.buttons), None)
         return wait_for(f"a message box titled {title!r}", come, seconds)
 
-    def press_button_in_box(self, caption: str, title: str | None = None, seconds: float = 20) -> View:
+    def press_button_in_box(self, caption: str, title: str | None = None, seconds: float = 120) -> View:
         """Waits for a message box, clicks one of its buttons, waits until it is gone and returns what it was."""
         box = self.wait_box(title, seconds)
         found = [b for b in box.parts if _plain(b.text) == caption]
@@ -42,7 +42,7 @@ class Popups:
         wait_for(f"the box {box.title!r} to close", lambda: all(w.hwnd != box.hwnd or not w.visible for w in self.windows()))
         return box
 
-    def file_dialog(self, seconds: float = 20) -> tuple[View, View]:
+    def file_dialog(self, seconds: float = 120) -> tuple[View, View]:
         """The open-file dialog on show, and the box in it that takes names."""
         def come():
             for window in self.find_windows("#32770"):
@@ -53,7 +53,7 @@ class Popups:
             return None
         return wait_for("the dialog to choose a file", come, seconds)
 
-    def answer_file_dialog(self, *paths: str, seconds: float = 20) -> None:
+    def answer_file_dialog(self, *paths: str, seconds: float = 120) -> None:
         """Enters one or more paths, all of one folder, in the open-file dialog on show and presses Enter."""
         window, box = self.file_dialog(seconds)
 
@@ -86,10 +86,10 @@ class Popups:
         _, top, right, bottom = bar.rect
         return View(rect=[right - (bottom - top), top, right, bottom])
 
-    def wait_icon(self, seconds: float = 20) -> View:
+    def wait_icon(self, seconds: float = 120) -> View:
         return wait_for("the notification icon", self.icon, seconds)
 
-    def wait_no_icon(self, seconds: float = 20) -> None:
+    def wait_no_icon(self, seconds: float = 120) -> None:
         wait_for("the notification icon to go", lambda: not self.icon(), seconds)
 
     def click_icon(self, button: int = 1) -> None:
@@ -120,7 +120,7 @@ class Popups:
         self.wait_no_icon()
         self.probe.ask("broadcast", "TaskbarCreated")
 
-    def popup(self, seconds: float = 20) -> list[View]:
+    def popup(self, seconds: float = 120) -> list[View]:
         """The entries of the popup menu on show: text, enabled, checked, separator, default, rect."""
         def come():
             window = self.find_window("#32768")
@@ -133,7 +133,7 @@ class Popups:
             return [View(e, text=_plain(e.text)) for e in entries] or None
         return wait_for("a popup menu", come, seconds)
 
-    def pick(self, caption: str, seconds: float = 20) -> None:
+    def pick(self, caption: str, seconds: float = 120) -> None:
         """Clicks an entry of the popup menu on show and waits until the menu is gone."""
         entries = self.popup(seconds)
         entry = next((e for e in entries if e.text == caption), None)
@@ -142,7 +142,7 @@ class Popups:
         self.click_at(*entry.centre)
         self.wait_no_window("#32768")
 
-    def pick_by_keys(self, caption: str, seconds: float = 20) -> None:
+    def pick_by_keys(self, caption: str, seconds: float = 120) -> None:
         """Picks an entry of the popup menu on show with arrows and Enter."""
         reachable = [e.text for e in self.popup(seconds) if not e.separator]
         for _ in range(reachable.index(caption) + 1):

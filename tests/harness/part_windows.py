@@ -21,12 +21,12 @@ class Windows:
         return next(iter(self.find_windows(class_name, title, visible, pid)), None)
 
     def wait_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
-                    seconds: float = 20) -> View:
+                    seconds: float = 120) -> View:
         return wait_for(f"a window, class {class_name}, title {title}, visible {visible}",
                         lambda: self.find_window(class_name, title, visible), seconds)
 
     def wait_no_window(self, class_name: str | None = None, title: str | None = None, visible: bool | None = True,
-                       seconds: float = 20) -> None:
+                       seconds: float = 120) -> None:
         wait_for(f"the window to go, class {class_name}, title {title}, visible {visible}",
                  lambda: not self.find_window(class_name, title, visible), seconds)
 
@@ -99,7 +99,7 @@ class Windows:
             return answer if answer.answered else None
         return wait_for(f"{name} to tell its lines", told)["items"]
 
-    def wait_control(self, name, condition, what: str = "", window=None, seconds: float = 20) -> View:
+    def wait_control(self, name, condition, what: str = "", window=None, seconds: float = 120) -> View:
         """Waits until `condition(view)` holds and returns the view."""
         last: list = [None]
 
@@ -114,19 +114,19 @@ class Windows:
         except TimeoutError as e:
             raise TimeoutError(f"{e}; it is {last[0] and dict(last[0])}") from None
 
-    def wait_text(self, name, text, window=None, seconds: float = 20) -> str:
+    def wait_text(self, name, text, window=None, seconds: float = 120) -> str:
         """Waits until a control shows a text, or one that matches a compiled expression."""
         fits = text.search if isinstance(text, re.Pattern) else text.__eq__
         return self.wait_control(name, lambda c: fits(c.text), f"to show {text!r}", window, seconds).text
 
-    def wait_checked(self, name, checked: bool = True, window=None, seconds: float = 20) -> None:
+    def wait_checked(self, name, checked: bool = True, window=None, seconds: float = 120) -> None:
         what = f"to be {'checked' if checked else 'unchecked'}"
         self.wait_control(name, lambda c: c.checked == checked, what, window, seconds)
 
-    def wait_enabled(self, name, enabled: bool = True, window=None, seconds: float = 20) -> None:
+    def wait_enabled(self, name, enabled: bool = True, window=None, seconds: float = 120) -> None:
         self.wait_control(name, lambda c: c.enabled == enabled, f"to be enabled: {enabled}", window, seconds)
 
-    def wait_visible(self, name, visible: bool = True, window=None, seconds: float = 20) -> None:
+    def wait_visible(self, name, visible: bool = True, window=None, seconds: float = 120) -> None:
         self.wait_control(name, lambda c: c.visible == visible, f"to be visible: {visible}", window, seconds)
 
     def hide_window(self, window=None) -> None:
@@ -138,14 +138,14 @@ class Windows:
         bar = self.control("stBar", window)
         return bar.simple_text if bar.simple else "".join(bar.parts[part:part + 1])
 
-    def wait_status(self, text: str, part: int = 1, seconds: float = 20) -> None:
+    def wait_status(self, text: str, part: int = 1, seconds: float = 120) -> None:
         wait_for(f"the status bar to say {text!r}", lambda: self.status_text(part) == text, seconds)
 
     def focus(self) -> View:
         """The control that has the keyboard, in the window in front."""
         return self.probe.ask("focus")
 
-    def wait_focus(self, name, window=None, seconds: float = 20) -> None:
+    def wait_focus(self, name, window=None, seconds: float = 120) -> None:
         wait_for(f"the keyboard to be on {name}", lambda: self.focus().hwnd == self.handle(name, window), seconds)
 
     def foreground(self) -> View | None:

@@ -1,8 +1,10 @@
 """What the tests of the shipped program share: its start with chosen settings, its log, its title bar."""
+import contextlib
 import unittest
 
 from tests.harness.driver import RUNNING_TITLE, WM_CLOSE, Desktop, wait_for
 from tests.harness.items import ITEMS
+from tests.harness.proxy import start_proxy
 
 CAPTION = "Quellix v1.0"
 STARTED = "Displaying Main Settings"
@@ -11,8 +13,8 @@ DONE = ["", "Quellix has successfully erased selected item(s)."]
 STORE = rf"Software\Quellix\{RUNNING_TITLE}"
 
 # An address where nobody listens: the program then is off line on every machine and reports no error.
-OFF_LINE = {r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings":
-            {"ProxyEnable": 1, "ProxyServer": "127.0.0.1:9"}}
+INTERNET_SETTINGS, NOBODY = r"Software\Microsoft\Windows\CurrentVersion\Internet Settings", "127.0.0.1:9"
+OFF_LINE = {rf"HKCU\{INTERNET_SETTINGS}": {"ProxyEnable": 1, "ProxyServer": NOBODY}}
 
 WM_NCHITTEST = 0x0084
 MINIMISE_BUTTON, CLOSE_BUTTON = 8, 20
@@ -28,12 +30,13 @@ def only(*keys: str) -> dict[str, dict[str, str]]:
 class ProgramCase(unittest.TestCase):
     """One desktop for a class; each test starts the program anew with the settings it needs."""
 
+    desktop = Desktop
     options: dict = {}
 
     @classmethod
     def setUpClass(cls):
         name = f"{cls.__module__.rpartition('.')[2].removeprefix('test_')}-{cls.__name__}".lower()
-        cls.d = cls.enterClassContext(Desktop(name, start=False, registry=OFF_LINE, **cls.options))
+        cls.d = cls.enterClassContext(cls.desktop(name, start=False, registry=OFF_LINE, **cls.options))
 
     def start(self, settings: dict | None = None, wait_until_started: bool = True, library: str | None = None) -> None:
         """Starts the program with no other stored settings than these."""
@@ -69,6 +72,15 @@ class ProgramCase(unittest.TestCase):
             self.assertEqual(d.wait_ended(), 0)
         # The taskbar would show the icon of an ended program for a while.
         d.wait_no_icon()
+
+    @contextlib.contextmanager
+    def on_line(self):
+        """Every web page is there, which is what the program takes for being on line."""
+        self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", start_proxy(self.d.home.c / "requests.txt"))
+        try:
+            yield
+        finally:
+            self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", NOBODY)
 
     # The Erase panel
 

@@ -1,4 +1,4 @@
-"""A proxy on this machine that has every page of the world and writes down what it is asked for.
+"""A proxy on this machine that has every page of the world and writes down what it is asked for, and with which headers.
 
 With it the machine is on line to the program, which then reports its errors.
 """
@@ -16,6 +16,8 @@ def start_proxy(requests: Path) -> str:
             with requests.open("a") as log:
                 page = self.path.replace(":80/", "/")  # the port that a page has without saying so
                 log.write(f"GET {page} by {self.headers['User-Agent']}\n")
+            with requests.with_name("headers.txt").open("a") as log:
+                log.writelines(f"{name}: {text}\n" for name, text in self.headers.items())
             self.send_response(200)
             self.send_header("Content-Length", "2")
             self.end_headers()

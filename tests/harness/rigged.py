@@ -33,5 +33,5 @@ class RiggedCase(ProgramCase):
         lines = record.read_text(errors="replace").splitlines() if record.exists() else []
         return [line.partition(" ")[2] for line in lines if line.partition(" ")[0] == function]
 
-    def wait_call(self, function: str, seconds: float = 30) -> str:
+    def wait_call(self, function: str, seconds: float = 120) -> str:
         return wait_for(f"a call of {function}", lambda: self.calls(function), seconds)[0]

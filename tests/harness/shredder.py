@@ -1,16 +1,13 @@
 """What the tests of the panel "Shredder" share: files to shred, the file dialog, drops, and what an overwrite leaves."""
-import contextlib
 import os
 import shutil
 from pathlib import Path
 
 from tests.harness.driver import PROGRAMS, compile_windows_program, wait_for
 from tests.harness.part_registry import RUNNING_TITLE
-from tests.harness.program import OFF_LINE, ProgramCase, only
-from tests.harness.proxy import start_proxy
+from tests.harness.program import ProgramCase, only
 
 LIST_FILE = "QUELLIX_Shred"
-INTERNET_SETTINGS = r"Software\Microsoft\Windows\CurrentVersion\Internet Settings"
 PBM_GETPOS = 0x0408
 
 
@@ -106,7 +103,7 @@ class ShredderCase(ProgramCase):
     def count(self, name: str) -> int:
         return self.d.send(self.d.handle(name), 0x018B).result  # LB_GETCOUNT
 
-    def wait_count(self, name: str, count: int, seconds: float = 30) -> None:
+    def wait_count(self, name: str, count: int, seconds: float = 120) -> None:
         wait_for(f"{count} lines in {name}", lambda: self.count(name) == count, seconds)
 
     def choose_files(self, button: str, *names: str) -> None:
@@ -127,15 +124,6 @@ class ShredderCase(ProgramCase):
 
     def wait_bar_moves(self) -> None:
         wait_for("the bar to move", lambda: self.bar() > 0, every=0.01)
-
-    @contextlib.contextmanager
-    def on_line(self):
-        """Every web page is there, which is what the program takes for being on line."""
-        self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", start_proxy(self.d.home.c / "requests.txt"))
-        try:
-            yield
-        finally:
-            self.d.reg_set("HKCU", INTERNET_SETTINGS, "ProxyServer", OFF_LINE[rf"HKCU\{INTERNET_SETTINGS}"]["ProxyServer"])
 
 
 EMPTY_FILE_LIST = ("File List is Empty", "warning", RUNNING_TITLE)

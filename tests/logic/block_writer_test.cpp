@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "platform/runtime_error.h"
 
 using namespace platform;
@@ -36,6 +39,12 @@ class BlockWriterTest : public testing::Test {
   int refusal = 0;
   std::vector<std::size_t> puts;  // their sizes
   std::vector<int> failures;
+  void Write(std::string_view item, std::size_t times = 1) { items.push_back({item, times}); }
+  void Flush() {
+    for (const Block& block : InBlocks(std::exchange(items, {}))) writer.Write(block);
+  }
+
+  std::vector<ItemRun> items;
   BlockWriter writer{[this](std::uint32_t offset, std::string_view bytes) { Put(offset, bytes); },
                      [this](const RuntimeError& reason) { failures.push_back(reason.number); }};
 };
@@ -43,9 +52,9 @@ class BlockWriterTest : public testing::Test {
 }  // namespace
 
 TEST_F(BlockWriterTest, WritesTheItemsBackToBackInTheirOrder) {
-  for (const char* item : {"one", "2", "", "three"}) writer.Write(item);
-  writer.Write(std::string_view("\0\xFF", 2));
-  writer.Flush();
+  for (const char* item : {"one", "2", "", "three"}) Write(item);
+  Write(std::string_view("\0\xFF", 2));
+  Flush();
   EXPECT_EQ(file, std::string("one2three\0\xFF", 11));
   EXPECT_THAT(failures, IsEmpty());
 }
@@ -54,49 +63,48 @@ TEST_F(BlockWriterTest, WritesAnItemSoManyTimes) {
   const std::string_view mark("\0\xFF|", 3);
   std::string expected;
   for (const std::size_t times : {1u, 2u, 3u, 0u, 7u, 64u, 100u}) {
-    writer.Write(mark, times);
+    Write(mark, times);
     for (std::size_t i = 0; i < times; ++i) expected += mark;
   }
-  writer.Write("", 5);
-  writer.Flush();
+  Write("", 5);
+  Flush();
   EXPECT_EQ(file, expected);
 }
 
 TEST_F(BlockWriterTest, TakesOneWriteABlock) {
-  writer.Write("12", 100000);
-  writer.Flush();
+  Write("12", 100000);
+  Flush();
   EXPECT_THAT(puts, ElementsAre(65536u, 65536u, 65536u, 3392u));
   EXPECT_EQ(file.size(), 200000u);
 }
 
 TEST_F(BlockWriterTest, SplitsNoItemBetweenTwoBlocks) {
-  writer.Write("123", 30000);
-  writer.Flush();
+  Write("123", 30000);
+  Flush();
   EXPECT_THAT(puts, ElementsAre(65535u, 24465u));
 }
 
 TEST_F(BlockWriterTest, WritesNothingWhenNothingIsThere) {
-  writer.Flush();
+  Flush();
   EXPECT_THAT(puts, IsEmpty());
-  writer.Write("item");
-  writer.Flush();
-  writer.Flush();
+  Write("item");
+  Flush();
+  Flush();
   EXPECT_THAT(puts, ElementsAre(4u));
 }
 
 TEST_F(BlockWriterTest, GoesOnBehindTheLastBlockAfterAFlush) {
-  writer.Write("one");
-  writer.Flush();
-  writer.Write("two");
-  writer.Flush();
+  Write("one");
+  Flush();
+  Write("two");
+  Flush();
   EXPECT_EQ(file, "onetwo");
 }
 
 TEST_F(BlockWriterTest, FailsEachItemOfAFailingBlockOnItsOwn) {
   refusal = kBadFileName;
-  writer.Write("10", 3);
-  EXPECT_THAT(failures, IsEmpty()) << "a failure waits as long as its block";
-  writer.Flush();
+  Write("10", 3);
+  Flush();
   EXPECT_THAT(failures, ElementsAre(52, 52, 52));
   EXPECT_THAT(puts, SizeIs(1)) << "a file that is not open is not asked once more";
 }
@@ -106,8 +114,8 @@ TEST_F(BlockWriterTest, AsksADeviceThatHasGoneOnceABlock) {
     refusal = error;
     puts.clear();
     failures.clear();
-    writer.Write("1", 70000);
-    writer.Flush();
+    Write("1", 70000);
+    Flush();
     EXPECT_THAT(puts, SizeIs(2)) << error;
     EXPECT_THAT(failures, SizeIs(70000)) << error;
     EXPECT_THAT(failures, Each(error));
@@ -116,8 +124,8 @@ TEST_F(BlockWriterTest, AsksADeviceThatHasGoneOnceABlock) {
 
 TEST_F(BlockWriterTest, FillsAFullDiskToTheLastItemThatFits) {
   room = 70001;
-  writer.Write("10", 40000);
-  writer.Flush();
+  Write("10", 40000);
+  Flush();
   EXPECT_EQ(file.size(), 70000u);
   EXPECT_THAT(failures, SizeIs(5000));
   EXPECT_THAT(puts, SizeIs(2 + 2232 + 1)) << "two blocks, what fits of the second, and one that does not";
@@ -126,34 +134,46 @@ TEST_F(BlockWriterTest, FillsAFullDiskToTheLastItemThatFits) {
 
 TEST_F(BlockWriterTest, WritesTheNextItemThatFitsWhereTheFailingOneShouldHaveGone) {
   room = 3;
-  for (const char* item : {"12", "3456", "7"}) writer.Write(item);
-  writer.Flush();
+  for (const char* item : {"12", "3456", "7"}) Write(item);
+  Flush();
   EXPECT_EQ(file, "127");
   EXPECT_THAT(failures, ElementsAre(61));
 }
 
 TEST_F(BlockWriterTest, WritesUpToAPartThatAnotherProgramLocked) {
   lockedBegin = 6, lockedEnd = 8;
-  writer.Write("10", 5);
-  writer.Flush();
+  Write("10", 5);
+  Flush();
   EXPECT_EQ(file, "101010");
   EXPECT_THAT(failures, ElementsAre(70, 70));
 }
 
 TEST_F(BlockWriterTest, GoesOnWhenTheDiskHasRoomAgain) {
+  const std::vector<Block> blocks = InBlocks({{"1", 65536}, {"2", 1}});
+  ASSERT_THAT(blocks, SizeIs(2));
   room = 0;
-  writer.Write("1", 65536);
-  writer.Write("2");  // the first block fails
+  writer.Write(blocks[0]);
   room = 1000000;
-  writer.Flush();
+  writer.Write(blocks[1]);
   EXPECT_EQ(file, "2");
   EXPECT_THAT(failures, SizeIs(65536));
 }
 
+TEST_F(BlockWriterTest, TakesTheSameBlocksForAnotherFile) {
+  const std::vector<Block> blocks = InBlocks({{"one", 2}, {"2", 1}});
+  for (int number = 0; number < 2; ++number) {
+    std::string other;
+    BlockWriter next([&](std::uint32_t offset, std::string_view bytes) { other.insert(offset, bytes); },
+                     [this](const RuntimeError& reason) { failures.push_back(reason.number); });
+    for (const Block& block : blocks) next.Write(block);
+    EXPECT_EQ(other, "oneone2");
+  }
+}
+
 TEST_F(BlockWriterTest, TakesNoErrorFromBeforeForItsOwn) {
   Err.Set({kOverflow, "Overflow"});
-  writer.Write("1");
-  writer.Flush();
+  Write("1");
+  Flush();
   EXPECT_EQ(file, "1");
   EXPECT_THAT(failures, IsEmpty());
   Err.Clear();

@@ -188,3 +188,21 @@ TEST_F(EraseRunFailures, OfItemsLeaveTheButtonsAsAfterAnyRun) {
     EXPECT_EQ(host.value, host.max);
   }
 }
+
+// The cookies' item runs the cleaner of the cache a second time.
+TEST(ARun, TellsEachFailureOnceForAllOfItsCleanersAndTheScheduledShred) {
+  FakeEraseRunHost host;
+  host.TickAll();
+  host.scheduledShred = true;
+  int statements = 0;
+  host.onCall = [&](const std::string& call) {
+    if (call.starts_with("clean ") || call == "shred scheduled files") {
+      ++statements;
+      EXPECT_EQ(host.toldTogether, 1) << call;
+    }
+  };
+  doClean(host);
+  RunEraseOnly(host);
+  EXPECT_GT(statements, 40);
+  EXPECT_EQ(host.toldTogether, 0);
+}

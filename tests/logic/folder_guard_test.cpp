@@ -47,3 +47,13 @@ TEST(FolderGuard, LooksPastTheCaseOfEveryLetterAndAtNoLookAlike) {
   EXPECT_FALSE(MayClearFolder(Folder(u"C:\\JOS\u00C9", {u"C:\\Jos\u00E9\\"})));
   EXPECT_TRUE(MayClearFolder(Folder(u"C:\\Lukasz", {u"C:\\\u0141ukasz\\"})));
 }
+
+TEST(FolderGuard, TellsWhatItRefusesFor) {
+  FolderFacts link = Folder(u"C:\\A");
+  link.isLink = true;
+  EXPECT_EQ(RefusalOf(Folder(u"C:\\A")), FolderRefusal::None);
+  EXPECT_EQ(RefusalOf(Folder(u"A")), FolderRefusal::NoFolder);
+  EXPECT_EQ(RefusalOf(Folder(u"C:\\", {u"C:\\A"})), FolderRefusal::Root);
+  EXPECT_EQ(RefusalOf(link), FolderRefusal::Link);
+  EXPECT_EQ(RefusalOf(Folder(u"C:\\A", {u"C:\\A\\B"})), FolderRefusal::Kept);
+}

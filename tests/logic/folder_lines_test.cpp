@@ -69,3 +69,18 @@ TEST(LinesOfFolder, LeadToAListThatHasTheirPathOpened) {
     EXPECT_EQ(next.lines[static_cast<std::size_t>(next.opened)].path, line.path);
   }
 }
+
+TEST(NextLineWith, FindsANameByItsLetterAfterTheChosenLineAndFromTheTopAgain) {
+  const FolderLines shown = LinesOfFolder(FullPath(u"C:\\one"), {u"\u00DCbung", u"Ox", u"two", u" x"});
+  ASSERT_THAT(Texts(shown), ElementsAre(u"C:\\", u"   one", u"      \u00DCbung", u"      Ox", u"      two", u"       x"));
+  const struct {
+    int from;
+    WideView letter;
+    int line;
+  } rows[] = {{0, u"o", 1}, {1, u"o", 3},  {3, u"O", 1},      {4, u"t", 4}, {-1, u"c", 0},
+              {5, u"c", 0}, {1, u"q", -1}, {1, u"\u00FC", 2}, {0, u"x", 5}};
+  for (const auto& row : rows)
+    EXPECT_EQ(NextLineWith(shown, row.from, row.letter), row.line)
+        << row.from << testing::PrintToString(WideText(row.letter));
+  EXPECT_EQ(NextLineWith({}, -1, u"a"), -1) << "of a drive that could not be read";
+}

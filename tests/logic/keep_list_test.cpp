@@ -80,16 +80,23 @@ TEST(IsSameCookie, LooksAtNeitherCaseNorBlanksAroundTheName) {
   EXPECT_FALSE(IsSameCookie(u"user @site", u"user@site"));
 }
 
-TEST(WithoutKept, LeavesTheCookiesThatAreNotKeptInTheirOrder) {
-  EXPECT_THAT(WithoutKept({u"c", u"a", u"b"}, {u"A "}), ElementsAre(u"c", u"b"));
-  EXPECT_THAT(WithoutKept({u"c", u"a"}, {}), ElementsAre(u"c", u"a"));
+TEST(PutKeptFirst, PutsTheKeptCookiesInTheOrderOfTheirList) {
+  CookieNames current = {u"c", u"a", u"d", u"b"};
+  EXPECT_EQ(PutKeptFirst(current, {u"B", u"gone", u" a"}), 2u);
+  EXPECT_THAT(current, ElementsAre(u"b", u"a", u"c", u"d"));
+  EXPECT_EQ(PutKeptFirst(current, {}), 0u);
+  EXPECT_THAT(current, ElementsAre(u"b", u"a", u"c", u"d"));
+  CookieNames none;
+  EXPECT_EQ(PutKeptFirst(none, {u"a"}), 0u);
 }
 
-TEST(WithoutKept, DoesNotMindAKeptCookieThatIsGone) { EXPECT_THAT(WithoutKept({u"a"}, {u"gone", u"a"}), IsEmpty()); }
-
-TEST(WithoutKept, TakesOneLineAwayForEachKeptLine) {
-  EXPECT_THAT(WithoutKept({u"a", u"A", u"a"}, {u"a"}), ElementsAre(u"A", u"a"));
-  EXPECT_THAT(WithoutKept({u"a", u"A", u"a"}, {u"a", u"a"}), ElementsAre(u"a"));
+TEST(PutKeptFirst, LetsEachLineTakeOneCookie) {
+  CookieNames once = {u"x", u"a"};
+  EXPECT_EQ(PutKeptFirst(once, {u"a", u"A"}), 1u);
+  EXPECT_THAT(once, ElementsAre(u"a", u"x"));
+  CookieNames twice = {u"x", u"a", u"A"};
+  EXPECT_EQ(PutKeptFirst(twice, {u"a"}), 1u);
+  EXPECT_THAT(twice, ElementsAre(u"a", u"x", u"A"));
 }
 
 TEST(ReadKeepList, EndsNoFieldInTheMiddleOfALetterOfTwoBytes) {

@@ -77,6 +77,14 @@ TEST(RestoreSchedule, ShowsTheMinutesAsTheNumberThatTheyAreForTheirOwnModeAlone)
   EXPECT_EQ(RestoreSchedule(Stored("0", "1", "0", " 007 ")).minutesText, " 007 ");
 }
 
+// "60 minutes" is no number, and every sixty minutes to the tick: not every minute, which is what 0 would be.
+TEST(RestoreSchedule, TakesTheNumberOfMinutesThatTheTickTakes) {
+  const RestoredSchedule chosen = RestoreSchedule(Stored("0", "0", "1", "60 minutes"));
+  EXPECT_EQ(chosen.minutesText, "60");
+  EXPECT_EQ(chosen.spin, 60);
+  EXPECT_EQ(RestoreSchedule(Stored("1", "0", "0", "15min")).spin, 15);
+}
+
 TEST(RestoreSchedule, SetsTheSpinButtonToTenWhereThereIsNoNumber) {
   for (const char* none : {"", "abc", "0", "0.0"}) EXPECT_EQ(RestoreSchedule(Stored("0", "0", "0", none)).spin, 10) << none;
   EXPECT_EQ(RestoreSchedule(Stored("0", "0", "1", "5")).spin, 5);

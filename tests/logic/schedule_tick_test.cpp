@@ -411,3 +411,9 @@ TEST(ATickWhileSomethingIsAsked, LetsTheDailyMinutePass) {
   daily.somethingAsked = false;
   EXPECT_THAT(daily.Runs(kDay), ElementsAre(kDay));
 }
+
+TEST(PickerFormat, TellsTheHalvesOfTheDayApartInEveryLocale) {
+  EXPECT_STREQ(PickerFormat({.am = "AM", .pm = "PM"}), "hh:mm tt");
+  EXPECT_STREQ(PickerFormat({.am = "", .pm = "du."}), "hh:mm tt");
+  EXPECT_STREQ(PickerFormat({.am = "", .pm = ""}), "HH:mm");
+}

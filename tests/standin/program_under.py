@@ -131,7 +131,7 @@ class TheWholeProgram(UnderWindows):
         self.start_under({"Scheduling": {"CHKieclose": "True"}})
         run_job.schedule_shredding(d)
         self.press_erase_only()
-        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 300)
         self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
         after = run_job.count_traces(d, "count")
         self.assertEqual({family: count for family, count in after.items() if count}, self.stays)
@@ -173,7 +173,7 @@ class TheWholeProgram(UnderWindows):
         d.replace_text("txtLev", "1")
         d.click("cmdShredAll")
         self.wait_count("lstFileShred", 0)
-        d.wait_text("txtMessage", "2 files shredded.")
+        d.wait_text("txtMessage", "1 folder deleted. 2 files shredded.")
         self.assertEqual((self.left(), second.stat().st_size), ([], overwritten_size(1)))
         (written,) = [call for call in self.calls(self.form("CreateFile"), text=one) if call.arguments[1] == GENERIC_WRITE]
         self.assertTrue([call for call in self.calls("WriteFile") if call.arguments[0] == written.result], written)

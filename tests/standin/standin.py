@@ -93,7 +93,7 @@ class StandInDesktop(Desktop):
         return Call(int(number), int(at), int(end) - int(at), function, [_argument(a) for a in arguments],
                     None if result in NO_RESULT else int(result), int(error), words)
 
-    def wait_call(self, function: str, *texts: str, seconds: float = 20) -> Call:
+    def wait_call(self, function: str, *texts: str, seconds: float = 120) -> Call:
         """Waits for a call that has all of these texts."""
         def made():
             return next((call for call in self.calls(function) if all(text in call.texts for text in texts)), None)

@@ -132,7 +132,7 @@ class TheNtFamily(UnderWindows):
         self.start_under({"Scheduling": {"CHKieclose": "True"}}, "RegOpenKeyExW log", "NtDeleteKey log")
         run_job.schedule_shredding(d)
         self.press_erase_only()
-        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 300)
         self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
         after = run_job.count_traces(d, "count")
         self.assertEqual({family: count for family, count in after.items() if count}, STAYS_ON_NT4)

@@ -44,7 +44,8 @@ def icon_file(images: list[bytes]) -> bytes:
     directory, body = struct.pack("<HHH", 0, 1, len(images)), b""
     for image in images:
         offset = 6 + 16 * len(images) + len(body)
-        directory += struct.pack("<BBBBHHII", 8, 8, 0, 0, 1, 32, len(image), offset)
+        side = 0 if image == PNG else 8  # 0 means 256
+        directory += struct.pack("<BBBBHHII", side, side, 0, 0, 1, 32, len(image), offset)
         body += image
     return directory + body
 

@@ -200,9 +200,17 @@ class Resources(ProgramCase):
         self.assertEqual(check_manifest(denied), ["manifest does not state dpiAware true"])
         self.assertRegex(check_manifest(b"<assembly>")[0], "^manifest cannot be read: ")
 
-    def test_a_png_compressed_image_is_refused(self):
-        found = self.with_resources(icons=[small.bitmap(4), small.bitmap(8), small.PNG])
-        self.assertEqual(found, ["icon 1: image 3 is PNG-compressed"])
+    def test_a_png_compressed_image_is_refused_unless_it_is_the_last_and_of_256_points(self):
+        what = "image 3 is PNG-compressed, and not the last one with 256 by 256 points"
+        old = [small.bitmap(4), small.bitmap(8)]
+        self.assertEqual(self.with_resources(icons=[*old, small.PNG]), [])
+        self.assertEqual(self.with_resources(icons=[*old, small.PNG, small.bitmap(32)]), ["icon 1: " + what])
+        images = dict(enumerate([*old, small.PNG], 1))
+        for side, expected in ((0, []), (48, [what]), (255, [what])):
+            group = struct.pack("<HHH", 0, 1, 3) + b"".join(
+                struct.pack("<BBBBHHIH", side if number == 3 else 8, side if number == 3 else 8, 0, 0, 1, 32, len(image), number)
+                for number, image in images.items())
+            self.assertEqual(check_icon_group(group, images), expected, side)
 
     def test_a_compressed_or_oversized_bitmap_header_is_refused(self):
         for place, value in ((0, 108), (16, 1)):  # the header's size, the compression

@@ -108,6 +108,41 @@ class AddFolder(ShredderCase):
         d.key("Return")
         self.wait_added(r"C:\work\beta\gamma")
 
+    def test_add_looks_like_the_default_button_where_enter_adds(self):
+        d = self.d
+
+        def wait_default(default: bool) -> None:
+            d.wait_control("cmdAdd", lambda c: (c.style & 0xF == 1) == default, f"the default button: {default}", self.window)
+        self.open_work()
+        wait_default(True)
+        d.click_item("dirList", "      beta", self.window)
+        wait_default(False)
+        d.key("Tab")
+        d.wait_focus("cmdAdd", self.window)
+        wait_default(True)
+        d.key("shift+Tab")
+        wait_default(False)
+        d.key("shift+Tab")
+        d.wait_focus("drvList", self.window)
+        wait_default(True)
+        d.key("Return")
+        self.wait_added(r"C:\work\beta")
+
+    def test_letters_find_the_folders_by_their_names(self):
+        d = self.d
+        self.open_work()
+
+        def type_and_find(letter: str, line: str) -> None:
+            d.key(letter)
+            d.wait_control("dirList", lambda c: c["items"][c.selected] == line, f"to have {line!r} chosen", self.window)
+        for letter, line in (("b", "      beta"), ("z", "      Zeta"), ("w", "   work"),
+                             ("w", "      with a rather long name that goes on and on for a while"), ("c", "C:\\")):
+            type_and_find(letter, line)
+        type_and_find("a", "      alpha")
+        d.key("q")
+        d.key("Return")
+        wait_for("the chosen folder to be opened", lambda: self.folders() == ["C:\\", "   work", "      alpha"])
+
     def test_cancel_esc_and_the_title_bar_add_nothing(self):
         d = self.d
         self.open_work()

@@ -352,6 +352,9 @@ class StartedByTheItem(ProgramCase):
         double = d.home.c / "double"
         write_lines(double / "store.txt", store_text({FORMS: FIELDS + PASSWORDS, **OTHERS}))
         d.reg_set("HKCU", FORM_VALUES, "0A1B", "x")
+        # Another item clears this key with everything in it; here it is left, so that the companion alone was at work.
+        passwords = FORM_VALUES.replace("Storage1", "Storage2")
+        d.reg_set("HKCU", passwords, "0C2D", "y")
         self.start(only("ClearAutoComplete"))
         self.press_erase_only()
         self.assertEqual(self.wait_run_over()[-1], DONE[-1])
@@ -359,6 +362,7 @@ class StartedByTheItem(ProgramCase):
         wait_for("the end of the companion", (double / "left.txt").exists)
         self.assertEqual(read_lines(double / "store.txt"), store_text({FORMS: PASSWORDS, **OTHERS}).splitlines())
         self.assertEqual(d.reg_list("HKCU", FORM_VALUES)["values"], {})
+        self.assertEqual(list(d.reg_list("HKCU", passwords)["values"]), ["0C2D"])
 
 
 if __name__ == "__main__":

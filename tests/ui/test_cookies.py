@@ -1,133 +1,14 @@
 """The window "Cookies Manager": the cookies there are, those to keep, and the file that they are kept in."""
 import itertools
-import shutil
 import subprocess
 import unittest
 
-from tests.harness.driver import BUILT, PROGRAMS, View, compile_windows_program, wait_for
+from tests.harness.cookie_window import (CAPTIONS, COOKIES, CURRENT, GONE, KEPT, LB_GETHORIZONTALEXTENT, ON_SHOW, PLANTED,
+                                         TAB_ORDER, TITLE, WS_HSCROLL, CookieCase, as_file)
+from tests.harness.driver import BUILT, View, wait_for
 from tests.harness.panel_table import PANELS
-from tests.harness.program import CLOSE_BUTTON, DONE, STARTED, ProgramCase, only
+from tests.harness.program import CLOSE_BUTTON, DONE, STARTED, only
 from tests.harness.url_cache import cookie_file, counts, plant
-
-TITLE, ON_SHOW = "Cookies Manager", "Displaying Cookies"
-CURRENT, KEPT = "lstKeeplist", "SafeList"
-TAB_ORDER = [CURRENT, "cmdAdd", "cmdAddAll", "cmdRemove", "cmdRemoveAll", KEPT, "cmdRefresh", "cmdClose"]
-CAPTIONS = {"lblCookies": "Current Cookies", "lblKeepList": "Keep List", "cmdAdd": "Add >>", "cmdAddAll": "Add All >>",
-            "cmdRemove": "<<  Remove", "cmdRemoveAll": "<< Remove All", "cmdRefresh": "Refresh", "cmdClose": "Save And Close"}
-PLANTED = ["alice@first.example", "alice@mail.second.example", "alice@third.example", "alice@ads.fourth.example"]
-COOKIES = [cookie_file(name) for name in PLANTED]
-GONE = cookie_file("alice@gone.example")
-WS_HSCROLL = 0x00100000
-LB_GETCOUNT, LB_GETHORIZONTALEXTENT = 0x018B, 0x0193
-
-
-def as_file(names: list[str]) -> bytes:
-    return "".join(f"{name}\r\n" for name in names).encode("latin-1")
-
-
-class CookieCase(ProgramCase):
-    """One program for a class; each test opens the window anew, without a keep list."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        plant(cls.d.home, "content", "3", "visited", "2", *itertools.chain(*(("cookie", name) for name in PLANTED)))
-
-    def setUp(self):
-        self.file = self.d.home.c / "Quellix/SafeCookie.dat"
-        self.window = None
-        self.start_unless_untouched(only("RecentDocument"))
-
-    def tearDown(self):
-        if self.window and self.d.ended(self.d.pid) is None and self.d.find_window("#32770", TITLE):
-            self.d.post(self.window, 0x0010)  # WM_CLOSE
-            self.wait_closed()
-        if self.file.is_dir():
-            self.file.rmdir()
-        self.file.unlink(missing_ok=True)
-        self.assertEqual(list(self.file.parent.glob("SafeCookie*")), [], "something is left beside the keep list")
-
-    # The window
-
-    def show(self, kept: bytes | None = None) -> View:
-        """Opens the window, over a file that holds these bytes."""
-        if kept is not None:
-            self.file.write_bytes(kept)
-        self.d.click("cmdCookiesOption")
-        self.window = self.d.wait_window("#32770", TITLE)
-        return self.window
-
-    def open(self, kept: list[str] | None = None) -> None:
-        """Opens the window on a keep list and waits until it is filled."""
-        self.show(None if kept is None else as_file(kept))
-        self.wait_lists([name for name in COOKIES if name not in (kept or [])], kept or [])
-
-    def lists(self) -> tuple[list[str], list[str]]:
-        return self.d.items(CURRENT, self.window), self.d.items(KEPT, self.window)
-
-    def wait_lists(self, current: list[str], kept: list[str], seconds: float = 20) -> None:
-        """The cache has an order of its own; the keep list's is the user's."""
-        def hold():
-            left, right = self.lists()
-            return (sorted(left), right) == (sorted(current), kept)
-        try:
-            wait_for("the lists", hold, seconds)
-        except TimeoutError as e:
-            raise TimeoutError(f"{e}; they are {self.lists()} instead of {current}, {kept}") from None
-
-    def check_unchanged(self, current: list[str], kept: list[str]) -> None:
-        self.d.settle(CURRENT, self.window)
-        left, right = self.lists()
-        self.assertEqual((sorted(left), right), (sorted(current), kept))
-
-    def press(self, button: str) -> None:
-        self.d.click(button, self.window)
-
-    def select(self, name: str, line: str) -> None:
-        self.d.click_item(name, line, self.window)
-        self.d.wait_control(name, lambda c: c.selected >= 0 and c["items"][c.selected] == line, "to have it", self.window)
-
-    def wait_closed(self, status: str = STARTED) -> None:
-        self.d.wait_no_window("#32770", TITLE)
-        self.d.wait_status(status)
-
-    def save_and_close(self) -> None:
-        self.press("cmdClose")
-        self.wait_closed()
-
-    def activate_main_window(self) -> None:
-        """By its title bar, which shows from under the other window."""
-        left, top, right, _ = self.d.main.rect
-        self.d.click_at((left + right) // 2, top + 12)
-        self.wait_in_front()
-
-    def drag_down(self, pixels: int) -> None:
-        """Drags the window off the main window by its title bar. Wine lays a window that comes to the front over the ones
-        that it owns; Windows does not."""
-        left, top, right, _ = self.window.rect
-        x, y = (left + right) // 2, top + 12
-        wanted = top + pixels
-
-        def is_there():
-            nonlocal y
-            self.d.settle(CURRENT, self.window)  # the window follows the mouse, and on a busy machine not from its first step on
-            self.window = self.d.find_window("#32770", TITLE)
-            rest = wanted - self.window.rect[1]
-            if rest:
-                y += rest
-                self.d.move(x, y)
-            return not rest
-        with self.d.button_held_at(x, y):
-            wait_for("the window to be dragged", is_there)
-
-    def hold_file(self) -> int:
-        """Opens the keep list in another program that lets nobody else read it, and gives its process."""
-        held = self.d.home.c / "held"
-        held.unlink(missing_ok=True)
-        shutil.copy2(compile_windows_program(PROGRAMS / "hold_file.cpp"), self.d.home.c)
-        pid = self.d.start(r"C:\hold_file.exe", r"C:\Quellix\SafeCookie.dat")
-        wait_for("the file to be held", held.exists)
-        return pid
 
 
 class OpeningTheWindow(CookieCase):
@@ -156,6 +37,13 @@ class OpeningTheWindow(CookieCase):
     def test_shows_a_name_with_a_comma_as_two(self):
         self.show(as_file(["alice@a,b.txt", COOKIES[0]]))
         self.wait_lists(COOKIES[1:], ["alice@a", "b.txt", COOKIES[0]])
+
+    def test_selects_the_last_kept_line(self):
+        for kept in ([GONE], [COOKIES[1], GONE, COOKIES[0]], []):
+            self.open(kept)
+            self.assertEqual(self.d.control(KEPT, self.window).selected, len(kept) - 1)
+            self.d.key("Escape")
+            self.wait_closed()
 
     def test_stands_over_the_main_window_with_the_keyboard_on_the_current_cookies(self):
         self.open()
@@ -235,9 +123,13 @@ class TheButtons(CookieCase):
 
     def test_add_and_remove_do_nothing_while_nothing_is_selected(self):
         self.open([GONE])
-        for button in ("cmdAdd", "cmdRemove"):
-            self.press(button)
-            self.check_unchanged(COOKIES, [GONE])
+        self.press("cmdAdd")
+        self.check_unchanged(COOKIES, [GONE])
+        self.d.key("Escape")
+        self.wait_closed()
+        self.open([])
+        self.press("cmdRemove")
+        self.check_unchanged(COOKIES, [])
 
     def test_add_takes_no_notice_of_what_is_selected_on_the_other_side(self):
         self.open([GONE])
@@ -278,6 +170,18 @@ class TheButtons(CookieCase):
         self.wait_lists([COOKIES[0], COOKIES[1], COOKIES[3]], [GONE, COOKIES[2]])
         self.d.click_item(KEPT, GONE, self.window, double=True)
         self.wait_lists([COOKIES[0], COOKIES[1], COOKIES[3], GONE], [COOKIES[2]])
+
+    def test_a_double_click_on_add_or_remove_moves_one_line(self):
+        self.open([GONE, "other"])
+        order = self.lists()[0]
+        self.select(CURRENT, order[0])
+        self.d.double_click("cmdAdd", self.window)
+        self.wait_lists(order[1:], [GONE, "other", order[0]])
+        self.check_unchanged(order[1:], [GONE, "other", order[0]])
+        self.select(KEPT, GONE)
+        self.d.double_click("cmdRemove", self.window)
+        self.wait_lists([*order[1:], GONE], ["other", order[0]])
+        self.check_unchanged([*order[1:], GONE], ["other", order[0]])
 
     def test_refresh_drops_what_was_not_saved_and_shows_what_came_meanwhile(self):
         self.open([COOKIES[0]])
@@ -444,6 +348,16 @@ class AFileThatGivesTrouble(CookieCase):
         self.save_and_close()
         self.assertEqual(self.file.read_bytes(), kept)
 
+    def test_because_another_program_held_it_is_not_replaced_by_what_was_added_since(self):
+        kept = as_file([COOKIES[0], GONE])
+        self.file.write_bytes(kept)
+        holder = self.hold_file()
+        self.show()
+        self.wait_lists(COOKIES, [])
+        self.d.terminate(holder)
+        self.add_one_and_save()
+        self.assertEqual(self.file.read_bytes(), kept)
+
     def test_because_it_is_read_only_is_read_and_stays_whole(self):
         kept = as_file([GONE])
         self.file.write_bytes(kept)
@@ -560,77 +474,6 @@ class Looks(CookieCase):
         self.press("cmdRemove")
         self.wait_lists([*COOKIES, long], [])
         self.assertTrue(self.d.control(CURRENT, self.window).style & WS_HSCROLL)
-
-
-class AWindowThatIsBusy(CookieCase):
-    """With so much to show, the presses come while it is filling or moving; nothing is lost by them."""
-    current = [cookie_file(f"user@site{number}") for number in range(1, 5001)]
-    kept = [cookie_file(f"user@kept{number}") for number in range(10000)]
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        plant(cls.d.home, "empty", "cookie", str(len(cls.current)))
-
-    def count(self, name: str) -> int:
-        return self.d.send(self.d.handle(name, self.window), LB_GETCOUNT).result
-
-    def wait_counts(self, current: int, kept: int) -> None:
-        wait_for("every line", lambda: (self.count(CURRENT), self.count(KEPT)) == (current, kept), 300)
-
-    def press_while_filling(self, button: str) -> None:
-        self.press(button)
-        self.assertLess(self.count(CURRENT), len(self.current), "the window was filled before the press")
-
-    def test_filling_saves_nothing_half(self):
-        kept = as_file(self.kept)
-        self.show(kept)
-        self.press_while_filling("cmdClose")
-        self.wait_counts(len(self.current), len(self.kept))
-        self.assertEqual(self.file.read_bytes(), kept)
-        self.save_and_close()
-        self.assertEqual(self.file.read_bytes(), kept)
-
-    def test_filling_moves_nothing(self):
-        for button in ("cmdAddAll", "cmdRemoveAll"):
-            self.show(as_file(self.kept))
-            self.press_while_filling(button)
-            self.wait_counts(len(self.current), len(self.kept))
-            self.d.settle(CURRENT, self.window)
-            self.assertEqual((self.count(CURRENT), self.d.items(KEPT, self.window)), (len(self.current), self.kept))
-            self.d.key("Escape")
-            self.wait_closed()
-
-    def test_moving_saves_only_the_whole(self):
-        self.show(as_file(self.kept))
-        self.wait_counts(len(self.current), len(self.kept))
-        order = self.d.items(CURRENT, self.window)
-        self.press("cmdAddAll")
-        self.press("cmdClose")
-        if self.d.find_window("#32770", TITLE):
-            self.wait_counts(0, len(self.kept) + len(order))
-            self.assertEqual(self.file.read_bytes(), as_file(self.kept))
-            self.press("cmdClose")
-        self.wait_closed()
-        self.assertEqual(self.file.read_bytes(), as_file(self.kept + order))
-
-    def test_can_be_closed_while_it_fills_and_opened_again(self):
-        kept = as_file(self.kept)
-        self.show(kept)
-        self.d.key("Escape")
-        self.wait_closed()
-        self.assertEqual(self.file.read_bytes(), kept)
-        self.show()
-        self.wait_counts(len(self.current), len(self.kept))
-        self.assertEqual(self.d.items(KEPT, self.window), self.kept)
-        self.assertEqual(sorted(self.lists()[0]), sorted(self.current))
-
-    def test_filling_does_not_keep_the_program_from_ending(self):
-        self.show(as_file(self.kept))
-        self.assertLess(self.count(CURRENT), len(self.current))
-        self.click_title_button(CLOSE_BUTTON, self.d.main)
-        self.assertEqual(self.d.wait_ended(), 0)
-        self.assertEqual(self.file.read_bytes(), as_file(self.kept))
 
 
 if __name__ == "__main__":

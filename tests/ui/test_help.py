@@ -1,9 +1,10 @@
 """The Help panel's links and the button that looks for an update."""
 import re
+import subprocess
 import unittest
 from pathlib import Path
 
-from tests.harness.driver import BUILD, PROGRAMS, RUNNING_TITLE, compile_windows_program, wait_for
+from tests.harness.driver import BUILD, BUILT, PROGRAMS, RUNNING_TITLE, compile_windows_program, wait_for
 from tests.harness.program import ProgramCase, only
 
 SHOW_MINIMISED = 2
@@ -17,7 +18,7 @@ def witness() -> Path:
 def testimony(exe: Path) -> tuple[int, str]:
     """Waits until the witness that is there has been started and returns its show state and command line."""
     told = exe.with_name(exe.name + ".txt")
-    lines = wait_for(f"{exe.name} to be started", lambda: told.exists() and told.read_text().splitlines())
+    lines = wait_for(f"{exe.name} to be started", lambda: told.exists() and told.read_text(encoding="cp1252").splitlines())
     told.unlink()
     return int(lines[0]), lines[1]
 
@@ -28,17 +29,46 @@ class HelpCase(ProgramCase):
             self.start(only())
 
 
-class TheLinks(HelpCase):
+class ThePanel(HelpCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.d.reg_set("HKCU", r"Control Panel\Colors", "HotTrackingColor", "160 0 80")
+
+    def test_tells_who_makes_the_program(self):
+        self.d.click("cmdHelp")
+        self.d.wait_visible("lblAbout")
+        self.assertRegex(self.d.text("lblAbout"), r"^Quellix is made by a few people who .+\.")
+        self.assertEqual((self.d.text("Frame2"), self.d.text("Frame9")), ("About Us", ""))
+
+    def test_shows_its_links_in_the_colour_that_the_scheme_has_for_links(self):
+        d = self.d
+        d.click("cmdHelp")
+        for link in ("Label16", "Label22"):
+            d.wait_visible(link)
+            d.settle(link)
+            picture = d.screenshot(BUILT / f"help/{link}.png")
+            left, top, right, bottom = d.control(link).rect
+            colours = subprocess.run(["convert", str(picture), "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "-depth",
+                                      "8", "-format", "%c", "histogram:info:"], check=True, capture_output=True, text=True)
+            with self.subTest(link):
+                self.assertIn("#A00050", colours.stdout)
+                self.assertNotIn("#0000A0", colours.stdout)
+
+
+class LinkCase(HelpCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
         cls.browser = cls.d.home.c / "browser.exe"
         cls.browser.write_bytes(witness().read_bytes())
-        protocol = r"Software\Classes\http"
-        cls.d.reg_delete_key("HKLM", protocol)
+        protocol, page = r"Software\Classes\http", r"Software\Classes\htmlpage"
+        for kind in (protocol, page):
+            cls.d.reg_delete_key("HKLM", kind)
+            cls.d.reg_set("HKLM", kind + r"\shell\open\command", "", r'"C:\browser.exe" "%1"')
         cls.d.reg_set("HKLM", protocol, "", "URL:http")
         cls.d.reg_set("HKLM", protocol, "URL Protocol", "")
-        cls.d.reg_set("HKLM", protocol + r"\shell\open\command", "", r'"C:\browser.exe" "%1"')
+        cls.d.reg_set("HKLM", r"Software\Classes\.html", "", "htmlpage")
 
     def setUp(self):
         super().setUp()
@@ -47,6 +77,40 @@ class TheLinks(HelpCase):
 
     def opened(self) -> str:
         return testimony(self.browser)[1]
+
+
+class TheManualBesideTheProgram(LinkCase):
+    folder = "Zo\u00eb's program"
+    options = {"files": {f"{folder}/Quellix.exe": QUELLIX, f"{folder}/manual/index.html": BUILD / "dist/manual/index.html"},
+               "program": rf"{folder}\Quellix.exe"}
+
+    def test_is_opened_by_f1_and_by_the_address(self):
+        d = self.d
+        page = rf'"C:\browser.exe" "C:\Quellix\{self.folder}\manual\index.html"'
+        d.click("Label16")
+        self.assertEqual(self.opened(), page)
+        for panel in ("cmdDefault", "cmdSecureDelk"):
+            d.click(panel)
+            d.wait_focus(panel)
+            d.key("F1")
+            self.assertEqual(self.opened(), page)
+
+    def test_is_not_opened_by_a_boss_key_of_the_same_name(self):
+        d = self.d
+        self.start(only() | {"Boss": {"bossKey": "112"}})
+        d.key("F1")
+        wait_for("the window to go out of sight", lambda: not d.main.visible)
+        d.settle(d.taskbar())
+        self.assertFalse(self.browser.with_name("browser.exe.txt").exists())
+        self.start(only())
+
+
+class TheLinks(LinkCase):
+    options = {"files": {"Quellix.exe": QUELLIX}}  # without the manual
+
+    def test_open_the_address_by_f1_too(self):
+        self.d.key("F1")
+        self.assertEqual(self.opened(), f'"C:\\browser.exe" "{self.d.text("Label16")}"')
 
     def test_open_the_address_that_the_first_one_shows(self):
         address = self.d.text("Label16")

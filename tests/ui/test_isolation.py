@@ -21,7 +21,7 @@ def erase_everything() -> None:
     with Desktop("isolation-caller", settings=only(*ITEMS)) as d:
         (d.home.temp / "trace.tmp").write_text("x")
         d.click("cmdClean_2")
-        d.wait_control("lstCln", lambda c: c["items"][-2:] == DONE, "to end", seconds=60)
+        d.wait_control("lstCln", lambda c: c["items"][-2:] == DONE, "to end", seconds=300)
         if (d.home.temp / "trace.tmp").exists():
             raise SystemExit("the erase did not erase")
         print(d.home.prefix)

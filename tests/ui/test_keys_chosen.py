@@ -96,9 +96,9 @@ class AHeldEnter(KeysCase):
         d.key("Tab")
         d.wait_focus("Label16")
         with d.held("Return"):
-            self.wait_call("ShellExecuteA")
+            self.wait_call("ShellExecute")
             browsers.let_polls_pass(d, 40)
-        self.assertEqual(self.calls("ShellExecuteA"), [d.text("Label16")])
+        self.assertEqual(self.calls("ShellExecute"), [r"C:\Quellix\manual\index.html"])
 
 
 if __name__ == "__main__":

@@ -47,6 +47,22 @@ class TheProgramIsEnded(ProgramCase):
                 self.assertEqual(self.stored(), before)
                 self.check_next_start()
 
+    def test_in_the_middle_of_a_run_after_something_was_chosen_and_has_what_was_stored_before(self):
+        d = self.d
+        self.start(only("WinTempFileFolder", "OpenSavedDialoge") | OTHERS | {"Startup": {"LoadStartup": "0"}})
+        before = self.stored()
+        d.set_checked(("chkWinsettings", 5))
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log("Erasing Windows Temp File/Folder ...")
+            d.click("cmdSchedule")
+            d.wait_visible("chkRbt")
+            d.set_checked("chkRbt")
+            d.terminate()
+        self.assertEqual(self.stored(), before)
+        self.check_next_start()
+        self.assertEqual((before["Scheduling"]["chkRbt"], self.stored()["Scheduling"]["chkRbt"]), ("0", "0"))
+
     def test_while_it_stores_and_each_setting_is_the_old_or_the_new_one(self):
         chance = random.Random(2)
         for number in range(TIMES):

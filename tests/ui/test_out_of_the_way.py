@@ -85,7 +85,8 @@ class ARunOutOfSight(ShredderCase):
         self.assertEqual((d.boxes(), d.main.visible), ([], False))
 
     def test_says_nothing_of_an_empty_list(self):
-        self.check_says_nothing()
+        with self.on_line():
+            self.check_says_nothing()
 
     def test_reports_no_error_and_does_not_ask_whether_the_machine_is_on_line(self):
         self.fill_list_of_a_level_that_is_none()

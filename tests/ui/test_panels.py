@@ -1,49 +1,9 @@
 """The five panels: how they are chosen, what is on them, that all of it fits and that the keyboard reaches all of it."""
-import itertools
 import unittest
 
 from tests.harness.driver import BUILT, View, wait_for
+from tests.harness.layout import CHECK_BOX, GROUP_BOX, OPTION, LayoutChecks, PanelCase, button_kind
 from tests.harness.panel_table import PANELS, Panel
-from tests.harness.program import ProgramCase, only
-
-GROUP_BOX, OPTION, OWNER_DRAWN, CHECK_BOX = 7, 9, 11, 3
-SCREEN, TASKBAR = (640, 480), 28
-BOX_AND_GAP = 17  # a check box's square and the blank after it
-BORDERS = 8  # on both sides together: the edges and the frame that shows the keyboard
-
-
-def button_kind(c: View) -> int:
-    return c.style & 0xF if c["class"] == "Button" else -1
-
-
-def overlap(one: View, other: View) -> bool:
-    a, b = one.rect, other.rect
-    return a[0] < b[2] and b[0] < a[2] and a[1] < b[3] and b[1] < a[3]
-
-
-def inside(one: View, outer: View) -> bool:
-    a, b = one.rect, outer.rect
-    return b[0] <= a[0] and b[1] <= a[1] and a[2] <= b[2] and a[3] <= b[3]
-
-
-class PanelCase(ProgramCase):
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls().start(only("RecentDocument") | {"Scheduling": {"chkShEnable": "1"}, "Startup": {"LoadStartup": "1"}})
-
-    def show(self, panel: Panel) -> None:
-        self.d.click(panel.button)
-        self.wait_panel(panel)
-
-    def wait_panel(self, panel: Panel) -> None:
-        wait_for(f"the panel {panel.title}; it is {self.panel_on_show()}, {self.d.status_text()!r}",
-                 lambda: self.panel_on_show() == [panel.frame] and self.d.status_text() == panel.status)
-
-    def children(self, panel: Panel) -> list[View]:
-        """The controls of a panel, without the parts that a control of Windows is made of."""
-        parent = self.d.control(panel.frame).parent
-        return [c for c in self.d.controls(parent) if c.parent == parent]
 
 
 class APanelIsChosen(PanelCase):
@@ -86,6 +46,13 @@ class APanelIsChosen(PanelCase):
         self.d.key("ctrl+1")
         self.wait_panel(PANELS[0])
 
+    def test_and_its_button_is_marked_until_the_next_one_is(self):
+        for press in (self.show, lambda panel: self.d.key(f"ctrl+{PANELS.index(panel) + 1}")):
+            for panel in PANELS:
+                press(panel)
+                self.wait_panel(panel)
+                self.assertEqual([p.title for p in PANELS if self.d.checked(p.button)], [panel.title])
+
     def test_as_the_next_one_by_ctrl_tab_and_the_one_before_by_ctrl_shift_tab(self):
         self.show(PANELS[0])
         for panel in [*PANELS[1:], PANELS[0]]:
@@ -125,7 +92,7 @@ class APanelIsChosen(PanelCase):
         self.assertEqual(self.d.text("lblRestore"), "Restore : Shift + F10")
 
 
-class ThePanels(PanelCase):
+class ThePanels(LayoutChecks, PanelCase):
     def test_every_control_is_there_under_its_name_with_its_caption(self):
         for panel in PANELS:
             self.show(panel)
@@ -152,71 +119,13 @@ class ThePanels(PanelCase):
                     if start in classes and name != "cmbBossSet":
                         self.assertEqual(control["class"], classes[start])
 
-    def test_each_stands_in_its_frame_and_on_its_panel(self):
-        place = self.d.control(PANELS[0].frame).rect
+    def test_each_frame_comes_before_what_it_names(self):
+        # A screen reader names a control by the group box that comes before it.
         for panel in PANELS:
-            outer = self.d.control(panel.frame)
-            self.assertEqual(outer.rect, place)
-            for control in self.children(panel):
-                self.assertTrue(inside(control, outer), dict(control))
-            for (frame, _), controls in panel.groups.items():
-                around = self.d.control(frame)
+            order = [c.hwnd for c in self.children(panel)]
+            for (frame, title), controls in panel.groups.items():
                 for name in controls:
-                    self.assertTrue(inside(self.d.control(name), around), name)
-
-    def test_none_overlaps_another(self):
-        for panel in PANELS:
-            plain = [c for c in self.children(panel) if button_kind(c) != GROUP_BOX]
-            for one, other in itertools.combinations(plain, 2):
-                partners = one.get("buddy") == other.hwnd or other.get("buddy") == one.hwnd
-                self.assertFalse(overlap(one, other) and not partners, (dict(one), dict(other)))
-            frames = [c for c in self.children(panel) if button_kind(c) == GROUP_BOX]
-            for one, other in itertools.combinations(frames, 2):
-                nested = inside(one, other) or inside(other, one)
-                self.assertFalse(overlap(one, other) and not nested, (one.text, other.text))
-
-    def test_the_navigation_bar_the_panels_and_the_status_bar_keep_apart(self):
-        d = self.d
-        bar, status, banner = d.control("Picture1"), d.control("stBar"), d.control("Image1")
-        buttons = [d.control(panel.button) for panel in PANELS]
-        for control in [*buttons, banner]:
-            self.assertTrue(inside(control, bar))
-        for one, other in itertools.combinations([*buttons, banner], 2):
-            self.assertFalse(overlap(one, other), (one.text, other.text))
-        panel = d.control(PANELS[0].frame)
-        self.assertFalse(overlap(panel, bar) or overlap(panel, status))
-        self.assertEqual([b.rect[1] for b in buttons], sorted(b.rect[1] for b in buttons))
-
-    def test_no_text_is_cut_off(self):
-        for panel in PANELS:
-            for control in [*self.children(panel), *(self.d.control(p.button) for p in PANELS)]:
-                if control.text and control["class"] in ("Button", "Static", "Edit", "ComboBox"):
-                    with self.subTest(control=control.id, text=control.text):
-                        self.check_text_fits(control)
-
-    def check_text_fits(self, control: View):
-        kind = button_kind(control)
-        size = self.d.text_size(control)
-        left, top, right, bottom = size.client
-        width, height = right - left, bottom - top
-        if control["class"] == "Static":
-            size = self.d.text_size(control, width)
-        elif kind == GROUP_BOX:
-            width, height = width - 2 * BORDERS, size.height
-        elif kind in (CHECK_BOX, OPTION):
-            width -= BOX_AND_GAP
-        elif control["class"] == "ComboBox":
-            width -= height + BORDERS
-        elif kind != OWNER_DRAWN:
-            width -= BORDERS
-        self.assertGreater(size.width, 0)
-        self.assertLessEqual(size.width, width)
-        self.assertLessEqual(size.height, height)
-
-    def test_the_window_fits_the_smallest_screen_with_its_taskbar(self):
-        left, top, right, bottom = self.d.main.rect
-        self.assertLessEqual(right - left, SCREEN[0])
-        self.assertLessEqual(bottom - top, SCREEN[1] - TASKBAR)
+                    self.assertLess(order.index(self.d.handle(frame)), order.index(self.d.handle(name)), (title, name))
 
     def test_a_picture_of_each_is_kept(self):
         for panel in PANELS:
@@ -267,6 +176,25 @@ class TheKeyboardReachesEverything(PanelCase):
             d.key("Down")
             seen.add(wait_for("the next mode", lambda old=before: d.focus().hwnd != old and d.focus().hwnd))
         self.assertEqual(seen, set(modes))
+
+    def test_the_minutes_are_changed_with_the_arrows_where_their_box_is_disabled(self):
+        d = self.d
+        self.show(PANELS[3])
+        for index in (0, 2):
+            d.click(("optSchedule", index))
+            d.wait_checked(("optSchedule", index))
+        self.assertFalse(d.control("txtMinutes").enabled)
+        before = int(d.text("txtMinutes"))
+        d.key("Tab")
+        d.wait_focus("VSUpDown")
+        d.settle("VSUpDown")
+        d.screenshot(BUILT / "panels" / "VSUpDown.png", d.main)
+        d.key("Up")
+        d.wait_text("txtMinutes", str(before + 1))
+        for number in (before, before - 1):
+            d.key("Down")
+            d.wait_text("txtMinutes", str(number))
+        self.assertEqual(d.control("VSUpDown").pos, before - 1)
 
     def test_a_level_is_changed_with_the_arrows(self):
         d = self.d

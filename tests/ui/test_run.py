@@ -7,7 +7,7 @@ from tests.harness.items import ITEMS
 from tests.harness.program import CLOSE_BUTTON, DONE, STOPPED, ProgramCase, only
 
 CLIPBOARD, TEMP = "Erasing Clipboard History...", "Erasing Windows Temp File/Folder ..."
-REGISTRY = "Erasing Erase Registry Fragment..."
+REGISTRY, RECENT = "Erasing Erase Registry Fragment...", "Erasing Windows Recent Document list ..."
 STEP = 10  # of the bar, an item
 
 
@@ -49,6 +49,20 @@ class ARun(RunCase):
             self.assertEqual(self.wait_run_over(), [TEMP, *STOPPED])
         self.assertEqual(self.progress(), (0, 30, 30))
         d.wait_status("Ready")
+
+    def test_pauses_for_a_second_after_an_item(self):
+        d = self.d
+        self.start(only("RecentDocumentList", "OpenSavedDialoge"))
+        with d.time_held():
+            self.press_erase_only()
+            self.wait_log(RECENT)
+            d.settle("cmdStop")  # answered in the pause, not before: this item lets no event run
+            d.pass_time(999)
+            for _ in range(3):  # the pause looks at the clock each time
+                d.settle("cmdStop")
+            self.assertEqual(self.log(), [RECENT])
+            d.pass_time(1)
+            self.wait_log(RECENT, CLIPBOARD)
 
     def test_can_follow_on_a_stopped_one(self):
         self.start(only("OpenSavedDialoge", "WinTempFileFolder"))
@@ -95,7 +109,7 @@ class ARun(RunCase):
         self.start()
         self.press_erase_only()
         expected = [line for item in ITEMS for line in item.lines]
-        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 60)
+        wait_for("the end of the run", lambda: self.log()[-1:] == DONE[-1:], 300)
         self.assertEqual(self.wait_run_over(), [*expected, *DONE])
         full = STEP * len(ITEMS)  # of all that is ticked, which is more than what runs
         self.assertEqual(self.progress(), (0, full, full))

@@ -3,7 +3,8 @@ import contextlib
 import shutil
 import unittest
 
-from tests.harness.driver import wait_for
+from tests.harness.driver import WM_CLOSE, wait_for
+from tests.harness.part_registry import RUNNING_TITLE
 from tests.harness.program import DONE, STARTED, STOPPED, only
 from tests.harness.shredder import EMPTY_COLLECTION, LIST_FILE, ShredderCase, overwritten_size, ready
 
@@ -101,6 +102,55 @@ class TheScheduledList(ScheduledCase):
         d.wait_text("FileCount", "")
         d.wait_text("lStat", "Status")
         self.assertEqual(self.left(), ["a.txt"])
+
+    def test_says_when_it_cannot_be_saved_and_reports_it_on_line(self):
+        d = self.d
+        blocked = self.list_file.with_name(LIST_FILE + ".tmp")  # a folder of that name keeps the new list from being written
+        blocked.mkdir()
+        self.addCleanup(lambda: blocked.exists() and blocked.rmdir())
+        message = "The scheduled list could not be saved (Permission denied)."
+        paths = self.files("a.txt", "b.txt")
+        self.fill("lstFiles", paths)
+        d.wait_text("txtMessage", message)
+        with self.on_line():
+            self.choose_files("cmdCustomAdd", "b.txt")
+            box = d.press_button_in_box("OK")
+            self.assertEqual((box.title, box.text), (RUNNING_TITLE, "frmMain,cmdCustomAdd70Permission denied"))
+            d.post(None, WM_CLOSE)
+            box = d.press_button_in_box("OK")
+            self.assertEqual(box.text, "frmMain,SaveEraseSettings70Permission denied")
+            self.assertEqual(d.wait_ended(), 0)
+        self.assertFalse(self.list_file.exists())
+        blocked.rmdir()
+        self.restart()
+
+    def test_reports_on_line_when_it_cannot_be_saved_after_a_run(self):
+        d = self.d
+        self.start(SCHEDULED)
+        self.show_shredder()
+        self.fill("lstFiles", self.files("a.txt"))
+        d.settle("lstFiles")
+        blocked = self.list_file.with_name(LIST_FILE + ".tmp")
+        blocked.mkdir()
+        self.addCleanup(lambda: blocked.exists() and blocked.rmdir())
+        with self.on_line():
+            self.press_erase_only()
+            box = d.press_button_in_box("OK")
+            self.assertEqual((box.title, box.text), (RUNNING_TITLE, "frmMain,ShredDelete70Permission denied"))
+            self.assertEqual(self.wait_run_over()[-2:], DONE)
+        self.assertEqual(self.left(), [])
+        blocked.rmdir()
+
+    def test_counts_its_files_again_after_a_dialog_that_was_cancelled(self):
+        d = self.d
+        self.fill("lstFiles", self.files("a.txt", "b.txt"))
+        self.fill("lstFileShred", self.files("c.txt"))
+        self.assertEqual(d.text("FileCount"), ready(1))
+        d.click("cmdCustomAdd")
+        d.file_dialog()
+        d.key("Escape")
+        d.wait_no_window("#32770", "Open")
+        d.wait_text("FileCount", ready(2))
 
     def test_is_cleared_without_a_word_when_there_is_no_file(self):
         d = self.d
@@ -215,7 +265,42 @@ class AnEraseRun(ScheduledCase):
         self.press_erase_only()
         self.wait_run_over()
         self.assertEqual(self.left(), ["a.txt"])  # only what was added since is in the collection
-        self.assertEqual(self.shown(), [])
+        self.assertEqual(self.shown(), paths)  # and what was not shredded stays
+
+    def test_keeps_what_it_cannot_shred_on_the_list_and_in_its_file(self):
+        d = self.d
+        held, free = self.files("held.txt", "free.txt")
+        not_in = r"Q:\not in\b.txt"
+        holder = self.hold(held)
+        self.fill("lstFiles", [held, not_in, free])
+        self.press_erase_only()
+        self.wait_run_over()
+        self.show_shredder()
+        self.assertEqual((self.left(), self.shown(), d.text("FileCount")), (["held.txt"], [held, not_in], ready(2)))
+        self.assertEqual(d.text("txtMessage"),
+                         rf"1 of 3 files shredded. {held} was not shredded (Permission denied), nor was 1 other.")
+        self.wait_saved([held, not_in])
+        d.terminate(holder)
+        self.press_erase_only()
+        self.wait_run_over()
+        self.assertEqual((self.left(), self.shown()), ([], [not_in]))
+        self.end()
+        self.restart()
+        self.show_shredder()
+        self.assertEqual(self.shown(), [not_in])
+
+    def test_that_its_window_ends_has_what_was_not_shredded_in_the_lists_file(self):
+        d = self.d
+        d.replace_text("txtLevel", "100")
+        self.fill("lstFiles", self.many_files(3000))
+        self.press_erase_only()
+        self.wait_bar_moves()
+        d.post(None, WM_CLOSE)
+        self.assertEqual(d.wait_ended(), 0)
+        left = self.left()
+        self.assertTrue(0 < len(left) < 3000, f"{len(left)} files are left")
+        self.assertEqual(self.saved(), [rf"C:\work\{name}" for name in left])
+        self.restart()
 
     def test_is_stopped_behind_the_file_in_hand_and_the_others_stay_on_the_list(self):
         d = self.d
@@ -229,6 +314,7 @@ class AnEraseRun(ScheduledCase):
         self.assertGreater(len(left), 0, "the run was over before it was stopped")
         self.assertLess(len(left), 3000)
         self.assertEqual(self.shown(), [rf"C:\work\{name}" for name in left])
+        self.assertEqual(d.text("FileCount"), ready(len(left)))
 
         self.show_shredder()
         d.replace_text("txtLevel", "0")
@@ -250,7 +336,7 @@ class AnEraseRun(ScheduledCase):
         d.key("Delete")
         self.assertGreater(self.bar(), 0, "the run was over before the last key")
         self.assertEqual((self.count("lstFiles"), d.find_windows("#32770"), self.list_file.exists()), (3000, [], True))
-        self.wait_count("lstFiles", 0, 60)
+        self.wait_count("lstFiles", 0, 300)
         self.assertEqual(self.left(), [])
         d.wait_enabled("cmdStop", False)
 

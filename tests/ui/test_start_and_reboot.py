@@ -81,8 +81,8 @@ class ARebootAfterARun(unittest.TestCase):
             d.wait_visible("cmdClean")
             self.assertFalse(written.exists())
             press(d)
-            wait_for("the end of the session", lambda: not d.probe.alive(), seconds=60)
-            wait_for("the program that starts after the reboot", written.exists, seconds=60)
+            wait_for("the end of the session", lambda: not d.probe.alive(), seconds=300)
+            wait_for("the program that starts after the reboot", written.exists, seconds=300)
 
     def test_comes_by_the_button_for_it(self):
         self.reboot_by("button", lambda d: d.click("CmdCleanReboot"))

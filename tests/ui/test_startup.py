@@ -2,7 +2,7 @@
 import subprocess
 import unittest
 
-from tests.harness.driver import BUILT
+from tests.harness.driver import BUILT, RUNNING_TITLE
 from tests.harness.items import ITEMS
 from tests.harness.part_clock import LIBRARY
 from tests.harness.program import CAPTION, STARTED, STORE, ProgramCase, only
@@ -248,11 +248,11 @@ class ADamagedStore(StartCase):
             with self.subTest(**sections):
                 self.check_with(**sections)
 
-    def test_a_damaged_flag_is_not_ticked_and_one_that_is_no_text_is_taken_as_missing(self):
+    def test_a_flag_that_is_damaged_or_no_text_is_not_ticked(self):
         self.start({"CleanSettings": {"Cookies": "yes", "RunHistory": "", "ScanDisk": 0, "RecycleBin": "1"}})
         boxes = {item.key: self.d.checked(item.box) for item in ITEMS}
         self.assertEqual([boxes[key] for key in ("Cookies", "RunHistory", "ScanDisk", "RecycleBin")],
-                         [False, False, True, True])
+                         [False, False, False, True])
 
     def test_an_hour_that_the_picker_refuses_ends_the_loading_there_and_loses_no_setting(self):
         self.start({"Scheduling": {"ScheduleHour": "24", "Shutdown": "1"}, "Startup": {"LoadStartup": "1"}})
@@ -260,6 +260,17 @@ class ADamagedStore(StartCase):
         self.end()
         self.assertEqual((self.d.registry_value("Startup", "LoadStartup"), self.d.registry_value("Scheduling", "Shutdown")),
                          ("1", "1"))
+
+    def test_what_ends_the_loading_is_reported_on_line_before_the_window_comes(self):
+        d = self.d
+        self.end()
+        self.store({"Scheduling": {"ScheduleMin": "45", "ScheduleHour": "24", "ScheduleDay": "1"}})
+        with self.on_line():
+            d.start_program(wait_for_window=False)
+            box = d.press_button_in_box("OK")
+            self.assertEqual((box.title, box.text), (RUNNING_TITLE, "frmMain,LoadGeneralSettings380Invalid property value"))
+            d.wait_status(STARTED)
+        self.assertEqual((d.boxes(), d.text("txtMinutes"), self.chosen_mode()), ([], "45", []))
 
 
 if __name__ == "__main__":

@@ -79,9 +79,10 @@ TEST(Catalogue, CallsEachItemsOwnCleaner) {
 TEST(Catalogue, VisitsTheBoxesArrayByArray) {
   std::size_t place = 0;
   for (const BoxArray array : {kIe, kWin, kNet, kOpera}) {
-    EXPECT_EQ(BoxCount(array), ExpectedBoxCount(array));
-    for (int index = 0; index < BoxCount(array); ++index, ++place)
+    for (int index = 0; index < ExpectedBoxCount(array); ++index, ++place) {
+      ASSERT_LT(place, ItemsInBoxOrder().size());
       EXPECT_EQ(NameOf(ItemsInBoxOrder()[place]->array, ItemsInBoxOrder()[place]->index), NameOf(array, index));
+    }
   }
   EXPECT_EQ(place, Catalogue().size());
 }

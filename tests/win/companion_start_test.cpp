@@ -35,7 +35,7 @@ class CompanionStart : public testing::Test {
   void TearDown() override {
     StopErase = false;
     EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description();
-    EXPECT_EQ(user.Boxes().size(), 0u);
+    EXPECT_EQ(user.Boxes().size(), reported ? 1u : 0u);
     ::SetCurrentDirectoryA("C:\\test");
     ::DeleteFileA(kTold);
     DeleteTheCompanion();
@@ -79,7 +79,15 @@ class CompanionStart : public testing::Test {
     RemoveTheWorkingFolder();
   }
 
+  // The machine is on line.
+  void ExpectReport(const std::string& text) {
+    reported = true;
+    ASSERT_EQ(user.Boxes().size(), 1u);
+    EXPECT_EQ(user.Boxes().front().text.substr(0, text.size()), text);
+  }
+
   MessageBoxUser user;
+  bool reported = false;
 };
 
 }  // namespace
@@ -114,20 +122,22 @@ TEST_F(CompanionStart, TakesTheOneOfTheProgramsFolderWhateverTheCurrentFolderIs)
   ::SetCurrentDirectoryA("C:\\test");
 }
 
-TEST_F(CompanionStart, SaysNothingWhereTheCompanionIsMissing) {
+TEST_F(CompanionStart, IsReportedAsFailedWhereTheCompanionIsMissing) {
   const ScratchFolder other("C:\\other");
   ASSERT_TRUE(::CopyFileA("C:\\witness.exe", (other / "iea.exe").c_str(), FALSE));
   ::SetCurrentDirectoryA(other.Path().c_str());
   DeleteTheCompanion();
   cmdAutoComplte();
+  ExpectReport("mdFHCCleaner,cmdAutoComplte53File not found");
   EXPECT_FALSE(IsThere(other / "iea.exe.txt"));
   ExpectThatNoneIsOnItsWay();
 }
 
-TEST_F(CompanionStart, SaysNothingWhereTheCompanionIsNoProgram) {
+TEST_F(CompanionStart, IsReportedAsFailedWhereTheCompanionIsNoProgram) {
   DeleteTheCompanion();
   WriteWhole(kCompanion, "no program");
   cmdAutoComplte();
+  ExpectReport("mdFHCCleaner,cmdAutoComplte");
   ExpectThatNoneIsOnItsWay();
 }
 

@@ -13,6 +13,7 @@
 #include "platform/app_title.h"
 #include "platform/internet_transfer.h"
 #include "platform/system_functions.h"
+#include "scratch_folder.h"
 #include "scratch_key.h"
 
 using namespace platform;
@@ -90,6 +91,17 @@ TEST_F(IsOnlineTest, IsFalseAndQuickWhenThePageDoesNotOpen) {
   EXPECT_LT(::GetTickCount() - start, 2000u) << "milliseconds";
 }
 
+TEST_F(IsOnlineTest, AsksNobodyElse) {
+  UseProxy(std::getenv("QUELLIX_REDIRECTING_PROXY"));
+  IsOnline();
+  EXPECT_EQ(ReadWhole("C:\\test\\redirected.txt"), std::string("GET ") + kProbeAddress + "\n");
+}
+
+TEST_F(IsOnlineTest, IsFalseWithoutAnAddress) {
+  EXPECT_FALSE(OpensPage(""));
+  EXPECT_EQ(Probes(), 0u);
+}
+
 TEST_F(IsOnlineTest, LeavesAPendingErrorAsItIs) {
   SetPending(kDiskFull);
   EXPECT_TRUE(IsOnline());
@@ -164,8 +176,7 @@ TEST_F(ReportErrorTest, ReportsItsErrorWhateverFailsInTheWindowEventsMeanwhile) 
 
 TEST_F(ReportErrorTest, StopsTheTransferBeforeTheMessageAndOnlyThen) {
   void* const session = late::InternetOpen("test", 0, nullptr, nullptr, 0);
-  InternetTransfer transfer;
-  transfer.Adopt(late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, 0, 0));
+  InternetTransfer transfer(late::InternetOpenUrl(session, kProbeAddress, nullptr, 0, 0, 0));
   ASSERT_TRUE(transfer.StillExecuting());
   SetReporterTransfer(&transfer);
   GoOffline();
@@ -285,7 +296,7 @@ TEST_F(ReportBurstTest, AsksOnceWhetherTheMachineIsOnLine) {
   const ReportBurst burst;
   for (int i = 0; i < 100; ++i) Report(kInvalidCall);
   EXPECT_EQ(Probes(), 1u);
-  EXPECT_EQ(burst.Reports(), 100);
+  EXPECT_EQ(burst.ReportsForTests(), 100);
   EXPECT_EQ(Err.Number(), 0) << "each report clears its error";
 }
 
@@ -304,14 +315,14 @@ TEST_F(ReportBurstTest, ShowsNothingOffLine) {
   const ReportBurst burst;
   for (int i = 0; i < 1000; ++i) Report(kInvalidCall);
   EXPECT_EQ(user.Boxes().size(), 0u);
-  EXPECT_EQ(burst.Reports(), 1000);
+  EXPECT_EQ(burst.ReportsForTests(), 1000);
 }
 
 TEST_F(ReportBurstTest, AsksNothingWithoutAFailure) {
   const ReportBurst burst;
   ReportError("tag");
   EXPECT_EQ(Probes(), 0u);
-  EXPECT_EQ(burst.Reports(), 0);
+  EXPECT_EQ(burst.ReportsForTests(), 0);
 }
 
 TEST_F(ReportBurstTest, IsPartOfTheBurstAroundIt) {
@@ -320,11 +331,11 @@ TEST_F(ReportBurstTest, IsPartOfTheBurstAroundIt) {
   for (int i = 0; i < 3; ++i) {
     const ReportBurst inner;
     Report(kDiskFull);
-    EXPECT_EQ(inner.Reports(), 2 + i);
+    EXPECT_EQ(inner.ReportsForTests(), 2 + i);
   }
   Report(kDiskFull);
   EXPECT_EQ(Probes(), 1u);
-  EXPECT_EQ(outer.Reports(), 5);
+  EXPECT_EQ(outer.ReportsForTests(), 5);
   EXPECT_EQ(Texts(), (std::vector<std::string>{"tag61Disk full"}));
 }
 
@@ -332,7 +343,7 @@ TEST_F(ReportBurstTest, EndsWithItsScope) {
   for (int i = 0; i < 2; ++i) {
     const ReportBurst burst;
     Report(kDiskFull);
-    EXPECT_EQ(burst.Reports(), 1);
+    EXPECT_EQ(burst.ReportsForTests(), 1);
   }
   GoOffline();
   const ReportBurst burst;

@@ -23,6 +23,7 @@
 #include "platform/stop_request.h"
 #include "platform/wide_system.h"
 #include "scratch_folder.h"
+#include "second_name.h"
 #include "watched_window.h"
 #include "window_event.h"
 
@@ -203,7 +204,8 @@ TEST_F(ManualShredTest, SaysHowManyFilesAreGoneWhenSomeAreLeftOrWereNeverThere) 
   const HANDLE holder = ::CreateFileA(paths[0].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   Drop(IDC_lstFileShred, paths);
   Press(IDC_cmdshredFiles);
-  EXPECT_EQ(Text(IDC_txtMessage), "1 of 3 files shredded.");
+  EXPECT_EQ(Text(IDC_txtMessage),
+            "1 of 3 files shredded. " + paths[0] + " was not shredded (Permission denied), nor was 1 other.");
   EXPECT_EQ(Count(IDC_lstFileShred), 0);
   ::CloseHandle(holder);
   EXPECT_EQ(ReadWhole(paths[0]), "content");
@@ -214,7 +216,8 @@ TEST_F(ManualShredTest, CountsNoFileThatIsGoneWithoutBeingOverwritten) {
   Drop(IDC_lstFileShred, Files(1));
   Press(IDC_cmdshredFiles);
   EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
-  EXPECT_EQ(Text(IDC_txtMessage), "0 of 1 file shredded.");
+  EXPECT_EQ(Text(IDC_txtMessage), "0 of 1 file shredded. " + folder.Path() +
+                                      "\\file 0 was deleted, but not overwritten as a whole (Type mismatch).");
   filled.SetLevels("1", "50");
   Drop(IDC_lstFileShred, Files(1));
   Press(IDC_cmdshredFiles);
@@ -254,7 +257,8 @@ TEST_F(ManualShredTest, SaysOnceForAllOfItsFilesWhatFailedWhileTheMachineIsOnLin
                                  "modShred,DeleteFileShred52Bad file name or number"));
   const std::string requests = ReadWhole("C:\\test\\requests.txt");
   EXPECT_EQ(std::count(requests.begin(), requests.end(), '\n'), 1) << "one question whether it is";
-  EXPECT_EQ(Text(IDC_txtMessage), "0 of 3 files shredded.");
+  EXPECT_EQ(Text(IDC_txtMessage),
+            "0 of 3 files shredded. " + paths[0] + " was not shredded (Permission denied), nor were 2 others.");
   EXPECT_EQ(NamesIn(folder.Path()).size(), 3u);
 }
 
@@ -352,6 +356,70 @@ TEST_F(ScheduledShredTest, TakesNoNoticeOfAStopRequestFromBefore) {
   EXPECT_THAT(NamesIn(folder.Path()), IsEmpty());
 }
 
+// The level is not that of the moment in which the run began.
+TEST_F(ManualShredTest, TakesTheLevelThatItsBoxShowsAtEachFile) {
+  const Names paths = Files(2);
+  const ScratchFolder others("C:\\test\\second names");
+  for (int file = 0; file < 2; ++file) GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
+  filled.SetLevels("1", "9");
+  Drop(IDC_lstFileShred, paths);
+  const BarRecord bar(Item(IDC_PbarShred), [this] { filled.SetLevels("2", "9"); });
+  Press(IDC_cmdshredFiles);
+  EXPECT_EQ(ReadWhole(others / "0").size(), 960u);
+  EXPECT_EQ(ReadWhole(others / "1").size(), 1480u);
+}
+
+TEST_F(ScheduledShredTest, TakesTheLevelThatItsBoxShowsAtEachFile) {
+  const Names paths = Files(2);
+  const ScratchFolder others("C:\\test\\second names");
+  for (int file = 0; file < 2; ++file) GiveSecondName(paths[static_cast<std::size_t>(file)], others / std::to_string(file));
+  filled.SetLevels("9", "1");
+  Drop(IDC_lstFiles, paths);
+  const BarRecord bar(Item(IDC_PbarShred), [this] { filled.SetLevels("9", "2"); });
+  panel.ShredDelete();
+  EXPECT_EQ(ReadWhole(others / "0").size(), 960u);
+  EXPECT_EQ(ReadWhole(others / "1").size(), 1480u);
+}
+
+TEST_F(ScheduledShredTest, KeepsOnTheListAndInItsFileWhatCouldNotBeShredded) {
+  Names paths = Files({"held", "a"});
+  paths.insert(paths.begin() + 1, {"Q:\\not in\\b.txt", folder / "no folder\\c.txt", folder / "missing"});
+  UniqueFile holder(::CreateFileA(paths[0].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  Drop(IDC_lstFiles, paths);
+  panel.ShredDelete();
+  const std::string left = paths[0] + "\r\n" + paths[1] + "\r\n" + paths[2] + "\r\n";
+  EXPECT_EQ(ReadWhole(kListFile), left);
+  EXPECT_EQ(Count(IDC_lstFiles), 3);
+  EXPECT_EQ(Text(IDC_FileCount), "There are 3 files ready for deleting!");
+  EXPECT_EQ(Text(IDC_txtMessage),
+            "1 of 5 files shredded. " + paths[0] + " was not shredded (Permission denied), nor were 3 others.");
+
+  holder.reset();
+  panel.ShredDelete();
+  EXPECT_THAT(NamesIn(folder.Path()), IsEmpty()) << "the next run tries again";
+  EXPECT_EQ(ReadWhole(kListFile), paths[1] + "\r\n" + paths[2] + "\r\n");
+}
+
+// The program ends in the middle of the run when its window is closed, and saves what is on the list.
+TEST_F(ScheduledShredTest, SavesAtEachMomentWhatIsStillToBeShredded) {
+  const Names paths = Files(3);
+  Drop(IDC_lstFiles, paths);
+  bool toBeSaved = false;
+  {
+    const BarRecord bar(Item(IDC_PbarShred), [&] {
+      panel.SaveSettingsToFile();
+      EXPECT_EQ(ReadWhole(kListFile), paths[1] + "\r\n" + paths[2] + "\r\n");
+    });
+    panel.ShredDelete();
+  }
+
+  Drop(IDC_lstFiles, Files(1));
+  const BarRecord bar(Item(IDC_PbarShred), [&] { toBeSaved = panel.HasListToSave(); });
+  panel.ShredDelete();
+  EXPECT_TRUE(toBeSaved);
+  EXPECT_FALSE(panel.HasListToSave());
+}
+
 TEST_F(ScheduledShredTest, ShredsNoLineThatCameFromTheFileAlone) {
   const Names loaded = Files({"loaded"});
   WriteWhole(kListFile, loaded[0] + "\r\n");
@@ -360,7 +428,7 @@ TEST_F(ScheduledShredTest, ShredsNoLineThatCameFromTheFileAlone) {
   EXPECT_EQ(Count(IDC_lstFiles), 2);
   panel.ShredDelete();
   EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("loaded"));
-  EXPECT_EQ(Count(IDC_lstFiles), 0) << "the whole list is emptied";
+  EXPECT_EQ(Count(IDC_lstFiles), 1) << "what was not shredded stays";
   EXPECT_EQ(ReadWhole(kListFile), loaded[0] + "\r\n") << "and the next start lists the line again";
 }
 
@@ -428,6 +496,34 @@ TEST_F(DropTest, OfANameOutsideTheCodePageMeansThatFileAndNoneThatLooksLikeIt) {
   EXPECT_EQ(Text(IDC_txtMessage), "1 file shredded.");
   EXPECT_EQ(::GetFileAttributesW(wide.c_str()), INVALID_FILE_ATTRIBUTES);
   EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a.txt"));
+}
+
+// A folder of that name keeps the new list from being written.
+TEST_F(SavingTest, SaysWhenTheListCannotBeSavedOrDeleted) {
+  ASSERT_TRUE(::CreateDirectoryA("C:\\test\\QUELLIX_Shred.tmp", nullptr));
+  const std::string message = "The scheduled list could not be saved (Permission denied).";
+  Drop(IDC_lstFiles, Files(2));
+  EXPECT_EQ(Text(IDC_txtMessage), message);
+  EXPECT_EQ(Count(IDC_lstFiles), 2);
+  filled.Say("");
+  EXPECT_EQ(failureOf([this] { panel.SaveSettingsToFile(); }).number, kPermissionDenied);
+  EXPECT_EQ(Text(IDC_txtMessage), message);
+  EXPECT_TRUE(user.Boxes().empty()) << "off line";
+
+  GoOnline();
+  panel.ShredDelete();
+  ASSERT_EQ(user.Boxes().size(), 1u);
+  EXPECT_EQ(user.Boxes().front().text, "frmMain,ShredDelete70Permission denied");
+  EXPECT_EQ(Text(IDC_txtMessage), message);
+  EXPECT_TRUE(panel.HasListToSave()) << "it is tried again at the end";
+  ::RemoveDirectoryA("C:\\test\\QUELLIX_Shred.tmp");
+  panel.SaveSettingsToFile();
+  EXPECT_FALSE(panel.HasListToSave());
+
+  const UniqueFile holder(
+      ::CreateFileA(kListFile, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+  Press(IDC_cmdCustomDeleteAll);
+  EXPECT_EQ(Text(IDC_txtMessage), message);
 }
 
 TEST_F(SavingTest, WritesNothingAtADeleteKeyWithoutAChosenLine) {

@@ -7,6 +7,7 @@
 #include "locked_key.h"
 #include "log_recorder.h"
 #include "nothing_pending.h"
+#include "nothing_said.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_key.h"
@@ -251,6 +252,7 @@ TEST_P(SweeperTest, DeletesTheKeyWithoutASweepAfterAStop) {
 }
 
 TEST_P(SweeperTest, LeavesAKeyThatItMayNotChangeAndSaysNothing) {
+  const NothingSaid nothing;
   Fill();
   const LockedKey kept(Kept(), READ_CONTROL);
   const LockedKey locked(key.Path());
@@ -311,6 +313,7 @@ TEST_F(ClearAutoCompletePasswordsTest, TakesAMissingKeyAsItIs) {
 }
 
 TEST_F(ClearAutoCompletePasswordsTest, SaysNothingOfAKeyThatItMayNotDelete) {
+  const NothingSaid nothing;
   forms.PutText("name", "text");
   const LockedKey kept(forms.Path() + "\\kept", READ_CONTROL);
   ClearAutoCompletePasswords();

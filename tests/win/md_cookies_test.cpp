@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include "ansi_paths.h"
 #include "cookies/frmCookie_ids.h"
 #include "platform/dialog.h"
@@ -65,6 +68,12 @@ class MdCookies : public testing::Test {
     EXPECT_EQ(NamesIn(folder.Path()), Names{"list"}) << "something is left beside the file";
   }
 
+  // Long enough after the last one that a walk looks at its first step.
+  void AtTheNextLook(std::function<void()> action) const {
+    events.AtTheNext(std::move(action));
+    LetTheNextLookBeDue();
+  }
+
   WindowWithList window;
   ListBox& list = window.list;
   ScratchFolder folder;
@@ -116,26 +125,33 @@ TEST_F(IsKeptTest, TakesABlankLineForTheEmptyName) {
 
 TEST_F(IsKeptTest, LetsWindowEventsRunAfterALineThatDoesNotMatch) {
   Fill({"other", "name"});
-  events.AtTheNext([&] { list.RemoveItem(1); });
+  AtTheNextLook([&] { list.RemoveItem(1); });
   EXPECT_FALSE(IsKept(list, L"name")) << "the line went before it was looked at";
   EXPECT_TRUE(events.HasRun());
 }
 
 TEST_F(IsKeptTest, LetsNoWindowEventRunWhenTheFirstLineMatches) {
   Fill({"name", "other"});
-  events.AtTheNext([] {});
+  AtTheNextLook([] {});
   EXPECT_TRUE(IsKept(list, L"name"));
   EXPECT_FALSE(events.HasRun());
 }
 
 TEST_F(IsKeptTest, RunsOnWhenAWindowEventEmptiesTheListOrTakesItAway) {
   Fill(Numbered(3));
-  events.AtTheNext([&] { list.Clear(); });
+  AtTheNextLook([&] { list.Clear(); });
   EXPECT_FALSE(IsKept(list, L"name"));
   Fill(Numbered(3));
-  events.AtTheNext([&] { window.Close(); });
+  AtTheNextLook([&] { window.Close(); });
   EXPECT_FALSE(IsKept(list, L"name"));
   EXPECT_TRUE(events.HasRun());
+}
+
+TEST_F(IsKeptTest, IsTrueWhereThereIsALineOfThatCookie) {
+  Fill({"other", " NAME", "name"});
+  EXPECT_EQ(LineOf(list, L"name"), 1);
+  EXPECT_EQ(LineOf(list, L"no name"), -1);
+  for (const wchar_t* name : {L"other", L"Name", L"no name"}) EXPECT_EQ(IsKept(list, name), LineOf(list, name) >= 0);
 }
 
 TEST_F(SaveListTest, WritesEveryLineInItsOrderEndedByCrLf) {

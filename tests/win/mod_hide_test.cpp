@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -64,6 +65,34 @@ class BrowserWindowsTest : public ModHide {
     SavedBrowserPlacements.clear();
   }
   OtherProgram browser;
+};
+
+// A browser that is at work until it is told to answer again. Windows 2000 and later do all of this themselves.
+class BusyBrowserTest : public BrowserWindowsTest {
+ protected:
+  void SetUp() override {
+    if (!IsWindows9xSetting()) GTEST_SKIP() << "the system places windows without waiting";
+    BrowserWindowsTest::SetUp();
+  }
+  void TearDown() override {
+    Free();
+    ::CloseHandle(free_);
+  }
+  void Busy() { browser.Begin(work_); }
+  void Free() { ::SetEvent(free_); }
+
+  // Answers come through the loop of messages.
+  static void LetEventsRunUntil(const std::function<bool()>& done) {
+    const DWORD start = ::GetTickCount();
+    MSG message;
+    while (!done() && ::GetTickCount() - start < 30000) {
+      ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+      while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
+    }
+  }
+
+  HANDLE free_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  std::function<void()> work_ = [this] { ::WaitForSingleObject(free_, 60000); };
 };
 
 WINDOWPLACEMENT PlacementOf(HWND window) {
@@ -291,5 +320,60 @@ TEST_F(BrowserWindowsTest, AreRestoredAgainByASecondRestore) {
 TEST_F(BrowserWindowsTest, AreNothingBeforeTheFirstHiding) {
   const HWND window = browser.Open(kFrame, "Hidden by itself", WS_OVERLAPPEDWINDOW);
   RestoreBrowserWindows();
+  EXPECT_FALSE(::IsWindowVisible(window));
+}
+
+TEST_F(BusyBrowserTest, IsHiddenOnceItAnswers) {
+  const HWND window = browser.Open(kFrame, "At work");
+  Busy();
+  HideBrowserWindows();
+  EXPECT_TRUE(::IsWindowVisible(window));
+  Free();
+  LetEventsRunUntil([window] { return !::IsWindowVisible(window); });
+  EXPECT_FALSE(::IsWindowVisible(window));
+}
+
+TEST_F(BusyBrowserTest, ComesBackOnceItAnswers) {
+  const HWND window = browser.Open(kFrame, "At work", kNormal | WS_MAXIMIZE);
+  HideBrowserWindows();
+  Busy();
+  RestoreBrowserWindows();
+  EXPECT_FALSE(::IsWindowVisible(window));
+  Free();
+  LetEventsRunUntil([window] { return ::IsWindowVisible(window) != FALSE; });
+  EXPECT_TRUE(::IsZoomed(window));
+}
+
+TEST_F(BusyBrowserTest, StaysOnShowWhenItAnswersAfterTheWayBack) {
+  const HWND window = browser.Open(kFrame, "At work");
+  Busy();
+  HideBrowserWindows();
+  RestoreBrowserWindows();
+  Free();
+  browser.Answer();
+  int rounds = 0;
+  LetEventsRunUntil([&rounds] { return ++rounds > 3; });
+  EXPECT_TRUE(::IsWindowVisible(window));
+  EXPECT_THAT(browser.Hidden(), IsEmpty());
+}
+
+TEST_F(BusyBrowserTest, GetsTimeToComeBackAtTheEndOfTheProgram) {
+  const HWND window = browser.Open(kFrame, "At work");
+  HideBrowserWindows();
+  Busy();
+  RestoreBrowserWindows();
+  Free();
+  PlaceAwaitedBrowsers(30000);
+  EXPECT_TRUE(::IsWindowVisible(window));
+}
+
+TEST_F(BusyBrowserTest, IsForgottenAfterItsTimeAtTheEnd) {
+  const HWND window = browser.Open(kFrame, "At work");
+  HideBrowserWindows();
+  Busy();
+  RestoreBrowserWindows();
+  const DWORD start = ::GetTickCount();
+  PlaceAwaitedBrowsers(100);
+  EXPECT_LT(::GetTickCount() - start, 10000u);
   EXPECT_FALSE(::IsWindowVisible(window));
 }

@@ -9,6 +9,7 @@
 #include "exit_windows.h"
 #include "late_calls.h"
 #include "nothing_pending.h"
+#include "nothing_said.h"
 #include "platform/handles.h"
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
@@ -267,6 +268,7 @@ TEST_F(RebootSystemTest, EnablesThePrivilegeFirstOnTheNtFamilyAndNotOnWindows9x)
 }
 
 TEST_F(RebootSystemTest, SaysNothingWhenTheSystemRefuses) {
+  const NothingSaid nothing;
   privilegeCallsFail = true;
   ExitWindowsAnswer = FALSE;
   RebootSystem(true);
@@ -296,6 +298,7 @@ TEST_F(RegisterStartupTest, DeletesTheValueForAnyOtherSetting) {
 }
 
 TEST_F(RegisterStartupTest, DeletesAValueThatIsNotThereWithoutAWord) {
+  const NothingSaid nothing;
   RegisterWith("0");
   RegisterWith("0");
   EXPECT_EQ(ValueOf(kName), "(no value)");
@@ -311,6 +314,7 @@ TEST_F(RegisterStartupTest, MakesTheRunKeyWhenItIsMissingAndMissesItNotForADelet
 }
 
 TEST_F(RegisterStartupTest, SaysNothingWhenTheRunKeyCannotBeMade) {
+  const NothingSaid nothing;
   // No lasting key comes below one that goes with the session.
   constexpr char kParent[] = "Software\\Microsoft\\Windows\\CurrentVersion\\QuellixTest";
   HKEY parent = nullptr;

@@ -9,6 +9,7 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
+#include "window_event.h"
 
 using namespace cleaners;
 using namespace platform;
@@ -153,6 +154,17 @@ TEST_F(WipeMatchingFilesTest, WipesTheFilesThatTheMaskLists) {
   EXPECT_EQ(NamesIn(folder.Path(), "*.tmp"), std::vector<std::string>{"folder.tmp"});
   EXPECT_TRUE(IsThere(folder / "two.txt"));
   EXPECT_TRUE(IsThere(folder / "three"));
+}
+
+TEST_F(WipeMatchingFilesTest, LetsWindowEventsRunAfterAFileSoThatAStopReachesIt) {
+  ::RemoveDirectoryA((folder / "folder.tmp").c_str());
+  const WindowEvents events;
+  events.AtTheNext([] { StopErase = true; });
+  LetTheNextLookBeDue();
+  WipeMatchingFiles(L"*.tmp");
+  StopErase = false;
+  EXPECT_TRUE(events.HasRun());
+  EXPECT_NE(IsThere(folder / "one.tmp"), IsThere(folder / "four.tmp")) << "the first one goes, and nothing after the stop";
 }
 
 TEST_F(WipeMatchingFilesTest, WipesEveryFileForAMaskThatListsAll) {

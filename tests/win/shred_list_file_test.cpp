@@ -60,9 +60,10 @@ class ShredListFile : public testing::Test {
     return Lines();
   }
 
-  void ExpectSavingLeavesTheOldList() {
+  // And tells its caller why.
+  void ExpectSavingLeavesTheOldList(int why) {
     Fill({"new"});
-    panel.SaveSettingsToFile();
+    EXPECT_EQ(failureOf([&] { panel.SaveSettingsToFile(); }).number, why);
     EXPECT_EQ(Lines(), Paths{"new"});
   }
 
@@ -202,7 +203,7 @@ TEST_F(SaveSettingsToFileTest, LeavesTheOldListThatAnotherProgramHolds) {
     const UniqueFile holder(::CreateFileA(kListFile, GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(holder);
     filled.lstFiles.Clear();
-    ExpectSavingLeavesTheOldList();
+    ExpectSavingLeavesTheOldList(kPermissionDenied);
   }
   EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
   EXPECT_FALSE(IsThere(kBeside));
@@ -211,13 +212,13 @@ TEST_F(SaveSettingsToFileTest, LeavesTheOldListThatAnotherProgramHolds) {
 TEST_F(SaveSettingsToFileTest, LeavesTheOldListWhenNothingCanBeWrittenBesideIt) {
   WriteWhole(kListFile, kTextOfThem);
   ::CreateDirectoryA(kBeside, nullptr);
-  ExpectSavingLeavesTheOldList();
+  ExpectSavingLeavesTheOldList(kPermissionDenied);
   EXPECT_EQ(ReadWhole(kListFile), kTextOfThem);
 }
 
 TEST_F(SaveSettingsToFileTest, LeavesAFolderOfThatName) {
   ::CreateDirectoryA(kListFile, nullptr);
-  ExpectSavingLeavesTheOldList();
+  ExpectSavingLeavesTheOldList(kAccessError);
   EXPECT_NE(::GetFileAttributesA(kListFile) & FILE_ATTRIBUTE_DIRECTORY, 0u);
   EXPECT_FALSE(IsThere(kBeside));
 }

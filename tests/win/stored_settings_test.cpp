@@ -138,6 +138,18 @@ TEST_F(ReadStoredSettingsTest, TakesTheDefaultForAValueThatIsNoText) {
   }
 }
 
+// A deleter errs to the safe side: what nobody can have ticked is not ticked.
+TEST_F(ReadStoredSettingsTest, TicksAnItemWhoseFlagIsMissingAndNoneWhoseFlagIsNoText) {
+  Read();
+  EXPECT_EQ(flags[0] + flags[1], "11");
+  for (const DWORD type : {REG_NONE, REG_DWORD, REG_BINARY, REG_EXPAND_SZ, REG_MULTI_SZ}) {
+    store.Put("FirstItem", type, std::string("1\0\0\0", 4), kItemsKey);
+    Read();
+    EXPECT_EQ(flags[0], "0") << "type " << type;
+    EXPECT_EQ(flags[1], "1") << "which is missing";
+  }
+}
+
 TEST_F(ReadStoredSettingsTest, TakesOddTextsAsTheyAre) {
   const std::string texts[] = {"", "2", "-1", "abc", "99999999999999999999", std::string(10000, '1')};
   for (const std::string& text : texts) {

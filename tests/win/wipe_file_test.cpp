@@ -7,6 +7,7 @@
 #include "import_hook.h"
 #include "late_calls.h"
 #include "log_recorder.h"
+#include "nothing_said.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
@@ -76,6 +77,27 @@ HANDLE WINAPI CountTheWideOpen(LPCWSTR path, DWORD access, DWORD share, SECURITY
 [[maybe_unused]] const bool replaced = (ReplaceFunction("CreateFileW", &CountTheWideOpen), true);
 
 DWORD WINAPI NextTick() { return tick += 7; }
+DWORD WINAPI SameTick() { return tick; }
+
+// How many writes there were when the file was flushed, each time.
+std::vector<std::size_t> writesWhenFlushed;
+const auto systemFlushFileBuffers = importedFlushFileBuffers;
+
+BOOL WINAPI NoteTheFlush(HANDLE file) {
+  writesWhenFlushed.push_back(writes.size());
+  return systemFlushFileBuffers(file);
+}
+
+bool noLengths = false;  // the system tells none
+
+BOOL WINAPI TellNoLength(LPCWSTR path, GET_FILEEX_INFO_LEVELS level, void* found) {
+  if (!noLengths) return ::GetFileAttributesExW(path, level, found);
+  ::SetLastError(ERROR_GEN_FAILURE);
+  return FALSE;
+}
+
+[[maybe_unused]] const bool replacedToo = (ReplaceFunction("GetFileAttributesExW", &TellNoLength), true);
+
 void WINAPI SameTime(SYSTEMTIME* now) { *now = {2004, 5, 3, 12, 13, 14, 15, 160}; }
 
 }  // namespace
@@ -161,6 +183,44 @@ TEST_F(WipeFileTest, MakesItsTwoFillCharactersAfreshForEachPass) {
   EXPECT_GT(different, 5) << "the first and the second character of a pass";
 }
 
+// A clock is slower than two calls of it.
+TEST_F(WipeFileTest, MakesBothFillCharactersOfAPassFromOneSeeding) {
+  int different = 0;
+  for (tick = 1; tick <= 40; ++tick) {
+    writes.clear();
+    const ImportHook writing(importedWriteFile, &NoteTheWrite);
+    const ImportHook ticking(importedGetTickCount, &SameTick);
+    const ImportHook telling(importedGetLocalTime, &SameTime);
+    WipeFile(folder.File("file.bin", std::string(2048, 'x')), 1);
+    ASSERT_EQ(writes.size(), 2u);
+    different += writes[0] != writes[1];
+  }
+  EXPECT_GT(different, 25) << "of forty passes, each within one tick";
+}
+
+TEST_F(WipeFileTest, BringsEachPassToTheDiskBeforeTheNextAndBeforeTheDeletion) {
+  writes.clear();
+  writesWhenFlushed.clear();
+  {
+    const ImportHook writing(importedWriteFile, &NoteTheWrite);
+    const ImportHook flushing(importedFlushFileBuffers, &NoteTheFlush);
+    WipeFile(folder.File("file.bin", std::string(2500, 'x')), 2);
+  }
+  EXPECT_EQ(writesWhenFlushed, (std::vector<std::size_t>{3, 6}));
+  EXPECT_FALSE(IsThere(folder / "file.bin"));
+}
+
+TEST_F(WipeFileTest, LeavesAFileWhoseLengthTheSystemDoesNotTell) {
+  const std::string file = folder.File("kept.txt", "the content");
+  noLengths = true;
+  WipeFile(file, 1);
+  EXPECT_EQ(ReadWhole(file), "the content");
+  EXPECT_EQ(log.Lines().size(), 1u) << "with the reason";
+  WipeFile(file, 0);  // which needs none
+  noLengths = false;
+  EXPECT_FALSE(IsThere(file));
+}
+
 TEST_F(WipeFileTest, DeletesAnEmptyFileAfterAPass) {
   const std::string file = folder.File("empty", "");
   WipeFile(file, 1);
@@ -233,6 +293,7 @@ TEST_F(WipeFileTest, HandsTheFullPathToTheLog) {
 }
 
 TEST_F(WipeFileTest, KeepsTheFileAfterAStopAndSaysNothing) {
+  const NothingSaid nothing;
   const std::string file = folder.File("file.txt", "the content");
   StopErase = true;
   WipeFile(file, 0);

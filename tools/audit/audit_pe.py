@@ -36,6 +36,7 @@ FLAG_NAMES = {
 THREAD_STARTERS = {"CreateThread", "CreateRemoteThread", "_beginthread", "_beginthreadex", "timeSetEvent"}
 PNG = b"\x89PNG\r\n\x1a\n"
 OLD_DEPTHS = (4, 8)  # bits a pixel: 16 and 256 colours
+SIDE_OF_256 = 0  # as an icon's directory has it
 PROGRAM_MANIFEST = 1  # the only name under which the system looks for a program's manifest
 
 
@@ -121,10 +122,13 @@ def check_icon_group(directory: bytes, images: dict[int | str, bytes]) -> list[s
         count = struct.unpack_from("<HHH", directory)[2]
         names = [struct.unpack_from("<H", directory, 6 + 14 * i + 12)[0] for i in range(count)]
         found, depths = [], []
-        for number, name in enumerate(names, 1):
+        sides = [directory[6 + 14 * i] for i in range(count)]
+        for number, (name, side) in enumerate(zip(names, sides), 1):
             image = images[name]
             if image.startswith(PNG):
-                found.append(f"image {number} is PNG-compressed")
+                # Only Windows Vista and later ask for that size, and they know the form.
+                if side != SIDE_OF_256 or number != count:
+                    found.append(f"image {number} is PNG-compressed, and not the last one with 256 by 256 points")
                 depths.append(32)
                 continue
             size, _, _, _, depth, compression = struct.unpack_from("<IiiHHI", image)

@@ -109,9 +109,14 @@ SHORT WINAPI RiggedGetKeyState(int key) {
   return key == VK_LBUTTON && Is("left-down") ? static_cast<SHORT>(0x8000) : ::GetKeyState(key);
 }
 
-// Opens nothing.
+// Both open nothing.
 HINSTANCE WINAPI RiggedShellExecuteA(HWND, LPCSTR, LPCSTR file, LPCSTR, LPCSTR, INT) {
-  Note("ShellExecuteA %s", file);
+  Note("ShellExecute %s", file);
+  return reinterpret_cast<HINSTANCE>(42);
+}
+
+HINSTANCE WINAPI RiggedShellExecuteW(HWND, LPCWSTR, LPCWSTR file, LPCWSTR, LPCWSTR, INT) {
+  Note("ShellExecute %ls", file);
   return reinterpret_cast<HINSTANCE>(42);
 }
 
@@ -133,6 +138,7 @@ const Rigged kRigged[] = {RIGGED("GetProcAddress", RiggedGetProcAddress),
                           RIGGED("SetWindowPlacement", RiggedSetWindowPlacement),
                           RIGGED("Shell_NotifyIconA", RiggedShellNotifyIcon),
                           RIGGED("ShellExecuteA", RiggedShellExecuteA),
+                          RIGGED("ShellExecuteW", RiggedShellExecuteW),
                           RIGGED("ChangeWindowMessageFilter", RiggedChangeWindowMessageFilter),
                           RIGGED("ShutdownBlockReasonCreate", RiggedShutdownBlockReasonCreate),
                           RIGGED("ShutdownBlockReasonDestroy", RiggedShutdownBlockReasonDestroy)};

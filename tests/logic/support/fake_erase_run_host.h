@@ -77,6 +77,7 @@ class FakeEraseRunHost final : public EraseRunHost, public RunView {
   bool scheduleEnabled = false, closeBrowsersBox = false, closeBrowsersFlag = false;
   bool scheduledShred = false, rebootAfter = false;
   int selectedBoxes = 0;
+  int toldTogether = 0;  // how many runs go on of which each failure is told once
   std::map<std::pair<BoxArray, int>, std::string> flags;
 
   // Ticks a box; the flag follows it.
@@ -158,6 +159,11 @@ class FakeEraseRunHost final : public EraseRunHost, public RunView {
     stop = newStop;
   }
 
+  void TellEachFailureOnce(Statement run) override {
+    ++toldTogether;
+    run();
+    --toldTogether;
+  }
   void RunCleaner(Cleaner cleaner) override { Note("clean " + items.NameOfCleaner(cleaner)); }
   void PauseAfterItem() override { Note("pause"); }
   void CloseBrowserFrames() override { Note("close browser frames"); }

@@ -1,4 +1,5 @@
 """Plants links and names outside the code page in Opera's folders; what the links lead to is in C:\\outside."""
+from tests.harness.proxy import start_proxy
 from tests.win.prepare.folder_contents_prepare import WAYS, expect, listing, put
 
 STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
@@ -27,7 +28,7 @@ def prepare(home) -> dict[str, str]:
         (plant / "current/0/Cache").symlink_to(outside)
         for name in STRANGE_TAKEN + STRANGE_KEPT:
             put(plant / STRANGE / "Opera/OPERA7/profile" / name)
-    return {}
+    return {"QUELLIX_TEST_PROXY": start_proxy(home.c / "requests.txt")}
 
 
 def check(home) -> None:

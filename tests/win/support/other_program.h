@@ -62,6 +62,11 @@ class OtherProgram {
   // Runs there, and waits for its end.
   void Do(const std::function<void()>& work) { ::SendMessageA(control_, WM_APP, 0, reinterpret_cast<LPARAM>(&work)); }
 
+  // Runs there while the caller goes on; the work outlives its end.
+  void Begin(const std::function<void()>& work) {
+    ::SendNotifyMessageA(control_, WM_APP, 0, reinterpret_cast<LPARAM>(&work));
+  }
+
   // Works off what was posted to it.
   void Answer() {
     Do([] {

@@ -13,6 +13,8 @@ struct PanelForTests {
     panel.txtLevel.SetText(scheduled);
   }
 
+  void Say(const char* text) { panel.txtMessage.SetText(text); }
+
   fraShred panel;
   ListBox& lstFiles;
 };
