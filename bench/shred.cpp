@@ -16,6 +16,7 @@
 #include "connection.h"
 #include "pairs.h"
 #include "platform/handles.h"
+#include "platform/wide_system.h"
 #include "shred/modShred.h"
 #include "shred/overwrite_sequence.h"
 
@@ -87,7 +88,8 @@ double OnFiles(int count, Work work) {
 
 double Product(int count, const char* level, bool allSteps) {
   return OnFiles(count, [&](const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) allSteps ? ShredFile(path, level) : DeleteFileShred(path, level);
+    for (const std::string& path : paths)
+      allSteps ? ShredFile(FullPath(Widen(path)), level) : DeleteFileShred(FullPath(Widen(path)), level);
   });
 }
 
@@ -98,7 +100,7 @@ double Locked(int count, const char* level) {
   for (const std::string& path : paths)
     holders.emplace_back(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
   const double milliseconds = Milliseconds([&] {
-    for (const std::string& path : paths) ShredFile(path, level);
+    for (const std::string& path : paths) ShredFile(FullPath(Widen(path)), level);
   });
   holders.clear();
   for (const std::string& path : paths) ::DeleteFileA(path.c_str());

@@ -68,7 +68,7 @@ double OnATree(const std::string& root, const Tree& tree, Work work) {
 }
 
 double Product(const Tree& tree) {
-  return OnATree("C:\\work\\bench", tree, [] { ClearFolderContents("C:\\work\\bench", false, true); });
+  return OnATree("C:\\work\\bench", tree, [] { ClearFolderContents(FullPath(L"C:\\work\\bench"), false, true); });
 }
 
 double Baseline(const Tree& tree, const std::string& which) {
