@@ -6,9 +6,21 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/wide_text.h"
+#include "platform/window_answers.h"
 
 namespace cleaners {
 using namespace platform;
+
+namespace {
+
+// Emptying it tells the window that owns what is in it, and waits for one that hangs.
+bool MayEmptyClipboard() {
+  constexpr UINT kPatience = 1000;
+  const HWND owner = ::GetClipboardOwner();
+  return owner == nullptr || AnswersWithin(kPatience, owner);
+}
+
+}  // namespace
 
 void ClearRecentDocs() {
   resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
@@ -24,9 +36,10 @@ void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noP
 }
 
 void ClearClipboard() {
+  const bool mayEmpty = MayEmptyClipboard();
   ::OpenClipboard(MainWindowHandle);
-  resumeNext([] {
-    if (::EmptyClipboard())
+  resumeNext([mayEmpty] {
+    if (mayEmpty && ::EmptyClipboard())
       LogCleanResult(Wide<"Clipboard Cleared">(), ResultStamp());
     else
       LogCleanResult(Wide<"Clipboard ">(), Wide<"Terminated">());

@@ -71,6 +71,32 @@ class Holder {
   std::thread thread_;
 };
 
+// Another program's window that has copied something and then hangs while the object lives.
+class HungOwner {
+ public:
+  HungOwner() : thread_([this] { CopyAndHang(); }) { ::WaitForSingleObject(copied_, INFINITE); }
+  ~HungOwner() {
+    ::SetEvent(release_);
+    thread_.join();
+  }
+
+ private:
+  void CopyAndHang() {
+    const HWND window = MakeWindow();
+    ::OpenClipboard(window);
+    ::EmptyClipboard();
+    ::SetClipboardData(CF_TEXT, ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 8));
+    ::CloseClipboard();
+    ::SetEvent(copied_);
+    ::WaitForSingleObject(release_, INFINITE);  // and looks at no message meanwhile
+    ::DestroyWindow(window);
+  }
+
+  HANDLE copied_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  HANDLE release_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  std::thread thread_;
+};
+
 const LogLines kCleared = {{"Clipboard Cleared", "(stamp)"}};
 
 }  // namespace
@@ -101,6 +127,18 @@ TEST_F(ClearClipboardTest, ClearsAnEmptyClipboard) {
   LogLines twice = kCleared;
   twice.push_back(kCleared[0]);
   EXPECT_EQ(log.Stamped(), twice);
+}
+
+// The system would tell the owner, and wait for it, and the run with it.
+TEST_F(ClearClipboardTest, LeavesWhatAWindowOwnsThatHangs) {
+  {
+    const HungOwner owner;
+    ClearClipboard();
+    EXPECT_TRUE(::IsClipboardFormatAvailable(CF_TEXT)) << "the system was asked to empty it";
+    EXPECT_EQ(log.Lines(), (LogLines{{"Clipboard ", "Terminated"}}));
+  }
+  ClearClipboard();
+  EXPECT_FALSE(::IsClipboardFormatAvailable(CF_TEXT));
 }
 
 TEST_F(ClearClipboardTest, LeavesTheClipboardClosed) {
