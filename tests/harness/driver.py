@@ -65,7 +65,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         self.ids = control_ids() if ids is None else ids
         self.main_class = main_class
         self.pid = 0
-        self.library = ""  # what the program is started with, if anything
+        self.loaded = ""  # what the program is started with, if anything
         self._clicks: list[tuple[float, int, int]] = []
         self._handles: dict[tuple[int, int], int] = {}
         self._leave = contextlib.ExitStack()
@@ -158,7 +158,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
 
         A library is loaded into it before its first instruction.
         """
-        self.pid = self.start(rf"{folder}\{self.program}", arguments, library=library or self.library)
+        self.pid = self.start(rf"{folder}\{self.program}", arguments, library=library or self.loaded)
         if wait_for_window:
             self.wait_program_shown()
         return self.pid

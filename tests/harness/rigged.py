@@ -14,7 +14,7 @@ class RiggedCase(ProgramCase):
         super().setUpClass()
         library = compile_windows_program(PROGRAMS / "rigged.cpp", "-shared", output=BUILT / "rigged.dll")
         shutil.copy2(library, cls.d.home.c / "rigged.dll")
-        cls.d.library = r"C:\rigged.dll"
+        cls.d.loaded = r"C:\rigged.dll"
 
     def tearDown(self):
         if self.d.pid and self.d.ended(self.d.pid) is None:

@@ -201,8 +201,8 @@ TEST(SpelledPath, IsAlsoThatOfOtherSpellings) {
     const char16_t *text, *shown;
   } rows[] = {
       {u"C:/", u"C:\\"},
-      {u"C:/work/a.txt", u"C:\\work\\a.txt"},
-      {u"c:/work\\..\\a.txt", u"c:\\a.txt"},
+      {u"C:/deep/a.txt", u"C:\\deep\\a.txt"},
+      {u"c:/deep\\..\\a.txt", u"c:\\a.txt"},
       {u"//server/share", u"\\\\server\\share\\"},
       {u"\\\\server/share/a", u"\\\\server\\share\\a"},
       {u"\\\\?\\C:\\", u"C:\\"},

@@ -34,7 +34,7 @@ class Refused(AssertionError):
 
 class Row(NamedTuple):
     """What functions.txt knows of a function."""
-    library: str
+    dll: str
     kinds: str
     failing: str
 
@@ -124,7 +124,7 @@ class _Rules:
         for name, rules in self._lines.items():
             row = table()[name]
             # In the C runtime the caller takes the arguments away.
-            size = 4 * len(row.kinds.replace("-", "")) if row.library != "msvcrt" else 0
+            size = 4 * len(row.kinds.replace("-", "")) if row.dll != "msvcrt" else 0
             kind = {"error": "e", "hresult": "h", "-": "n", "ends": "x"}.get(row.failing, "v")
             value = int(row.failing, 0) & FOREVER if kind == "v" else 0
             lines += [("F", name, row.kinds, size, kind, value, int(name in self._missing), int(name in self._logged)), *rules]

@@ -62,7 +62,7 @@ OF_9X = ["no-shared-deletion", "no-folder-handles", "keys-with-subkeys"]
 
 
 class Function(NamedTuple):
-    library: str
+    dll: str
     name: str
     imported: bool
 
@@ -71,7 +71,7 @@ def called_by(program: str = "Quellix.exe") -> list[Function]:
     """What a program of those that ship imports, and what it can ask for by name."""
     image = (BUILD / "dist" / program).read_bytes()
     libraries = {entry.function: entry.dll.removesuffix(".dll") for entry in PeFile(image).imports() if entry.function}
-    return sorted(Function(libraries[name] if imported else table()[name].library, name, imported)
+    return sorted(Function(libraries[name] if imported else table()[name].dll, name, imported)
                   for name, imported in called_in(image).items())
 
 
@@ -81,9 +81,9 @@ class Systems:
 
     def has(self, windows: Windows, function: Function) -> bool:
         """Whether a Windows exports a function at all."""
-        if windows.year > LIBRARY_UNTIL.get(function.library, NEVER):
+        if windows.year > LIBRARY_UNTIL.get(function.dll, NEVER):
             return False
-        listed = self.floor.libraries.get(function.library, {}).get(function.name)
+        listed = self.floor.libraries.get(function.dll, {}).get(function.name)
         if listed:
             tier = listed[0]
             needs = {"ie3": windows.explorer >= 3, "ie4": windows.explorer >= 4, "shell471": windows.desktop_update}
@@ -96,24 +96,24 @@ class Systems:
     def _since(self, function: Function) -> tuple[int, int] | int:
         if function[:2] in KNOWN:
             return KNOWN[function[:2]]
-        if function.library == "ntdll":
+        if function.dll == "ntdll":
             return NEVER, 1993
         text = self.floor.later.get(function[:2])
         if text is None:
-            raise LookupError(f"since when is there {function.name} of {function.library}? windows.py can say so in KNOWN")
+            raise LookupError(f"since when is there {function.name} of {function.dll}? windows.py can say so in KNOWN")
         explorer = re.fullmatch(r"IE(\d)(?:/XP)?", text)
         if explorer:
             return int(explorer[1])
         plain = re.sub(r" (from .*|v6)$", "", text)
         if plain not in RELEASES:
-            raise LookupError(f"{function.name} of {function.library} is there since '{text}'; when is that? See KNOWN")
+            raise LookupError(f"{function.name} of {function.dll} is there since '{text}'; when is that? See KNOWN")
         return RELEASES[plain]
 
     def only_stub(self, windows: Windows, function: Function) -> bool:
         """Whether a function that is there only answers that it is not implemented."""
         if windows.family != "9x":
             return False
-        listed = self.floor.libraries.get(function.library, {}).get(function.name)
+        listed = self.floor.libraries.get(function.dll, {}).get(function.name)
         tags = listed[1] if listed else ["w9x"] if function.name.endswith("W") else []
         return "w9x" in tags or "stub9x" in tags
 
@@ -128,7 +128,7 @@ class Systems:
                 rules.append(f"{function.name} missing")
             elif self.only_stub(windows, function):
                 rules.append(f"{function.name} fail {CALL_NOT_IMPLEMENTED}")
-        for library in sorted({function.library for function in called if not function.imported}):
-            if not any(self.has(windows, f) for f in called if f.library == library):
+        for library in sorted({function.dll for function in called if not function.imported}):
+            if not any(self.has(windows, f) for f in called if f.dll == library):
                 rules.append(f"LoadLibraryA fail {MODULE_NOT_FOUND} with {library}.dll")
         return rules

@@ -338,23 +338,23 @@ class AFileThatGivesTrouble(CookieCase):
         self.add_one_and_save()
         self.assertEqual(self.file.read_bytes(), kept)
 
-    def test_because_another_program_held_it_is_not_emptied_by_saving(self):
+    def open_while_held(self) -> bytes:
+        """Opens the window over a list that another program holds meanwhile, and gives what is in it."""
         kept = as_file([COOKIES[0], GONE])
         self.file.write_bytes(kept)
         holder = self.hold_file()
         self.show()
         self.wait_lists(COOKIES, [])
         self.d.terminate(holder)
+        return kept
+
+    def test_because_another_program_held_it_is_not_emptied_by_saving(self):
+        kept = self.open_while_held()
         self.save_and_close()
         self.assertEqual(self.file.read_bytes(), kept)
 
     def test_because_another_program_held_it_is_not_replaced_by_what_was_added_since(self):
-        kept = as_file([COOKIES[0], GONE])
-        self.file.write_bytes(kept)
-        holder = self.hold_file()
-        self.show()
-        self.wait_lists(COOKIES, [])
-        self.d.terminate(holder)
+        kept = self.open_while_held()
         self.add_one_and_save()
         self.assertEqual(self.file.read_bytes(), kept)
 

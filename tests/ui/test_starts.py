@@ -13,7 +13,7 @@ class TwoStartsAtOneMoment(RiggedCase):
     def test_give_one_program(self):
         d = self.d
         self.rig("slow-instance", "3000")
-        both = [d.start(PROGRAM, library=d.library), d.start(PROGRAM)]
+        both = [d.start(PROGRAM, library=d.loaded), d.start(PROGRAM)]
         ended = wait_for("the end of one of them", lambda: [pid for pid in both if d.ended(pid) is not None])
         self.assertEqual([d.ended(pid) for pid in ended], [0])
         (d.pid,) = set(both) - set(ended)
@@ -25,7 +25,7 @@ class TwoStartsAtOneMoment(RiggedCase):
 class AStartBesideAProgram(RiggedCase):
     def check_second(self, *brought_forward: str) -> None:
         self.rig()
-        self.assertEqual(self.d.wait_ended(self.d.start(PROGRAM, library=self.d.library), 20), 0)
+        self.assertEqual(self.d.wait_ended(self.d.start(PROGRAM, library=self.d.loaded), 20), 0)
         self.assertEqual(self.calls("OpenIcon"), list(brought_forward))
         self.assertEqual([p.pid for p in self.d.processes("Quellix.exe")], [self.d.pid])
 

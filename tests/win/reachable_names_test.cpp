@@ -127,6 +127,7 @@ TEST_P(PathOfTest, TakesATextFromTheCurrentFolder) {
 }
 
 TEST_P(PathOfTest, TakesACurrentFolderThatTheCodePageLacksWhereTheSystemHasIt) {
+  // Runs in the other row of these tests: such a folder cannot be entered without the wide functions.
   if (GetParam()) GTEST_SKIP() << "there is no such folder to systems without wide functions";
   ASSERT_TRUE(::SetCurrentDirectoryW(L"C:\\plant\\names\\\u0141"));
   EXPECT_EQ(PathOf(L"marker.txt"), kPlace / L"\u0141\\marker.txt");
