@@ -102,11 +102,7 @@ class DeleteFileShredTest : public testing::Test {
     EXPECT_EQ(Shred(path, "1"), 1 + kItemsAtLevel1 + 1) << path;
   }
 
-  std::vector<std::string> Texts() const {
-    std::vector<std::string> texts;
-    for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
-    return texts;
-  }
+  std::vector<std::string> Texts() const { return user.Texts(); }
 
   ScratchFolder folder;
   MessageBoxUser user;

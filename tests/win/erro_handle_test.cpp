@@ -39,11 +39,7 @@ class ErroHandle : public testing::Test {
 
   std::size_t Probes() const { return Requests().size() - requestsBefore; }
 
-  std::vector<std::string> Texts() const {
-    std::vector<std::string> texts;
-    for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
-    return texts;
-  }
+  std::vector<std::string> Texts() const { return user.Texts(); }
 
   MessageBoxUser user;
   std::size_t requestsBefore = 0;

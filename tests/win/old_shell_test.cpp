@@ -55,11 +55,7 @@ class OldShell : public testing::Test {
     for (const char* path : {kTyped, kRun, kForms}) ::RegDeleteKeyA(HKEY_CURRENT_USER, path);
   }
 
-  Strings Texts() const {
-    Strings texts;
-    for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
-    return texts;
-  }
+  Strings Texts() const { return user.Texts(); }
 
   MessageBoxUser user;
 };

@@ -37,11 +37,7 @@ class ReportedTags : public testing::Test {
   void SetUp() override { GoOnline(), Err.Clear(); }
   void TearDown() override { EXPECT_EQ(Err.Number(), 0) << "an error is left pending: " << Err.Description(); }
 
-  Strings Texts() const {
-    Strings texts;
-    for (const ShownBox& box : user.Boxes()) texts.push_back(box.text);
-    return texts;
-  }
+  Strings Texts() const { return user.Texts(); }
 
   MessageBoxUser user;
 };

@@ -25,6 +25,13 @@ class MessageBoxUser {
 
   const std::vector<ShownBox>& Boxes() const { return boxes_; }
 
+  // Their texts.
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const ShownBox& box : Boxes()) texts.push_back(box.text);
+    return texts;
+  }
+
  private:
   static LRESULT CALLBACK OnWindowEvent(int code, WPARAM wParam, LPARAM lParam) {
     const HWND window = reinterpret_cast<HWND>(wParam);
