@@ -128,8 +128,9 @@ class TheScheduledList(ScheduledCase):
         d = self.d
         self.start(SCHEDULED)
         self.show_shredder()
-        self.fill("lstFiles", self.files("a.txt"))
-        d.settle("lstFiles")
+        paths = self.files("a.txt")
+        self.fill("lstFiles", paths)
+        self.wait_saved(paths)
         blocked = self.list_file.with_name(LIST_FILE + ".tmp")
         blocked.mkdir()
         self.addCleanup(lambda: blocked.exists() and blocked.rmdir())
