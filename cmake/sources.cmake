@@ -3,6 +3,7 @@
 
 set(LOGIC_SOURCES
   src/platform/decimal.cpp
+  src/platform/link_target.cpp
   src/platform/os_name.cpp
   src/platform/path.cpp
   src/platform/plain_text.cpp
@@ -45,6 +46,7 @@ set(WINDOWS_SOURCES
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
+  src/platform/final_path.cpp
   src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
   src/platform/key_tree.cpp
@@ -76,6 +78,8 @@ set(WINDOWS_SOURCES
   src/cleaners/mdPanic.cpp
   src/cleaners/modCleanItems.cpp
   src/cleaners/modCleaning.cpp
+  src/cleaners/kept_folders.cpp
+  src/cleaners/temp_clearing.cpp
   src/cleaners/temp_folder.cpp
   src/cleaners/url_cache_walk.cpp
   src/cleaners/wipe_file.cpp

@@ -1,7 +1,7 @@
 #include "cleaners/modCleaning.h"
 
 #include "cleaners/clean_log.h"
-#include "cleaners/folder_contents.h"
+#include "cleaners/temp_clearing.h"
 #include "cleaners/temp_folder.h"
 #include "cleaners/temp_guard.h"
 #include "cleaners/wipe_file.h"
@@ -55,7 +55,7 @@ void ClearWindowsTemp() {
       LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }
-    ClearFolderContents(FullPath(facts.reported), false, true);
+    ClearTempFolder(facts.folder);
     LogCleanResult(
         StopErase ? Wide<"Windows Temporary Files **** aborted by user">() : Wide<"Windows Temporary Files Cleared">(),
         ResultStamp());

@@ -122,6 +122,9 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPW
 // The NT family.
 inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDeleteKey"};
 
+// Windows 2000.
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetVolumePathName{"kernel32.dll", "GetVolumePathNameW"};
+
 // Windows Vista.
 inline const LateFunction<BOOL(WINAPI*)(HWND, LPCWSTR)> ShutdownBlockReasonCreate{"user32.dll", "ShutdownBlockReasonCreate"};
 inline const LateFunction<BOOL(WINAPI*)(UINT, DWORD)> ChangeWindowMessageFilter{"user32.dll", "ChangeWindowMessageFilter"};
