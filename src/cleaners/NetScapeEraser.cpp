@@ -1,9 +1,9 @@
 #include "cleaners/NetScapeEraser.h"
 
+#include "cleaners/folder_facts.h"
 #include <cstddef>
 #include <optional>
 #include <string>
-
 #include "cleaners/folder_walk.h"
 #include "cleaners/netscape_rules.h"
 #include "cleaners/wipe_file.h"
@@ -67,7 +67,8 @@ bool LeadsThroughALink(const Path& target, const Path& profile) {
 
 template <class Names>
 void AppendTargets(const Path& profile, const Names& names, FileList& results) {
-  if (profile.IsEmpty()) return;
+  // Whoever registered it, a folder to keep is no profile.
+  if (profile.IsEmpty() || !MayClearFolder(FindFolderFacts(profile))) return;
   for (const WideView name : names)
     if (const Path target = profile / name; !LeadsThroughALink(target, profile)) results.push_back(target);
 }
