@@ -47,6 +47,7 @@ set(WINDOWS_SOURCES
   src/platform/controls.cpp
   src/platform/dialog.cpp
   src/platform/final_path.cpp
+  src/platform/hardening.cpp
   src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
   src/platform/key_tree.cpp

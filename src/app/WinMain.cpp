@@ -2,10 +2,12 @@
 #include "app/frmMain.h"
 #include "app/single_instance.h"
 #include "platform/controls.h"
+#include "platform/hardening.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  platform::HardenProcess();
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // an empty drive is a failing statement, not a window
   HWND instance = nullptr;
   {

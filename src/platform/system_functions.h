@@ -125,12 +125,25 @@ inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDelet
 // Windows 2000.
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetVolumePathName{"kernel32.dll", "GetVolumePathNameW"};
 
+// Windows XP.
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, int, void*, SIZE_T)> HeapSetInformation{"kernel32.dll",
+                                                                                        "HeapSetInformation"};
+
+// Windows XP with its first service pack.
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> SetDllDirectory{"kernel32.dll", "SetDllDirectoryA"};
+
+// Windows XP with its third service pack.
+inline const LateFunction<BOOL(WINAPI*)(DWORD)> SetProcessDEPPolicy{"kernel32.dll", "SetProcessDEPPolicy"};
+
 // Windows Vista.
 inline const LateFunction<BOOL(WINAPI*)(HWND, LPCWSTR)> ShutdownBlockReasonCreate{"user32.dll", "ShutdownBlockReasonCreate"};
 inline const LateFunction<BOOL(WINAPI*)(UINT, DWORD)> ChangeWindowMessageFilter{"user32.dll", "ChangeWindowMessageFilter"};
 inline const LateFunction<BOOL(WINAPI*)(HWND)> ShutdownBlockReasonDestroy{"user32.dll", "ShutdownBlockReasonDestroy"};
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
     "kernel32.dll", "GetFinalPathNameByHandleW"};
+
+// Windows 8, and earlier ones from Vista on with an update of 2011.
+inline const LateFunction<BOOL(WINAPI*)(DWORD)> SetDefaultDllDirectories{"kernel32.dll", "SetDefaultDllDirectories"};
 
 // Windows 98 and NT 4.
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR, GET_FILEEX_INFO_LEVELS, void*)> GetFileAttributesEx{"kernel32.dll",

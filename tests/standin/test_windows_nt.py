@@ -117,7 +117,7 @@ class TheNtFamily(UnderWindows):
         d = self.d
         d.reg_set("HKCU", FORM_VALUES, "entry", "secret")
         code = d.wait_ended(d.start_under(Systems().rules("10", "iea.exe"), r"C:\Quellix\iea.exe", "1"))
-        (refused,) = [call for call in self.calls("LoadLibraryA") if call.error == 126 and not call.result]
+        (refused,) = [call for call in self.calls("LoadLibraryExA") if call.error == 126 and not call.result]
         self.assertEqual((code, refused.texts), (0, [r"C:\windows\system32\pstorec.dll"]), refused)
         self.assertEqual(d.reg_list("HKCU", FORM_VALUES)["values"], {})
 
@@ -136,7 +136,7 @@ class TheNtFamily(UnderWindows):
         self.assertEqual(self.log(), [*(line for item in ITEMS for line in item.lines), *DONE])
         after = run_job.count_traces(d, "count")
         self.assertEqual({family: count for family, count in after.items() if count}, STAYS_ON_NT4)
-        failed = {call.texts[0].rpartition("\\")[2] for call in self.calls("LoadLibraryA") if not call.result}
+        failed = {call.texts[0].rpartition("\\")[2] for call in self.calls("LoadLibraryExA") if not call.result}
         self.assertEqual(failed, {"shlwapi.dll", "wininet.dll"})
         self.check_keys_with_subkeys()
 
