@@ -58,6 +58,7 @@ set(WINDOWS_SOURCES
   src/platform/native_files.cpp
   src/platform/owned_windows.cpp
   src/platform/panel.cpp
+  src/platform/plain_key.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
   src/platform/wide_system.cpp

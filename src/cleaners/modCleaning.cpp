@@ -11,6 +11,7 @@
 #include "platform/handles.h"
 #include "platform/key_tree.h"
 #include "platform/path.h"
+#include "platform/plain_key.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/wide_text.h"
@@ -38,9 +39,8 @@ void DeleteValuesFromTheFront(HKEY key, LONG status) {
 }
 
 void ClearFindKey(const char* path) {
-  HKEY opened = nullptr;
-  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
-  findKey.reset(status == ERROR_SUCCESS ? opened : nullptr);
+  findKey.reset();
+  const LONG status = OpenPlainKey(HKEY_CURRENT_USER, path, kRegistryAccess, findKey);
   ++CleanedKeyCount;
   DeleteValuesFromTheFront(findKey.get(), status);
   DeleteKeyTree(HKEY_CURRENT_USER, path);

@@ -3,6 +3,7 @@
 #include "platform/ErroHandle.h"
 #include "platform/handles.h"
 #include "platform/os_name.h"
+#include "platform/plain_key.h"
 #include "platform/system_functions.h"
 #include "platform/text_value.h"
 #include "platform/wide_system.h"
@@ -11,7 +12,14 @@ namespace platform {
 
 namespace {
 
+// Of what users may write to themselves. Windows has links of its own among the machine's keys.
+bool LeadsThroughALink(HKEY root, const std::string& subKey) {
+  UniqueKey key;
+  return root == HKEY_CURRENT_USER && OpenPlainKey(root, subKey, KEY_QUERY_VALUE, key) == ERROR_CANT_RESOLVE_FILENAME;
+}
+
 UniqueKey OpenOrCreate(HKEY root, const std::string& subKey) {
+  if (LeadsThroughALink(root, subKey)) return {};
   HKEY key = nullptr;
   if (::RegOpenKeyExA(root, subKey.c_str(), 0, kRegistryAccess, &key) == ERROR_SUCCESS) return UniqueKey(key);
   char noClass[] = "";

@@ -138,6 +138,13 @@ TEST_F(KeyTree, ThatIsALinkItselfGoesAsOne) {
   EXPECT_TRUE(IsTargetWhole());
 }
 
+// A link on the way belongs to whoever planted it; what it leads to is none of the tree's.
+TEST_F(KeyTree, IsNotReachedThroughALink) {
+  CreateLinkToTarget(Create(kBase).get(), L"link");
+  EXPECT_EQ(DeleteKeyTree(HKEY_CURRENT_USER, "Software\\QuellixKeyTree\\link\\below"), ERROR_CANT_RESOLVE_FILENAME);
+  EXPECT_TRUE(IsTargetWhole());
+}
+
 TEST_F(KeyTree, KeepsWhatCannotBeOpenedAndTheKeysAboveItOnly) {
   for (const wchar_t* name : {L"a\\b", L"m\\locked\\below", L"m\\n", L"z"}) Create(Create(kTree).get(), name);
   atOpen = [](const std::wstring& name) { return name == L"locked" ? ERROR_ACCESS_DENIED : ERROR_SUCCESS; };
