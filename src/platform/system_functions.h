@@ -69,6 +69,8 @@ inline const LateFunction<HRESULT(WINAPI*)(void**, GUID*, void*, DWORD)> PStoreC
 
 // The NT family; Windows 9x exports them as stubs that fail.
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, DWORD, HANDLE*)> OpenProcessToken{"advapi32.dll", "OpenProcessToken"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, int, void*, DWORD, DWORD*)> GetTokenInformation{"advapi32.dll",
+                                                                                                "GetTokenInformation"};
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeValue{"advapi32.dll",
                                                                                      "LookupPrivilegeValueA"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, BOOL, TOKEN_PRIVILEGES*, DWORD, TOKEN_PRIVILEGES*, DWORD*)>
