@@ -88,6 +88,8 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, SECURITY_ATTRIBUTES*)> CreateDirectoryWide{"kernel32.dll",
                                                                                             "CreateDirectoryW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPCWSTR, DWORD)> MoveFileExWide{"kernel32.dll", "MoveFileExW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPCWSTR, SECURITY_ATTRIBUTES*)> CreateHardLinkWide{"kernel32.dll",
+                                                                                                    "CreateHardLinkW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
 inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, DWORD, LPWSTR, LPWSTR*)> GetFullPathNameWide{"kernel32.dll",
