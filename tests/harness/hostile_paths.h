@@ -145,7 +145,9 @@ inline std::optional<Names> Meaning(Text text, Text& root) {
   Names parts = Split(text);
   std::size_t first = 1;
   if (parts.size() > 3 && parts[0].empty() && parts[1].empty()) {
-    if (!IsName(parts[2]) || !IsName(parts[3])) return {};
+    for (const Text* part : {&parts[2], &parts[3]})  // "..." is a server's or share's name like any other
+      if (*part == "." || *part == ".." || !IsName(*part + "x")) return {};
+    if (parts[2].empty() || parts[3].empty()) return {};
     root = Upper("\\\\" + parts[2] + "\\" + parts[3]);
     first = 4;
   } else if (parts.size() > 1 && parts[0].size() == 2 && parts[0][1] == ':' && Upper(parts[0])[0] >= 'A' &&

@@ -13,7 +13,7 @@ using namespace platform;
 
 namespace {
 
-constexpr std::uint32_t kSpellings = 200000;
+constexpr std::uint32_t kSpellings = 40000;
 
 // C:\windows, and C:\play\windows\sub.
 const std::vector<hostile::Names> kKept = {{"WINDOWS"}, {"PLAY", "WINDOWS", "SUB"}};
