@@ -120,14 +120,23 @@ DWORD WINAPI TellFinalPath(HANDLE file, LPWSTR path, DWORD size, DWORD flags) {
 const bool replaced = (ReplaceFunction("GetModuleFileNameW", &TellProgramFile),
                        ReplaceFunction("GetFinalPathNameByHandleW", &TellFinalPath), true);
 
-// What the system hands out about every junction; Wine hands out nothing.
+// What the system hands out about the folder "link"; Wine hands out nothing. The handle of a link is there that of its
+// target.
 std::wstring junctionTarget;
 
-BOOL WINAPI HandOutJunction(HANDLE, DWORD, LPVOID, DWORD, LPVOID out, DWORD size, LPDWORD length, LPOVERLAPPED) {
+bool IsTheLink(HANDLE file) {
+  wchar_t path[MAX_PATH] = L"";
+  finalPathsAreTold = true;
+  TellFinalPath(file, path, MAX_PATH, 0);
+  finalPathsAreTold = false;
+  return std::wstring(path).ends_with(L"\\good\\target");
+}
+
+BOOL WINAPI HandOutJunction(HANDLE file, DWORD, LPVOID, DWORD, LPVOID out, DWORD size, LPDWORD length, LPOVERLAPPED) {
   const auto bytes = static_cast<WORD>(2 * junctionTarget.size());
   const WORD header[] = {0x0003, 0xA000, static_cast<WORD>(bytes + 8), 0, 0, bytes, bytes, 0};
   *length = sizeof header + bytes;
-  if (junctionTarget.empty() || size < *length) return FALSE;
+  if (junctionTarget.empty() || size < *length || !IsTheLink(file)) return FALSE;
   std::memcpy(out, header, sizeof header);
   std::memcpy(static_cast<char*>(out) + sizeof header, junctionTarget.data(), bytes);
   return TRUE;
