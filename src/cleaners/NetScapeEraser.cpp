@@ -1,9 +1,9 @@
 #include "cleaners/NetScapeEraser.h"
 
-#include "cleaners/folder_facts.h"
 #include <cstddef>
 #include <optional>
 #include <string>
+#include "cleaners/folder_facts.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/netscape_rules.h"
 #include "cleaners/wipe_file.h"

@@ -64,11 +64,9 @@ void cmdAutoComplte() {
     const Path companion = ProgramFolder() / Wide<"iea.exe">();
     // In quotes: of a path with blanks the shell would try every beginning. The working directory is the text "1", too; the
     // companion needs none.
-    StartByShell(MainWindowHandle, {.verb = L"open",
-                                    .what = L'"' + companion.Shown() + L'"',
-                                    .arguments = L"1",
-                                    .folder = L"1",
-                                    .show = SW_HIDE});
+    StartByShell(
+        MainWindowHandle,
+        {.verb = L"open", .what = L'"' + companion.Shown() + L'"', .arguments = L"1", .folder = L"1", .show = SW_HIDE});
   });
 }
 

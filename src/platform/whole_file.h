@@ -25,8 +25,8 @@ std::string ReadWholeFile(const Path& path);
 // old file stays whole, and nothing is left over.
 void ReplaceWholeFile(const Path& path, const std::string& bytes);
 
-// Overwrites the file over its whole length and deletes it. One that has a second name, or is a link, is deleted only. False,
-// with the reason as the last error, when something of that name is still there.
+// Overwrites the file over its whole length and deletes it. One that has a second name, or is a link, is deleted only.
+// False, with the reason as the last error, when something of that name is still there.
 bool WipeWholeFile(const Path& path);
 
 // After a save that was broken off at any moment: the file is there again, the old or the new one, and nothing is beside it.
