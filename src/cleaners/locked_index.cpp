@@ -41,6 +41,7 @@ void OverwriteIndexFile(SpecialFolder folder, WideView name) {
     const UniqueFile file = NativeOpenForWriting(path);
     BY_HANDLE_FILE_INFORMATION facts;
     if (!file || !::GetFileInformationByHandle(file.get(), &facts)) RaiseLastError();
+    if (facts.nNumberOfLinks > 1) return;  // what has a second name is somebody else's as well
     // Blanks would take the room that the gaps of a sparse file only pretend to take.
     if ((facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0) return;
     FillWithBlanks(file.get(), static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow);

@@ -12,10 +12,9 @@ namespace platform {
 
 namespace {
 
-// Of what users may write to themselves. Windows has links of its own among the machine's keys.
 bool LeadsThroughALink(HKEY root, const std::string& subKey) {
   UniqueKey key;
-  return root == HKEY_CURRENT_USER && OpenPlainKey(root, subKey, KEY_QUERY_VALUE, key) == ERROR_CANT_RESOLVE_FILENAME;
+  return OpenPlainKey(root, subKey, KEY_QUERY_VALUE, key) == ERROR_CANT_RESOLVE_FILENAME;
 }
 
 UniqueKey OpenOrCreate(HKEY root, const std::string& subKey) {
@@ -103,6 +102,7 @@ bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& val
 
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {
   reportAndLeave("Reg32,DeleteValue", [&] {
+    if (LeadsThroughALink(root, subKey)) return;
     const UniqueKey key = OpenPlainly(root, subKey);
     ::RegDeleteValueA(key.get(), valueName.c_str());
   });

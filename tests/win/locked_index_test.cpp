@@ -10,6 +10,7 @@
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
+#include "second_name.h"
 #include "window_event.h"
 
 using namespace cleaners;
@@ -235,6 +236,17 @@ TEST_F(LockedIndexTest, PassesOverASparseFileAndAReparsePoint) {
     ClearLockedIndexFiles();
     for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), TracesOf(file)) << file;
   }
+}
+
+// Whoever may write to the folder may give any file of the disk that name too.
+TEST_F(LockedIndexTest, PassesOverAFileWithASecondName) {
+  const ScratchFolder outside("C:\\outside");
+  const std::string canary = outside.File("canary.txt", "not ours");
+  ASSERT_TRUE(::DeleteFileA(history.c_str()));
+  GiveSecondName(canary, history);
+  ClearLockedIndexFiles();
+  EXPECT_EQ(ReadWhole(canary), "not ours");
+  ExpectBlankBut(history);
 }
 
 TEST_F(LockedIndexTest, EndsAFileWhereTheDiskTakesNoMore) {

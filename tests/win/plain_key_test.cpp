@@ -31,17 +31,17 @@ void Remove(HKEY root, const std::string& path) {
   reinterpret_cast<DeleteTree>(found)(root, path.c_str());
 }
 
-void Link(const std::string& path) {
-  Remove(HKEY_CURRENT_USER, path);
-  const UniqueKey link = Create(HKEY_CURRENT_USER, path, REG_OPTION_CREATE_LINK);
+void Link(const std::string& path, HKEY root = HKEY_CURRENT_USER) {
+  Remove(root, path);
+  const UniqueKey link = Create(root, path, REG_OPTION_CREATE_LINK);
   ASSERT_EQ(::RegSetValueExW(link.get(), L"SymbolicLinkValue", 0, REG_LINK, reinterpret_cast<const BYTE*>(kTargetPath),
                              sizeof kTargetPath - sizeof(wchar_t)),
             ERROR_SUCCESS);
 }
 
-void Unlink(const std::string& path) {
+void Unlink(const std::string& path, HKEY root = HKEY_CURRENT_USER) {
   HKEY link = nullptr;
-  if (::RegOpenKeyExA(HKEY_CURRENT_USER, path.c_str(), REG_OPTION_OPEN_LINK, KEY_ALL_ACCESS, &link) != ERROR_SUCCESS) return;
+  if (::RegOpenKeyExA(root, path.c_str(), REG_OPTION_OPEN_LINK, KEY_ALL_ACCESS, &link) != ERROR_SUCCESS) return;
   using DeleteKey = LONG(WINAPI*)(HKEY);
   void* const found = reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "NtDeleteKey"));
   reinterpret_cast<DeleteKey>(found)(link);
@@ -111,10 +111,18 @@ TEST_F(PlainKey, IsAllThatTheCleanersSweepAndDelete) {
   }
 }
 
-TEST_F(PlainKey, IsAllThatAValueOfTheUserIsWrittenTo) {
-  Link(std::string(kPlace) + "\\link");
-  SaveKeyValue(HKEY_CURRENT_USER, std::string(kPlace) + "\\link", "written", "text", REG_SZ);
-  SaveKeyValue(HKEY_CURRENT_USER, std::string(kPlace) + "\\link\\below", "written", "text", REG_SZ);
-  SaveKeyValue(HKEY_CURRENT_USER, std::string(kPlace) + "\\link\\new", "written", "text", REG_SZ);
-  Unlink(std::string(kPlace) + "\\link");
+TEST_F(PlainKey, IsAllThatAValueIsWrittenToOrDeletedFrom) {
+  for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
+    Create(root, kPlace);
+    Link(std::string(kPlace) + "\\link", root);
+    for (const char* below : {"", "\\below", "\\new"})
+      SaveKeyValue(root, std::string(kPlace) + "\\link" + below, "written", "text", REG_SZ);
+    DeleteValue(root, std::string(kPlace) + "\\link", "canary");
+    Unlink(std::string(kPlace) + "\\link", root);
+    SaveKeyValue(root, kPlace, "written", "text", REG_SZ);
+    EXPECT_FALSE(IsValueMissing(root, kPlace, "written"));
+    DeleteValue(root, kPlace, "written");
+    EXPECT_TRUE(IsValueMissing(root, kPlace, "written"));
+  }
+  Remove(HKEY_LOCAL_MACHINE, kPlace);
 }

@@ -301,7 +301,9 @@ TEST_P(ShredFolders, RemoveAFolderBelowOneThatStays) {
   const std::string profile = std::getenv("USERPROFILE");
   for (const std::string& path :
        {std::string("C:\\windows\\some folder"), std::string("C:\\windows2"), std::string("C:\\Program Files\\some folder"),
-        profile + "\\some folder", std::string("C:\\to c\\some folder"), std::string("\\\\server\\share\\some folder")}) {
+        profile + "\\some folder", profile + "\\Desktop\\some folder", profile + "\\Documents\\some folder",
+        profile + "\\Favorites\\some folder", std::string("C:\\to c\\some folder"),
+        std::string("\\\\server\\share\\some folder")}) {
     MakeFile(path + "\\file.txt");
     EXPECT_TRUE(RemoveFolderTree(path)) << path;
     EXPECT_FALSE(IsThere(path)) << path;
