@@ -61,6 +61,7 @@ set(WINDOWS_SOURCES
   src/platform/plain_key.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
+  src/platform/upper_case.cpp
   src/platform/wide_system.cpp
   src/platform/window_text.cpp
   src/settings/bound_controls.cpp

@@ -18,6 +18,7 @@ bool IsLink(HKEY key) {
 }  // namespace
 
 LONG OpenKeyItself(HKEY root, std::string_view path, REGSAM access, UniqueKey& key) {
+  if (!UsesWideNames()) return ERROR_CALL_NOT_IMPLEMENTED;
   UniqueKey above;
   for (HKEY parent = root;; parent = above.get()) {
     const std::size_t end = path.find('\\');
@@ -39,8 +40,8 @@ LONG OpenKeyItself(HKEY root, std::string_view path, REGSAM access, UniqueKey& k
 
 LONG OpenPlainKey(HKEY root, std::string_view path, REGSAM access, UniqueKey& key) {
   UniqueKey itself;
-  const LONG status = UsesWideNames() ? OpenKeyItself(root, path, access, itself) : ERROR_CALL_NOT_IMPLEMENTED;
-  if (status == ERROR_CALL_NOT_IMPLEMENTED) {  // Windows 9x knows no links
+  const LONG status = OpenKeyItself(root, path, access, itself);
+  if (status == ERROR_CALL_NOT_IMPLEMENTED) {
     HKEY opened = nullptr;
     const LONG plainly = ::RegOpenKeyExA(root, std::string(path).c_str(), 0, access, &opened);
     if (plainly == ERROR_SUCCESS) key.reset(opened);

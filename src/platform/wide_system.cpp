@@ -7,9 +7,6 @@
 
 namespace platform {
 
-namespace {
-
-// With a character that looks alike in place of one that the code page lacks: not every system can be told to do otherwise.
 std::string NarrowLike(WideView text) {
   const int length = static_cast<int>(text.size());
   std::string narrow(text.size() * 3, '\0');  // no code page takes more bytes for one of them
@@ -17,8 +14,6 @@ std::string NarrowLike(WideView text) {
                                                                static_cast<int>(narrow.size()), nullptr, nullptr)));
   return narrow;
 }
-
-}  // namespace
 
 bool UsesWideNames() {
   static const bool wide = [] {
@@ -46,17 +41,6 @@ std::string Narrow(WideView text) {
   std::string narrow;
   for (std::size_t at = 0; at < text.size(); ++at) narrow += NarrowExactly(text.substr(at, 1)).value_or("?");
   return narrow;
-}
-
-WideText UpperCase(WideView text) {
-  WideText upper(text);
-  if (UsesWideNames()) {
-    late::CharUpperBuffWide(upper.data(), static_cast<DWORD>(upper.size()));
-    return upper;
-  }
-  std::string ansi = NarrowLike(text);
-  ::CharUpperBuffA(ansi.data(), static_cast<DWORD>(ansi.size()));
-  return Widen(ansi);
 }
 
 }  // namespace platform
