@@ -147,7 +147,8 @@ class TheNtFamily(UnderWindows):
         self.assertLess(below.number, key.number)
 
     def deletion_of(self, key: str) -> Call:
-        (opened,) = [call for call in self.calls("RegOpenKeyExW") if call.texts == [key]]
+        """Each name of a path is opened by itself, and a key for the last time when it is to be deleted."""
+        opened = [call for call in self.calls("RegOpenKeyExW") if call.texts == [key.rpartition("\\")[2]]][-1]
         return next(call for call in self.calls("NtDeleteKey")
                     if call.number > opened.number and call.arguments[0] == opened.arguments[4])
 
