@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "cleaners/kept_folders.h"
 #include "platform/final_path.h"
 #include "platform/native_files.h"
 #include "platform/special_folder.h"
@@ -63,8 +62,8 @@ FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep) {
   return facts;
 }
 
-FolderFacts FindFolderFacts(const Path& folder) {
-  std::vector<Path> keep = KeptFolders();
+FolderFacts FindFolderFacts(const Path& folder, Untold untold) {
+  std::vector<Path> keep = KeptFolders(untold);
   keep.push_back(ProgramFolder());
   return FindFolderFacts(folder, keep);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cleaners/folder_guard.h"
+#include "cleaners/kept_folders.h"
 #include "platform/path.h"
 
 namespace cleaners {
@@ -17,7 +18,7 @@ FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep);
 
 // About one that the shredder's list or the registry names: it must not be, hold or lead to any folder to keep
 // (kept_folders.h), nor the program's own.
-FolderFacts FindFolderFacts(const Path& folder);
+FolderFacts FindFolderFacts(const Path& folder, Untold untold = Untold::Raises);
 
 // Whether `folder` is or lies below one of `outer` by whatever path.
 bool LiesIn(const Path& folder, const std::vector<Path>& outer);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Reg32.h"
+#include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/wide_system.h"
 
@@ -23,9 +24,14 @@ void Append(std::vector<Path>& folders, Path folder) {
   if (!isThere && !folder.IsEmpty() && !folder.IsRoot()) folders.push_back(std::move(folder));
 }
 
+Path ShellFolder(int identifier, Untold untold) {
+  if (untold == Untold::Raises) return FindSpecialFolder(identifier);
+  return valueOr(Path(), [identifier] { return FindSpecialFolder(identifier); });
+}
+
 }  // namespace
 
-std::vector<Path> SharedFolders() {
+std::vector<Path> SharedFolders(Untold untold) {
   std::vector<Path> folders;
   Append(folders, WindowsFolder());
   Append(folders, SystemFolder());
@@ -42,17 +48,17 @@ std::vector<Path> SharedFolders() {
   for (const int folder : {kProgramFilesFolder, kProgramFilesX86Folder, kCommonFilesFolder, kCommonFilesX86Folder,
                            kAllApplicationDataFolder, kAllDocumentsFolder, kAllDesktopFolder, kAllStartMenuFolder,
                            kAllProgramsFolder, kAllFavoritesFolder, kAllTemplatesFolder})
-    Append(folders, FindSpecialFolder(folder));
+    Append(folders, ShellFolder(folder, untold));
   return folders;
 }
 
-std::vector<Path> KeptFolders() {
-  std::vector<Path> folders = SharedFolders();
+std::vector<Path> KeptFolders(Untold untold) {
+  std::vector<Path> folders = SharedFolders(untold);
   Append(folders, FullPath(EnvironmentText(Wide<"USERPROFILE">())));
   for (const int folder :
        {kProfileFolder, kDesktopFolder, kDocumentsFolder, kPicturesFolder, kMusicFolder, kVideoFolder, kFavoritesFolder,
         kStartMenuFolder, kProgramsFolder, kTemplatesFolder, kApplicationDataFolder, kLocalApplicationDataFolder})
-    Append(folders, FindSpecialFolder(folder));
+    Append(folders, ShellFolder(folder, untold));
   return folders;
 }
 

@@ -30,12 +30,12 @@ LONG WINAPI Enumerate(HKEY key, DWORD index, LPWSTR name, DWORD* length, DWORD*,
 
 namespace platform {
 
-FARPROC FindSystemFunction(const char*, const char* name) {
+FARPROC FindSystemFunction(const char* dll, const char* name) {
   const std::string asked = name;
   if (asked == "SHDeleteKeyA") return nullptr;
   if (asked == "RegOpenKeyExW") return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Open));
   if (asked == "RegEnumKeyExW") return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Enumerate));
-  return ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), name);
+  return ::GetProcAddress(::GetModuleHandleA(dll), name);
 }
 
 bool IsSystemDllPresent(const char*) { return true; }
