@@ -53,4 +53,14 @@ LONG OpenPlainKey(HKEY root, std::string_view path, REGSAM access, UniqueKey& ke
   return ERROR_SUCCESS;
 }
 
+LONG MakePlainKey(HKEY root, std::string_view path, REGSAM access, UniqueKey& key) {
+  const LONG status = OpenPlainKey(root, path, access, key);
+  if (status != ERROR_FILE_NOT_FOUND) return status;
+  HKEY made = nullptr;
+  char noClass[] = "";
+  const LONG making = ::RegCreateKeyExA(root, std::string(path).c_str(), 0, noClass, 0, access, nullptr, &made, nullptr);
+  if (making == ERROR_SUCCESS) key.reset(made);
+  return making;
+}
+
 }  // namespace platform

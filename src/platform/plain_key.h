@@ -12,7 +12,10 @@ namespace platform {
 // unchanged on failure; ERROR_CANT_RESOLVE_FILENAME tells of a link.
 [[nodiscard]] LONG OpenPlainKey(HKEY root, std::string_view path, REGSAM access, UniqueKey& key);
 
-// The same, and where the key is a link, that link itself. ERROR_CALL_NOT_IMPLEMENTED on Windows 9x.
+// The same, and makes the key where there is none.
+[[nodiscard]] LONG MakePlainKey(HKEY root, std::string_view path, REGSAM access, UniqueKey& key);
+
+// The key as OpenPlainKey finds it, and where the key is a link, that link itself. ERROR_CALL_NOT_IMPLEMENTED on Windows 9x.
 [[nodiscard]] LONG OpenKeyItself(HKEY root, std::string_view path, REGSAM access, UniqueKey& key);
 
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include "platform/Reg32.h"
 #include "platform/app_title.h"
 #include "platform/handles.h"
+#include "platform/plain_key.h"
 #include "platform/product.h"
 #include "platform/system_error.h"
 #include "platform/wide_text.h"
@@ -37,12 +38,9 @@ std::string GetSetting(Setting setting) {
 }
 
 void SaveSetting(const char* section, const char* key, const std::string& value) {
-  HKEY opened = nullptr;
-  char noClass[] = "";
-  RaiseUnlessSuccess(::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(section).c_str(), 0, noClass, 0, KEY_SET_VALUE, nullptr,
-                                       &opened, nullptr));
-  const UniqueKey owner(opened);
-  RaiseUnlessSuccess(::RegSetValueExA(opened, key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+  UniqueKey opened;
+  RaiseUnlessSuccess(MakePlainKey(HKEY_CURRENT_USER, KeyPath(section), KEY_SET_VALUE, opened));
+  RaiseUnlessSuccess(::RegSetValueExA(opened.get(), key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                                       static_cast<DWORD>(value.size()) + 1));
 }
 

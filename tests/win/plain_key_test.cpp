@@ -7,7 +7,9 @@
 #include "cleaners/mdFHCCleaner.h"
 #include "cleaners/modCleaning.h"
 #include "platform/Reg32.h"
+#include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "settings/settings_store.h"
 
 using namespace platform;
 
@@ -125,4 +127,17 @@ TEST_F(PlainKey, IsAllThatAValueIsWrittenToOrDeletedFrom) {
     EXPECT_TRUE(IsValueMissing(root, kPlace, "written"));
   }
   Remove(HKEY_LOCAL_MACHINE, kPlace);
+}
+
+TEST_F(PlainKey, IsAllThatASettingIsWrittenTo) {
+  constexpr char kStore[] = "Software\\Quellix";
+  for (const char* link : {"", "\\Quellix", "\\Quellix\\Boss"}) {
+    Remove(HKEY_CURRENT_USER, kStore);
+    Link(std::string(kStore) + link);
+    EXPECT_THROW(settings::SaveSetting("Boss", "bossKey", "112"), RuntimeError) << link;
+    Unlink(std::string(kStore) + link);
+    settings::SaveSetting("Boss", "bossKey", "112");
+    EXPECT_EQ(settings::GetSetting("Boss", "bossKey", ""), "112") << link;
+  }
+  Remove(HKEY_CURRENT_USER, kStore);
 }
