@@ -23,8 +23,11 @@ def counted() -> list[dict]:
     subprocess.run([TOOLS / "llvm-profdata", "merge", "-sparse", raw, "-o", profile], check=True)
     told = subprocess.run([TOOLS / "llvm-cov", "export", "-summary-only", f"-instr-profile={profile}", program],
                           check=True, stdout=subprocess.PIPE, text=True).stdout
+    files = json.loads(told)["data"][0]["files"]
+    for file in files:  # a compiler cache may have made them relative to the build
+        file["filename"] = os.path.normpath(BUILD / "coverage" / file["filename"])
     ours = (str(ROOT / "src") + "/", str(ROOT / "companions") + "/")
-    return [file for file in json.loads(told)["data"][0]["files"] if file["filename"].startswith(ours)]
+    return [file for file in files if file["filename"].startswith(ours)]
 
 
 def row(name: str, lines: tuple[int, int], branches: tuple[int, int]) -> str:
