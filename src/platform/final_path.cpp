@@ -38,7 +38,7 @@ WideText ReadDevice(WideView drive) {
 
 Path FinalPath(const Path& folder) {
   if (!UsesWideNames()) return FollowSubstitutions(folder, &ReadDevice);
-  const Path told = NativeFinalPath(folder);
+  Path told = NativeFinalPath(folder);
   if (!told.IsEmpty() || NativeAttributes(folder) == INVALID_FILE_ATTRIBUTES) return told;
   return FollowLinks(folder, &ReadLink);
 }

@@ -9,7 +9,7 @@
 namespace platform {
 
 // Bytes. No list is as long; what is was damaged, or planted to fill the memory.
-constexpr std::uint64_t kLongestWholeFile = 16 * 1024 * 1024;
+constexpr std::uint64_t kLongestWholeFile = std::uint64_t{16} << 20;
 bool IsTooLarge(const Path& path);
 
 // The length in bytes; also of a file that another process holds. Raises 53 for a folder.
