@@ -83,7 +83,7 @@ set_target_properties(quellix_runtime PROPERTIES CXX_STANDARD 17 CXX_EXTENSIONS 
 target_include_directories(quellix_runtime PRIVATE
   "${stand_ins}" "${runtime_folder}/${source_name}/libstdc++-v3/libsupc++" "${runtime_folder}/${source_name}/libgcc"
   "${runtime_folder}/${source_name}/include")
-target_compile_options(quellix_runtime PRIVATE -Os -w
+target_compile_options(quellix_runtime PRIVATE -Os -w -fno-stack-protector -ftrivial-auto-var-init=uninitialized
   $<$<COMPILE_LANGUAGE:C>:-fexceptions -fbuilding-libgcc -DIN_LIBGCC2>)
 # Two functions that the compiler only asks for while it generates code, when link-time optimisation has already chosen.
 target_link_options(quellix_runtime INTERFACE -Wl,-u,__Unwind_Resume -Wl,-u,___gcc_personality_v0)

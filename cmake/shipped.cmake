@@ -8,7 +8,9 @@ set(SHIPPED_LINK_OPTIONS
   -Wl,--gc-sections -Wl,--disable-auto-import
   -Wl,--major-os-version,4 -Wl,--minor-os-version,0
   -Wl,--major-subsystem-version,4 -Wl,--minor-subsystem-version,0
-  -Wl,--disable-dynamicbase -Wl,--disable-reloc-section -Wl,--disable-nxcompat
+  -Wl,--disable-dynamicbase -Wl,--disable-reloc-section
+  # Old systems ignore these: no execution of data, no rewriting for terminal servers, no handler of structured exceptions.
+  -Wl,--nxcompat -Wl,--tsaware -Wl,--no-seh
   -Wl,--no-insert-timestamp
   -Wl,-Map,$<TARGET_FILE_DIR:$<TARGET_PROPERTY:NAME>>/$<TARGET_PROPERTY:NAME>.map)
 # First of all sources: how the program begins.

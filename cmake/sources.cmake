@@ -3,6 +3,7 @@
 
 set(LOGIC_SOURCES
   src/platform/decimal.cpp
+  src/platform/link_target.cpp
   src/platform/os_name.cpp
   src/platform/path.cpp
   src/platform/plain_text.cpp
@@ -45,6 +46,8 @@ set(WINDOWS_SOURCES
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
+  src/platform/final_path.cpp
+  src/platform/hardening.cpp
   src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
   src/platform/key_tree.cpp
@@ -55,8 +58,10 @@ set(WINDOWS_SOURCES
   src/platform/native_files.cpp
   src/platform/owned_windows.cpp
   src/platform/panel.cpp
+  src/platform/plain_key.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
+  src/platform/upper_case.cpp
   src/platform/wide_system.cpp
   src/platform/window_text.cpp
   src/settings/bound_controls.cpp
@@ -76,6 +81,8 @@ set(WINDOWS_SOURCES
   src/cleaners/mdPanic.cpp
   src/cleaners/modCleanItems.cpp
   src/cleaners/modCleaning.cpp
+  src/cleaners/kept_folders.cpp
+  src/cleaners/temp_clearing.cpp
   src/cleaners/temp_folder.cpp
   src/cleaners/url_cache_walk.cpp
   src/cleaners/wipe_file.cpp

@@ -17,6 +17,9 @@ if(NOT QUELLIX_TESTS)
   # The whole program is optimised when it is linked, in one piece: the compiler fails on programs of several pieces.
   set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
   add_link_options(-march=i486 -mtune=i686 -ffunction-sections -flto=1 -flto-partition=one)
+  # A buffer that is written over its end ends the program (src/platform/startup.cpp), and a variable without a value is zero.
+  set(hardening -fstack-protector-strong -ftrivial-auto-var-init=zero)
+  add_compile_options(${hardening})
 endif()
 
 if(QUELLIX_TESTS)

@@ -217,6 +217,14 @@ Section "un.Quellix" UNSECTION_PROGRAM
   RMDir "$INSTDIR"
 SectionEnd
 
+; A list with what a save of it leaves that was broken off (src/platform/whole_file.h).
+!macro REMOVE_LIST name
+  Delete "$INSTDIR\${name}"
+  Delete "$INSTDIR\${name}.tmp"
+  Delete "$INSTDIR\${name}.old"
+  Delete "$INSTDIR\${name}.old.tmp"
+!macroend
+
 Section "un.Settings, keep list and shred list" UNSECTION_SETTINGS
   DeleteRegKey HKCU "Software\Quellix"
   DeleteRegValue HKCU "${PAGEFILE_KEYS}\Memory Management" "ClearPageFileAtShutdown"
@@ -225,8 +233,8 @@ Section "un.Settings, keep list and shred list" UNSECTION_SETTINGS
   DeleteRegKey /ifempty HKCU "SYSTEM\CurrentControlSet\Control"
   DeleteRegKey /ifempty HKCU "SYSTEM\CurrentControlSet"
   DeleteRegKey /ifempty HKCU "SYSTEM"
-  Delete "$INSTDIR\SafeCookie.dat"
-  Delete "$INSTDIR\QUELLIX_Shred"
+  !insertmacro REMOVE_LIST "SafeCookie.dat"
+  !insertmacro REMOVE_LIST "QUELLIX_Shred"
   RMDir "$INSTDIR"
 SectionEnd
 

@@ -47,9 +47,9 @@ def tools_used() -> str:
 
 
 def flags_of(command: str) -> tuple[str, ...]:
-    """What of a command of the cross compiler says how a source is to be read."""
+    """What of a command of the cross compiler says how a source is to be read, and clang-tidy knows."""
     words = shlex.split(command)
-    kept = [word for word in words if re.match(r"-D|-I|-std=|-f(?!file-prefix)", word)]
+    kept = [word for word in words if re.match(r"-D|-I|-std=|-f(?!file-prefix|trivial-auto)", word)]
     return tuple(word.replace("-I", f"-I{ROOT}/", 1) if word.startswith("-I") and word[2] != "/" else word for word in kept)
 
 

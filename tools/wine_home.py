@@ -233,12 +233,16 @@ def _template() -> Path:
 
 
 class Display:
-    """A virtual screen of its own; its number is found by the X server, so two tasks never share one."""
+    """A virtual screen of its own; its number is found by the X server, so two tasks never share one.
+
+    A key that is held does not repeat itself: how long a busy machine holds it would decide what a program makes of it.
+    """
 
     def __init__(self, size: str = "1024x768", depth: int = 24):
         reader, writer = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{size}x{depth}", "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{size}x{depth}", "-nolisten", "tcp", "-noreset",
+             "-r"],
             pass_fds=(writer,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writer)
         with os.fdopen(reader) as stream:

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/handles.h"
+#include "platform/plain_key.h"
 #include "platform/system_functions.h"
 
 namespace iea {
@@ -35,12 +36,11 @@ std::vector<std::wstring> NamesOfValues(HKEY key) {
 }  // namespace
 
 bool ClearFormValues() {
-  HKEY opened = nullptr;
+  UniqueKey key;
   // Whatever access the user has: the outcome is read off the key.
-  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, kFormValues, 0, MAXIMUM_ALLOWED, &opened);
+  const LONG status = OpenPlainKey(HKEY_CURRENT_USER, kFormValues, MAXIMUM_ALLOWED, key);
   if (status == ERROR_FILE_NOT_FOUND) return true;
   if (status != ERROR_SUCCESS) return false;
-  const UniqueKey key(opened);
   for (const std::wstring& name : NamesOfValues(key.get())) late::RegDeleteValueWide(key.get(), name.c_str());
   std::wstring left;
   return NameAt(key.get(), 0, left) == ERROR_NO_MORE_ITEMS;

@@ -12,6 +12,7 @@
 //   2  started without the argument 1 or with anything else: nothing was done
 #include "form_values.h"
 #include "iea_rules.h"
+#include "platform/hardening.h"
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
 #include "protected_store.h"
@@ -37,6 +38,7 @@ bool ClearBothStores() {
 }  // namespace iea
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  platform::HardenProcess();
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
   if (!iea::AsksToClear(::GetCommandLineA())) return iea::kNotAsked;
   return iea::ClearBothStores() ? iea::kCleared : iea::kNotAllCleared;

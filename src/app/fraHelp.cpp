@@ -11,6 +11,13 @@ using namespace platform;
 
 namespace {
 
+// An elevated program leaves it to the running shell: a browser that it started would browse with an administrator's rights.
+void OpenAsTheUser(HWND owner, const WideText& page) {
+  const Path shell = WindowsFolder() / Wide<"explorer.exe">();
+  if (IsElevated() && StartProgram(shell, L'"' + page + L'"', SW_SHOWNORMAL)) return;
+  StartByShell(owner, {.verb = L"Open", .what = page});
+}
+
 constexpr char kAbout[] =
     "Quellix is made by a few people who have written small programs for Windows for many years and still like to. We use "
     "it on our own computers every day.\r\n\r\nWe believe that what somebody reads, writes and looks up is nobody else's "
@@ -49,9 +56,9 @@ void fraHelp::OpenHelp() {
   const Path manual = ProgramFolder() / Wide<"manual\\index.html">();
   const DWORD attributes = NativeAttributes(manual);
   if (attributes == INVALID_FILE_ATTRIBUTES || IsFolder(attributes)) return OpenPage(kHelpAddress);
-  StartByShell(Handle(), {.verb = L"Open", .what = manual.Shown()});
+  OpenAsTheUser(Handle(), manual.Shown());
 }
 
-void fraHelp::OpenPage(const char* address) { StartByShell(Handle(), {.verb = L"Open", .what = Widen(address)}); }
+void fraHelp::OpenPage(const char* address) { OpenAsTheUser(Handle(), Widen(address)); }
 
 }  // namespace app

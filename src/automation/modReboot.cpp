@@ -52,7 +52,8 @@ void RebootSystem(bool force) {
 void RegisterStartup() {
   if (settings::Settings[settings::Setting::LoadStartup] == "1") {
     const Path file = ProgramFile();
-    SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), RunValueData(file, ShortForm(file)), REG_SZ);
+    const std::string data = RunValueData(file, ShortForm(file));
+    if (!data.empty()) SaveKeyValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName(), data, REG_SZ);
   } else {
     DeleteValue(HKEY_LOCAL_MACHINE, kRunKey, RunValueName());
   }

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-
+#include "cleaners/folder_facts.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/netscape_rules.h"
 #include "cleaners/wipe_file.h"
@@ -67,7 +67,9 @@ bool LeadsThroughALink(const Path& target, const Path& profile) {
 
 template <class Names>
 void AppendTargets(const Path& profile, const Names& names, FileList& results) {
-  if (profile.IsEmpty()) return;
+  // Whoever registered it, a folder to keep is no profile. Files of known names and the cache go from a profile, not all
+  // that it holds: a system that cannot tell every folder to keep does not put an end to that.
+  if (profile.IsEmpty() || !MayClearFolder(FindFolderFacts(profile, Untold::IsLeftOut))) return;
   for (const WideView name : names)
     if (const Path target = profile / name; !LeadsThroughALink(target, profile)) results.push_back(target);
 }

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Reg32.h"
+#include "platform/final_path.h"
 #include "platform/native_files.h"
 #include "platform/special_folder.h"
 
@@ -13,54 +13,70 @@ using namespace platform;
 
 namespace {
 
-// In short names, so that two spellings of one folder compare equal.
-Path Canonical(const Path& path) {
-  const Path shortened = ShortForm(path);
-  return shortened.IsEmpty() ? path : shortened;
+// With the folders that it lies in, each once.
+void AppendWithParents(std::vector<Path>& folders, Path folder) {
+  for (; !folder.IsEmpty(); folder.RemoveName()) {
+    if (std::find(folders.begin(), folders.end(), folder) != folders.end()) return;
+    folders.push_back(folder);
+  }
 }
 
-// Windows 95, 98 and NT 4 tell it here only.
-Path ProgramFilesOfRegistry() {
-  return FullPath(
-      TextValue(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", L"ProgramFilesDir").value_or(L""));
+bool IsOneOf(const std::vector<Path>& folders, const FolderIdentity& identity) {
+  return std::any_of(folders.begin(), folders.end(),
+                     [&identity](const Path& folder) { return NativeIdentity(folder) == identity; });
 }
 
-bool IsItOrBelow(Path folder, const FolderIdentity& outer) {
-  for (; !folder.IsEmpty(); folder.RemoveName())
-    if (NativeIdentity(folder) == outer) return true;
-  return false;
+// Where a folder is, links followed; as it is named where the system tells nothing.
+Path ReallyAt(const Path& folder) {
+  const Path really = FinalPath(folder);
+  return really.IsEmpty() ? folder : really;
 }
 
-// What the texts of two paths do not show: a link on the way, a drive letter or a share that means a folder.
-bool LeadsToOneOf(const std::vector<Path>& folders, const Path& path) {
-  const std::optional<FolderIdentity> identity = NativeIdentity(path);
-  return identity && std::any_of(folders.begin(), folders.end(), [&identity](const Path& folder) {
-           return IsItOrBelow(folder, *identity) || IsItOrBelow(NativeFinalPath(folder), *identity);
-         });
+Path InShortNames(const Path& folder) {
+  const Path shortened = ShortForm(folder);
+  return shortened.IsEmpty() ? folder : shortened;
 }
 
 }  // namespace
 
-std::vector<Path> SystemFolders() {
-  return {
-      WindowsFolder(),
-      SystemFolder(),
-      ProgramFolder(),
-      ProgramFilesOfRegistry(),
-      FullPath(EnvironmentText(Wide<"USERPROFILE">())),
-      FullPath(EnvironmentText(Wide<"ProgramFiles">())),
-      FindSpecialFolder(kProfileFolder),
-      FindSpecialFolder(kProgramFilesFolder),
-  };
-}
+Path Canonical(const Path& folder) { return InShortNames(ReallyAt(folder)); }
 
 FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep) {
   FolderFacts facts;
-  facts.canonical = Canonical(folder);
-  facts.isLink = IsLink(NativeAttributes(folder));
-  for (const Path& kept : keep) facts.keep.push_back(Canonical(kept));
-  facts.leadsToKept = LeadsToOneOf(keep, folder);
+  const DWORD attributes = NativeAttributes(folder);
+  const Path really = FinalPath(folder);
+  // What is there and cannot be followed could lead anywhere.
+  if (attributes == INVALID_FILE_ATTRIBUTES || !really.IsEmpty()) facts.canonical = Canonical(folder);
+  facts.isLink = IsLink(attributes);
+  facts.isVolume = IsVolumeRoot(folder);
+  // What the texts of two paths do not show: a link on the way, a drive letter or a share that means a folder.
+  std::vector<Path> chains;
+  for (const Path& kept : keep) {
+    const Path place = ReallyAt(kept);
+    facts.keep.push_back(InShortNames(place));
+    AppendWithParents(chains, kept);
+    AppendWithParents(chains, place);
+  }
+  const std::optional<FolderIdentity> identity = NativeIdentity(folder);
+  facts.leadsToKept = identity && IsOneOf(chains, *identity);
   return facts;
+}
+
+FolderFacts FindFolderFacts(const Path& folder, Untold untold) {
+  std::vector<Path> keep = KeptFolders(untold);
+  keep.push_back(ProgramFolder());
+  return FindFolderFacts(folder, keep);
+}
+
+bool LiesIn(const Path& folder, const std::vector<Path>& outer) {
+  const Path canonical = Canonical(folder);
+  std::vector<Path> chain;
+  AppendWithParents(chain, folder);
+  AppendWithParents(chain, ReallyAt(folder));
+  return std::any_of(outer.begin(), outer.end(), [&](const Path& one) {
+    const std::optional<FolderIdentity> identity = NativeIdentity(one);
+    return IsSameOrBelow(canonical, Canonical(one)) || (identity && IsOneOf(chain, *identity));
+  });
 }
 
 }  // namespace cleaners

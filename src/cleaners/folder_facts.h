@@ -4,15 +4,23 @@
 #include <vector>
 
 #include "cleaners/folder_guard.h"
+#include "cleaners/kept_folders.h"
 #include "platform/path.h"
 
 namespace cleaners {
 
-// The facts about `folder`. Paths of `keep` may be empty.
+// The path with links on the way followed and in short names, so that two spellings of one folder compare equal; as it is
+// where the disk tells nothing.
+Path Canonical(const Path& folder);
+
+// The facts about `folder`; paths of `keep` may be empty.
 FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep);
 
-// Windows, its system folder, Program Files, the program's own folder and the profile; an empty path for each that the
-// system does not tell.
-std::vector<Path> SystemFolders();
+// About one that the shredder's list or the registry names: it must not be, hold or lead to any folder to keep
+// (kept_folders.h), nor the program's own.
+FolderFacts FindFolderFacts(const Path& folder, Untold untold = Untold::Raises);
+
+// Whether `folder` is or lies below one of `outer` by whatever path.
+bool LiesIn(const Path& folder, const std::vector<Path>& outer);
 
 }  // namespace cleaners

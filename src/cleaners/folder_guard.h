@@ -11,6 +11,7 @@ using namespace platform;
 struct FolderFacts {
   Path canonical;            // in short names, as far as it exists; to be compared with `keep`
   bool isLink = false;       // the folder itself is a junction or symbolic link
+  bool isVolume = false;     // the uppermost folder of a volume, whatever its path reads like
   bool leadsToKept = false;  // it is one of `keep` or one above it by a path that reads differently
   std::vector<Path> keep;    // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };

@@ -21,26 +21,30 @@ namespace {
 constexpr std::size_t kBlock = 0x10000;  // bytes
 
 // In its place and without cutting it first, so that the blanks lie where the traces lay. The blanks are on the disk when
-// the file is closed.
-void FillWithBlanks(const Path& path, std::uint64_t length) {
-  const UniqueFile file = NativeOpenForWriting(path);
-  if (!file) RaiseLastError();
+// the file is closed. A stop ends it after the block that is being written.
+void FillWithBlanks(HANDLE file, std::uint64_t length) {
   const std::string blanks(static_cast<std::size_t>(std::min<std::uint64_t>(length, kBlock)), ' ');
-  for (std::uint64_t left = length; left > 0;) {
+  for (std::uint64_t left = length; left > 0 && !StopErase;) {
     const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, blanks.size()));
-    WriteOrRaise(file.get(), blanks.data(), count);
+    WriteOrRaise(file, blanks.data(), count);
     left -= count;
     DoEventsNowAndThen();
   }
-  if (!::FlushFileBuffers(file.get())) RaiseLastError();
+  if (!::FlushFileBuffers(file)) RaiseLastError();
 }
 
+// The file that has been opened is judged, and no other one gets in as long as it is open.
 void OverwriteIndexFile(SpecialFolder folder, WideView name) {
   quietly([&] {
     const Path path = FindSpecialFolder(folder) / name;
-    if (IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
-    const std::uint64_t length = FileLen(path);
-    if (!StopErase) FillWithBlanks(path, length);
+    if (StopErase || IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
+    const UniqueFile file = NativeOpenForWriting(path);
+    BY_HANDLE_FILE_INFORMATION facts;
+    if (!file || !::GetFileInformationByHandle(file.get(), &facts)) RaiseLastError();
+    if (facts.nNumberOfLinks > 1) return;  // what has a second name is somebody else's as well
+    // Blanks would take the room that the gaps of a sparse file only pretend to take.
+    if ((facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0) return;
+    FillWithBlanks(file.get(), static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow);
   });
 }
 

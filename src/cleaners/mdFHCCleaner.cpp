@@ -11,6 +11,7 @@
 #include "platform/key_tree.h"
 #include "platform/main_window.h"
 #include "platform/native_files.h"
+#include "platform/plain_key.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
@@ -28,9 +29,8 @@ constexpr char kIntelliFormsKey[] = "Software\\Microsoft\\Internet Explorer\\Int
 
 // Sweeps whether or not a stop is asked for: the sweep looks, the deletion of the key does not.
 void ClearSweptKey(const char* path) {
-  HKEY opened = nullptr;
-  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
-  UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
+  UniqueKey key;
+  const LONG status = OpenPlainKey(HKEY_CURRENT_USER, path, kRegistryAccess, key);
   ++ClearedKeyCount;
   SweepValues(key.get(), status);
   key.reset();
@@ -62,9 +62,11 @@ void cmdAutoComplte() {
   if (StopErase) return;
   reportAndLeave("mdFHCCleaner,cmdAutoComplte", [] {
     const Path companion = ProgramFolder() / Wide<"iea.exe">();
-    // The working directory is the text "1", too; the companion needs none.
-    StartByShell(MainWindowHandle,
-                 {.verb = L"open", .what = companion.Shown(), .arguments = L"1", .folder = L"1", .show = SW_HIDE});
+    // In quotes: of a path with blanks the shell would try every beginning. The working directory is the text "1", too; the
+    // companion needs none.
+    StartByShell(
+        MainWindowHandle,
+        {.verb = L"open", .what = L'"' + companion.Shown() + L'"', .arguments = L"1", .folder = L"1", .show = SW_HIDE});
   });
 }
 

@@ -6,9 +6,21 @@
 #include "platform/runtime_error.h"
 #include "platform/system_functions.h"
 #include "platform/wide_text.h"
+#include "platform/window_answers.h"
 
 namespace cleaners {
 using namespace platform;
+
+namespace {
+
+// Emptying waits for the owner's window, which may hang.
+bool OwnerAnswers() {
+  constexpr UINT kPatience = 1000;  // milliseconds
+  const HWND owner = ::GetClipboardOwner();
+  return !::IsWindow(owner) || AnswersWithin(kPatience, owner);
+}
+
+}  // namespace
 
 void ClearRecentDocs() {
   resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
@@ -26,7 +38,7 @@ void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noP
 void ClearClipboard() {
   ::OpenClipboard(MainWindowHandle);
   resumeNext([] {
-    if (::EmptyClipboard())
+    if (OwnerAnswers() && ::EmptyClipboard())
       LogCleanResult(Wide<"Clipboard Cleared">(), ResultStamp());
     else
       LogCleanResult(Wide<"Clipboard ">(), Wide<"Terminated">());

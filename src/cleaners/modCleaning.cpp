@@ -1,7 +1,7 @@
 #include "cleaners/modCleaning.h"
 
 #include "cleaners/clean_log.h"
-#include "cleaners/folder_contents.h"
+#include "cleaners/temp_clearing.h"
 #include "cleaners/temp_folder.h"
 #include "cleaners/temp_guard.h"
 #include "cleaners/wipe_file.h"
@@ -11,6 +11,7 @@
 #include "platform/handles.h"
 #include "platform/key_tree.h"
 #include "platform/path.h"
+#include "platform/plain_key.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/wide_text.h"
@@ -38,9 +39,8 @@ void DeleteValuesFromTheFront(HKEY key, LONG status) {
 }
 
 void ClearFindKey(const char* path) {
-  HKEY opened = nullptr;
-  const LONG status = ::RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, kRegistryAccess, &opened);
-  findKey.reset(status == ERROR_SUCCESS ? opened : nullptr);
+  findKey.reset();
+  const LONG status = OpenPlainKey(HKEY_CURRENT_USER, path, kRegistryAccess, findKey);
   ++CleanedKeyCount;
   DeleteValuesFromTheFront(findKey.get(), status);
   DeleteKeyTree(HKEY_CURRENT_USER, path);
@@ -55,7 +55,7 @@ void ClearWindowsTemp() {
       LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }
-    ClearFolderContents(FullPath(facts.reported), false, true);
+    ClearTempFolder(facts.folder);
     LogCleanResult(
         StopErase ? Wide<"Windows Temporary Files **** aborted by user">() : Wide<"Windows Temporary Files Cleared">(),
         ResultStamp());

@@ -4,6 +4,8 @@
 
 #include "cleaners/folder_facts.h"
 #include "cleaners/folder_guard.h"
+#include "cleaners/kept_folders.h"
+#include "platform/final_path.h"
 #include "platform/path.h"
 #include "platform/special_folder.h"
 #include "platform/system_functions.h"
@@ -14,11 +16,15 @@ using namespace platform;
 
 namespace {
 
-std::vector<Path> FoldersToKeep() {
-  std::vector<Path> folders = SystemFolders();
-  for (const int folder : {kDesktopFolder, kDocumentsFolder, kApplicationDataFolder, kLocalApplicationDataFolder})
-    folders.push_back(FindSpecialFolder(folder));
-  return folders;
+bool HoldsProgram(const Path& folder) {
+  const Path canonical = Canonical(folder), program = Canonical(ProgramFolder());
+  return IsSameOrBelow(program, canonical) && !IsSameOrBelow(canonical, program);
+}
+
+// A link is judged, and cleaned, where it leads; what does not exist stays what it is.
+Path ReallyAt(const Path& folder) {
+  const Path really = FinalPath(folder);
+  return really.IsEmpty() ? folder : really;
 }
 
 }  // namespace
@@ -38,7 +44,11 @@ TempFolderFacts FindTempFolderFacts() {
   facts.configured = EnvironmentText(Wide<"TMP">());
   if (facts.configured.empty()) facts.configured = EnvironmentText(Wide<"TEMP">());
   facts.reported = AppendBackslash(GetTempDir());
-  static_cast<FolderFacts&>(facts) = FindFolderFacts(FullPath(facts.reported), FoldersToKeep());
+  facts.folder = ReallyAt(FullPath(facts.reported));
+  std::vector<Path> keep = KeptFolders();
+  if (!HoldsProgram(facts.folder)) keep.push_back(ProgramFolder());
+  static_cast<FolderFacts&>(facts) = FindFolderFacts(facts.folder, keep);
+  facts.liesInShared = LiesIn(facts.folder, SharedFolders());
   return facts;
 }
 

@@ -12,6 +12,10 @@ bool IsTheNamedFolder(const TempFolderFacts& facts) {
   return EqualIgnoringCase(AppendBackslash(Trim(facts.configured)), Trim(facts.reported));
 }
 
+bool IsCalledTemp(WideView name) {
+  return EqualIgnoringCase(name, Wide<"TEMP">()) || EqualIgnoringCase(name, Wide<"TMP">());
+}
+
 }  // namespace
 
 bool MayClearTempFolder(const TempFolderFacts& facts) {
@@ -19,6 +23,7 @@ bool MayClearTempFolder(const TempFolderFacts& facts) {
   if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
   if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
   if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return false;
+  if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return false;
   return MayClearFolder(facts);
 }
 

@@ -8,9 +8,11 @@
 #include "cleaners/url_cache_walk.h"
 #include "cookies/keep_list.h"
 #include "cookies/mdCookies.h"
+#include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/path.h"
 #include "platform/special_folder.h"
+#include "platform/whole_file.h"
 #include "platform/wide_text.h"
 
 namespace cookies {
@@ -61,6 +63,7 @@ void frmCookie::OnInit() {
   PlaceOver(window_.Window());
   ini_.emplace();
   EnableButtons(false);  // until the lists are filled
+  keepListRead_ = false;
   MoveFocusTo(lstKeeplist.Handle());
   ::PostMessageA(Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdRefresh, BN_CLICKED), 0);  // fills it once it is on the screen
 }
@@ -97,6 +100,11 @@ void frmCookie::EnableButtons(bool enabled) {
 
 void frmCookie::Load() {
   const Work work(*this);
+  MendWholeFile(KeepListFile());
+  if (IsTooLarge(KeepListFile())) {
+    ShowMessage("The list of cookies to keep is larger than 16 MB. Quellix does not load it.", MB_ICONEXCLAMATION);
+    if (::IsWindowVisible(Handle())) ::SetForegroundWindow(Handle());  // the message was one of the main window
+  }
   const bool read = LoadList(SafeList, KeepListFile(), &work.Over());
   if (work.Over()) return;
   keepListRead_ = read;

@@ -3,6 +3,7 @@
 #include "platform/ErroHandle.h"
 #include "platform/handles.h"
 #include "platform/os_name.h"
+#include "platform/plain_key.h"
 #include "platform/system_functions.h"
 #include "platform/text_value.h"
 #include "platform/wide_system.h"
@@ -11,7 +12,13 @@ namespace platform {
 
 namespace {
 
+bool LeadsThroughALink(HKEY root, const std::string& subKey) {
+  UniqueKey key;
+  return OpenPlainKey(root, subKey, KEY_QUERY_VALUE, key) == ERROR_CANT_RESOLVE_FILENAME;
+}
+
 UniqueKey OpenOrCreate(HKEY root, const std::string& subKey) {
+  if (LeadsThroughALink(root, subKey)) return {};
   HKEY key = nullptr;
   if (::RegOpenKeyExA(root, subKey.c_str(), 0, kRegistryAccess, &key) == ERROR_SUCCESS) return UniqueKey(key);
   char noClass[] = "";
@@ -24,6 +31,14 @@ UniqueKey OpenOrCreate(HKEY root, const std::string& subKey) {
 UniqueKey OpenPlainly(HKEY root, const std::string& subKey) {
   HKEY key = nullptr;
   return ::RegOpenKeyA(root, subKey.c_str(), &key) == ERROR_SUCCESS ? UniqueKey(key) : UniqueKey();
+}
+
+LONG LookAtValue(HKEY root, const std::string& subKey, const std::string& valueName, DWORD& type) {
+  HKEY opened = nullptr;
+  const LONG status = ::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
+  if (status != ERROR_SUCCESS) return status;
+  const UniqueKey key(opened);
+  return ::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, nullptr, nullptr);
 }
 
 }  // namespace
@@ -86,15 +101,20 @@ std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const
 }
 
 bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& valueName) {
-  HKEY opened = nullptr;
-  LONG status = ::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
-  const UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
-  if (key) status = ::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, nullptr);
+  DWORD type = REG_NONE;
+  const LONG status = LookAtValue(root, subKey, valueName, type);
   return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
+bool HoldsNoText(HKEY root, const std::string& subKey, const std::string& valueName) {
+  DWORD type = REG_NONE;
+  const LONG status = LookAtValue(root, subKey, valueName, type);
+  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND || (status == ERROR_SUCCESS && type != REG_SZ);
 }
 
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {
   reportAndLeave("Reg32,DeleteValue", [&] {
+    if (LeadsThroughALink(root, subKey)) return;
     const UniqueKey key = OpenPlainly(root, subKey);
     ::RegDeleteValueA(key.get(), valueName.c_str());
   });

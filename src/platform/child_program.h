@@ -1,7 +1,7 @@
 // Starting other programs.
 #pragma once
 
-#include "platform/wide_text.h"
+#include "platform/path.h"
 #include "platform/win32.h"
 
 namespace platform {
@@ -30,5 +30,14 @@ struct ShellStart {
 // Starts it as the shell does, which also asks for consent where a program wants more rights. Raises the reason when it is
 // refused.
 void StartByShell(HWND owner, const ShellStart& start);
+
+// Starts a program without the shell, by its full path, in quotes, so that a folder with a blank in it starts no other one.
+// The arguments follow the path after a blank. False, with the reason as the last error, when it cannot be started. It is
+// not waited for.
+bool StartProgram(const Path& program, WideView arguments, int show);
+
+// Whether this process has rights that other programs of its user have not (Windows Vista and later): what it starts has
+// them too.
+bool IsElevated();
 
 }  // namespace platform

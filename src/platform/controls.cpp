@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "platform/drawing_size.h"
@@ -68,7 +69,7 @@ Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.Add
 
 void Control::Attach() {
   window_ = ::GetDlgItem(dialog_.Handle(), id_);
-  if (text_) ::SetWindowTextA(window_, text_->c_str());
+  if (text_) showsItsText_ = ::SetWindowTextA(window_, text_->c_str()) != FALSE;
   if (enabled_) ::EnableWindow(window_, *enabled_);
   if (visible_) ::ShowWindow(window_, *visible_ ? SW_SHOWNA : SW_HIDE);
   ShowState();
@@ -96,7 +97,7 @@ void Control::SetText(const std::string& text) {
   if (window_ == nullptr)
     text_ = text;
   else
-    ::SetWindowTextA(window_, text.c_str());
+    showsItsText_ = ::SetWindowTextA(window_, text.c_str()) != FALSE;
 }
 
 void Picture::ShowState() {
@@ -136,7 +137,9 @@ std::vector<HWND> OptionButton::Group() const {
 
 LRESULT CALLBACK OptionButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto& button = *reinterpret_cast<OptionButton*>(::GetWindowLongA(window, GWL_USERDATA));
-  if (message == WM_SETFOCUS) return button.TakeKeyboard(wParam, lParam);
+  std::optional<LRESULT> answer;
+  if (message == WM_SETFOCUS) quietly([&] { answer = button.TakeKeyboard(wParam, lParam); });
+  if (answer) return *answer;
   return ::CallWindowProcA(button.system_, window, message, wParam, lParam);
 }
 

@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "platform/handles.h"
+#include "platform/plain_key.h"
 #include "platform/system_functions.h"
-#include "platform/wide_system.h"
 
 namespace platform {
 
 namespace {
+
+constexpr REGSAM kToDelete = DELETE | KEY_ENUMERATE_SUB_KEYS | KEY_QUERY_VALUE;
 
 // A key that is being emptied, from its last subkey to its first. So no deletion moves one that is still to come, and keys
 // that somebody adds meanwhile make no walk without an end.
@@ -18,15 +20,18 @@ struct Level {
   DWORD left = 0;
 };
 
+void Take(UniqueKey key, Level& level) {
+  level.key = std::move(key);
+  ::RegQueryInfoKeyA(level.key.get(), nullptr, nullptr, nullptr, &level.left, nullptr, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr);
+}
+
 LONG Open(HKEY parent, const wchar_t* name, Level& level) {
   HKEY opened = nullptr;
   // The link itself and not what it leads to; such a key has no subkeys.
-  const LONG status = late::RegOpenKeyExWide(parent, name, REG_OPTION_OPEN_LINK, MAXIMUM_ALLOWED, &opened);
-  if (status != ERROR_SUCCESS) return status;
-  level.key.reset(opened);
-  ::RegQueryInfoKeyA(opened, nullptr, nullptr, nullptr, &level.left, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                     nullptr);
-  return ERROR_SUCCESS;
+  const LONG status = late::RegOpenKeyExWide(parent, name, REG_OPTION_OPEN_LINK, kToDelete, &opened);
+  if (status == ERROR_SUCCESS) Take(UniqueKey(opened), level);
+  return status;
 }
 
 // Goes on after a failure and gives the first one.
@@ -62,12 +67,16 @@ LONG DeleteFrom(Level top) {
 
 LONG DeleteKeyTree(HKEY root, const char* path) {
   if (path == nullptr || *path == '\0') return ERROR_INVALID_PARAMETER;
-  if (late::SHDeleteKey) return static_cast<LONG>(late::SHDeleteKey(root, path));
+  UniqueKey key;
+  const LONG status = OpenKeyItself(root, path, kToDelete, key);
+  if (status == ERROR_CALL_NOT_IMPLEMENTED) {
+    if (late::SHDeleteKey) return static_cast<LONG>(late::SHDeleteKey(root, path));
+    return ::RegDeleteKeyA(root, path);  // which takes the subkeys along
+  }
+  if (status != ERROR_SUCCESS) return status;
   Level top;
-  const LONG status = Open(root, Widen(path).c_str(), top);
-  // Windows 9x, where the plain function takes the subkeys along.
-  if (status == ERROR_CALL_NOT_IMPLEMENTED) return ::RegDeleteKeyA(root, path);
-  return status == ERROR_SUCCESS ? DeleteFrom(std::move(top)) : status;
+  Take(std::move(key), top);
+  return DeleteFrom(std::move(top));
 }
 
 }  // namespace platform

@@ -12,7 +12,8 @@ HMODULE LoadSystemDll(const char* dll) {
   const UINT length = ::GetSystemDirectoryA(folder, sizeof folder);
   if (length == 0 || length >= sizeof folder) return nullptr;
   // Where the folder is a root, two "\" are as good as one; on some code pages its last byte may be half of a letter.
-  return ::LoadLibraryA((std::string(folder) + "\\" + dll).c_str());
+  // What the library imports is looked for beside it first, not beside the program or in the current folder.
+  return ::LoadLibraryExA((std::string(folder) + "\\" + dll).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 }  // namespace

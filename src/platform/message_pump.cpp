@@ -12,7 +12,12 @@ DWORD lastLook = 0;
 // Long enough that the look costs a walk nothing, short enough that a click is answered at once.
 constexpr DWORD kLookEvery = 30;
 
+// A timer message with an address in it makes old systems call that address, whoever posted the message. All timers of the
+// program are windows' timers, without one.
+bool CallsAnAddress(const MSG& message) { return message.message == WM_TIMER && message.lParam != 0; }
+
 void Process(MSG& message) {
+  if (CallsAnAddress(message) && !TimerProceduresRunForTests) return;
   if (messageTranslator != nullptr && messageTranslator(message)) return;
   ::TranslateMessage(&message);
   ::DispatchMessageA(&message);

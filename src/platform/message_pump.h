@@ -11,6 +11,9 @@ namespace platform {
 using MessageTranslator = bool (*)(MSG& message);
 void SetMessageTranslator(MessageTranslator translator);
 
+// Timers that call an address are not run: the program has none, and others could post any address. Tests have such timers.
+inline bool TimerProceduresRunForTests = false;
+
 // Processes what is in the queue and returns.
 void DoEvents();
 

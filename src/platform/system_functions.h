@@ -69,6 +69,8 @@ inline const LateFunction<HRESULT(WINAPI*)(void**, GUID*, void*, DWORD)> PStoreC
 
 // The NT family; Windows 9x exports them as stubs that fail.
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, DWORD, HANDLE*)> OpenProcessToken{"advapi32.dll", "OpenProcessToken"};
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, int, void*, DWORD, DWORD*)> GetTokenInformation{"advapi32.dll",
+                                                                                                "GetTokenInformation"};
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR, LPCSTR, LUID*)> LookupPrivilegeValue{"advapi32.dll",
                                                                                      "LookupPrivilegeValueA"};
 inline const LateFunction<BOOL(WINAPI*)(HANDLE, BOOL, TOKEN_PRIVILEGES*, DWORD, TOKEN_PRIVILEGES*, DWORD*)>
@@ -86,6 +88,8 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR)> RemoveDirectoryWide{"kernel32.
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, SECURITY_ATTRIBUTES*)> CreateDirectoryWide{"kernel32.dll",
                                                                                             "CreateDirectoryW"};
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPCWSTR, DWORD)> MoveFileExWide{"kernel32.dll", "MoveFileExW"};
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPCWSTR, SECURITY_ATTRIBUTES*)> CreateHardLinkWide{"kernel32.dll",
+                                                                                                    "CreateHardLinkW"};
 inline const LateFunction<HANDLE(WINAPI*)(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE)> CreateFileWide{
     "kernel32.dll", "CreateFileW"};
 inline const LateFunction<DWORD(WINAPI*)(LPCWSTR, DWORD, LPWSTR, LPWSTR*)> GetFullPathNameWide{"kernel32.dll",
@@ -122,12 +126,28 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPW
 // The NT family.
 inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDeleteKey"};
 
+// Windows 2000.
+inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetVolumePathName{"kernel32.dll", "GetVolumePathNameW"};
+
+// Windows XP.
+inline const LateFunction<BOOL(WINAPI*)(HANDLE, int, void*, SIZE_T)> HeapSetInformation{"kernel32.dll",
+                                                                                        "HeapSetInformation"};
+
+// Windows XP with its first service pack.
+inline const LateFunction<BOOL(WINAPI*)(LPCSTR)> SetDllDirectory{"kernel32.dll", "SetDllDirectoryA"};
+
+// Windows XP with its third service pack.
+inline const LateFunction<BOOL(WINAPI*)(DWORD)> SetProcessDEPPolicy{"kernel32.dll", "SetProcessDEPPolicy"};
+
 // Windows Vista.
 inline const LateFunction<BOOL(WINAPI*)(HWND, LPCWSTR)> ShutdownBlockReasonCreate{"user32.dll", "ShutdownBlockReasonCreate"};
 inline const LateFunction<BOOL(WINAPI*)(UINT, DWORD)> ChangeWindowMessageFilter{"user32.dll", "ChangeWindowMessageFilter"};
 inline const LateFunction<BOOL(WINAPI*)(HWND)> ShutdownBlockReasonDestroy{"user32.dll", "ShutdownBlockReasonDestroy"};
 inline const LateFunction<DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD)> GetFinalPathNameByHandle{
     "kernel32.dll", "GetFinalPathNameByHandleW"};
+
+// Windows 8, and earlier ones from Vista on with an update of 2011.
+inline const LateFunction<BOOL(WINAPI*)(DWORD)> SetDefaultDllDirectories{"kernel32.dll", "SetDefaultDllDirectories"};
 
 // Windows 98 and NT 4.
 inline const LateFunction<BOOL(WINAPI*)(LPCSTR, GET_FILEEX_INFO_LEVELS, void*)> GetFileAttributesEx{"kernel32.dll",

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "platform/system_error.h"
 #include "platform/system_functions.h"
 #include "platform/win32.h"
 
@@ -9,16 +10,22 @@ namespace platform {
 
 namespace {
 
-// With a character that looks alike in place of one that the code page lacks: not every system can be told to do otherwise.
-std::string NarrowLike(WideView text) {
-  const int length = static_cast<int>(text.size());
-  std::string narrow(text.size() * 3, '\0');  // no code page takes more bytes for one of them
-  narrow.resize(static_cast<std::size_t>(::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(),
-                                                               static_cast<int>(narrow.size()), nullptr, nullptr)));
-  return narrow;
+// As a size. None of a text that has some letters is a failure, and an empty text instead would be taken for what was meant.
+std::size_t RaiseUnlessConverted(int converted, std::size_t asked) {
+  if (converted == 0 && asked != 0) RaiseSystemError(::GetLastError());
+  return static_cast<std::size_t>(converted);
 }
 
 }  // namespace
+
+std::string NarrowLike(WideView text) {
+  const int length = static_cast<int>(text.size());
+  std::string narrow(text.size() * 3, '\0');  // no code page takes more bytes for one of them
+  const int converted = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), static_cast<int>(narrow.size()),
+                                              nullptr, nullptr);
+  narrow.resize(RaiseUnlessConverted(converted, text.size()));
+  return narrow;
+}
 
 bool UsesWideNames() {
   static const bool wide = [] {
@@ -31,7 +38,7 @@ bool UsesWideNames() {
 WideText Widen(std::string_view ansi) {
   const int length = static_cast<int>(ansi.size());
   WideText wide(ansi.size(), L'\0');
-  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), length)));
+  wide.resize(RaiseUnlessConverted(::MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), length), ansi.size()));
   return wide;
 }
 
@@ -46,17 +53,6 @@ std::string Narrow(WideView text) {
   std::string narrow;
   for (std::size_t at = 0; at < text.size(); ++at) narrow += NarrowExactly(text.substr(at, 1)).value_or("?");
   return narrow;
-}
-
-WideText UpperCase(WideView text) {
-  WideText upper(text);
-  if (UsesWideNames()) {
-    late::CharUpperBuffWide(upper.data(), static_cast<DWORD>(upper.size()));
-    return upper;
-  }
-  std::string ansi = NarrowLike(text);
-  ::CharUpperBuffA(ansi.data(), static_cast<DWORD>(ansi.size()));
-  return Widen(ansi);
 }
 
 }  // namespace platform

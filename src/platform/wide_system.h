@@ -26,6 +26,10 @@ std::optional<std::string> NarrowExactly(WideView text);
 // The same with "?" for what the code page lacks: to be shown, not to lead anywhere.
 std::string Narrow(WideView text);
 
+// The same with a character that looks alike in place of one that the code page lacks: not every system can be told to do
+// otherwise.
+std::string NarrowLike(WideView text);
+
 // Every letter in its capital form, as the system's own comparisons of names have it.
 WideText UpperCase(WideView text);
 

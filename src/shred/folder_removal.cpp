@@ -25,8 +25,7 @@ FolderRefusal RefusalOf(const Path& folder) {
   if (IsLink(NativeAttributes(folder))) return FolderRefusal::Link;
   FolderRefusal refusal = FolderRefusal::NoFolder;
   resumeNext([&] {
-    if (cleaners::IsWalkableFolder(folder))
-      refusal = cleaners::RefusalOf(cleaners::FindFolderFacts(folder, cleaners::SystemFolders()));
+    if (cleaners::IsWalkableFolder(folder)) refusal = cleaners::RefusalOf(cleaners::FindFolderFacts(folder));
   });
   return refusal;
 }

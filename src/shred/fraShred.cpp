@@ -152,13 +152,19 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
   const ReportBurst burst;
   while (run.GoesOn(cutShort != nullptr && *cutShort)) {
     const int place = run.Steps();
-    const Path path = list.Collection()[static_cast<std::size_t>(place)];
-    const Presence before = PresenceOf(path);
-    RuntimeError failure;
-    quietly([&] { failure = ShredFile(path, level.Text()); });
-    const Presence after = failure ? PresenceOf(path) : Presence::Gone;
-    const ShreddedFile file{.before = before, .after = after, .failure = failure.description};
-    run.Add(file, Narrow(path.Shown()));
+    ShreddedFile file{.before = Presence::OutOfReach, .after = Presence::OutOfReach, .failure = ""};
+    std::string name;
+    // What fails at one file, even the telling of its name, keeps no other one from its turn.
+    quietly([&] {
+      const Path path = list.Collection()[static_cast<std::size_t>(place)];
+      file.before = PresenceOf(path);
+      RuntimeError failure;
+      const RuntimeError broken = failureOf([&] { failure = ShredFile(path, level.Text()); });
+      file.failure = failure ? failure.description : broken.description;
+      file.after = failure || broken ? PresenceOf(path) : Presence::Gone;
+      name = Narrow(path.Shown());
+    });
+    quietly([&] { run.Add(file, name); });
     if (LeavesTheList(file)) list.MarkGone(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
@@ -207,8 +213,10 @@ std::string fraShred::ShredFolders() {
 
 // Both are told of at the end.
 void fraShred::ShredAll() {
-  const std::string ofFolders = ShredFolders();
-  const std::string ofFiles = ShredManually();
+  std::string ofFolders;
+  std::string ofFiles;
+  resumeNext([&] { ofFolders = ShredFolders(); });
+  resumeNext([&] { ofFiles = ShredManually(); });
   if (!ofFolders.empty() && !ofFiles.empty()) txtMessage.SetText(ofFolders + " " + ofFiles);
 }
 
@@ -259,7 +267,8 @@ void fraShred::TakeDrop(WPARAM drop) {
 
 void fraShred::LoadFiles() {
   DoEvents();
-  const std::optional<std::vector<WideText>> lines = StoredList();
+  std::optional<std::vector<WideText>> lines;
+  fileUnread_ = static_cast<bool>(failureOf([&] { lines = StoredList(); }));
   if (!lines) return;
   const ListBox::Filling quietly(lstFiles);
   lstFiles.Clear();
@@ -268,6 +277,7 @@ void fraShred::LoadFiles() {
 
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
+  TellIfNotSaved([this] { TakeUnreadLines(); });
   std::vector<WideText> lines;
   for (WideText& line : scheduled_.Lines()) {
     lines.push_back(std::move(line));
@@ -275,6 +285,14 @@ void fraShred::SaveSettingsToFile() {
   }
   TellIfNotSaved([&] { StoreList(lines); });
   fileHasMore_ = false;
+}
+
+// What could not be read at the start joins the list before the file is replaced. Raises as long as it cannot be read.
+void fraShred::TakeUnreadLines() {
+  if (!fileUnread_) return;
+  if (const std::optional<std::vector<WideText>> lines = StoredList())
+    for (const WideText& line : *lines) lstFiles.AddItem(line);
+  fileUnread_ = false;
 }
 
 // The change would be lost at the next start, and the report of it shows on line alone.
@@ -289,6 +307,7 @@ void fraShred::ClearScheduled() {
   ClearFiles(scheduled_);
   TellIfNotSaved([] { DeleteStoredList(); });
   fileHasMore_ = false;
+  fileUnread_ = false;
 }
 
 // A stop request that was there before the run is an earlier run's.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/message_box.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
@@ -21,7 +22,12 @@ void TakeAttributesAway() { NativeSetAttributes(ListFile(), FILE_ATTRIBUTE_NORMA
 }  // namespace
 
 std::optional<std::vector<WideText>> StoredList() {
-  if (!Validate(ListFile())) return {};
+  MendWholeFile(ListFile());
+  if (PresenceOf(ListFile()) == Presence::Gone) return {};
+  if (IsTooLarge(ListFile())) {
+    ShowMessage("The list of files to shred is larger than 16 MB. Quellix does not load it.", MB_ICONEXCLAMATION);
+    return {};
+  }
   return ReadListFile(ReadWholeFile(ListFile()));
 }
 
@@ -33,7 +39,7 @@ void StoreList(const std::vector<WideText>& lines) {
 void DeleteStoredList() {
   if (!Validate(ListFile())) return;
   resumeNext([] { TakeAttributesAway(); });
-  if (!NativeDeleteFile(ListFile())) RaiseLastError();
+  if (!WipeWholeFile(ListFile())) RaiseLastError();
 }
 
 }  // namespace shred

@@ -34,7 +34,7 @@ TempFolderFacts FactsOf(const std::vector<WideText>& lines) {
   TempFolderFacts facts;
   facts.configured = line(0);
   facts.reported = line(1);
-  facts.canonical = FullPath(line(2));
+  facts.canonical = facts.folder = FullPath(line(2));
   for (std::size_t i = 3; i < lines.size(); ++i) facts.keep.push_back(FullPath(lines[i]));
   return facts;
 }
@@ -103,6 +103,10 @@ void CheckRefusals(const TempFolderFacts& allowed) {
     return !MayClearTempFolder(facts);
   };
   PROPERTY(refused([](TempFolderFacts& facts) { facts.isLink = true; }), "[%s]", folder);
+  PROPERTY(refused([](TempFolderFacts& facts) { facts.isVolume = true; }), "[%s]", folder);
+  const WideText name = UpperCase(allowed.folder.Name());
+  PROPERTY(refused([](TempFolderFacts& facts) { facts.liesInShared = true; }) == (name != u"TEMP" && name != u"TMP"), "[%s]",
+           folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.configured.clear(); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.canonical = Path(); }), "[%s]", folder);
   PROPERTY(refused([](TempFolderFacts& facts) { facts.keep.push_back(facts.canonical); }), "[%s]", folder);
@@ -127,7 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   // Also with one path for all three, which the fuzzer would seldom find by itself.
   for (const bool same : {false, true}) {
     if (same) {
-      facts.canonical = FullPath(facts.configured);
+      facts.canonical = facts.folder = FullPath(facts.configured);
       facts.reported = facts.configured = AppendBackslash(facts.canonical.Shown());
     }
     const bool allowed = MayClearTempFolder(facts);

@@ -63,7 +63,7 @@ class Input:
         finally:
             self._button(1, False)
 
-    def _reachable(self, name, window, even_if_disabled: bool = False, seconds: float = 10) -> View:
+    def _reachable(self, name, window, even_if_disabled: bool = False, seconds: float = 120) -> View:
         """The control, as soon as a user can click it: a panel may be on its way."""
         why: list = [None]
 

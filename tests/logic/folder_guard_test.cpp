@@ -35,6 +35,13 @@ TEST(FolderGuard, RefusesALinkAndWhatLeadsToAKeptFolder) {
   EXPECT_FALSE(MayClearFolder(facts));
 }
 
+TEST(FolderGuard, RefusesAVolumesUppermostFolderWhateverItsPathReadsLike) {
+  FolderFacts facts = Folder(u"C:\\mounted");
+  EXPECT_TRUE(MayClearFolder(facts));
+  facts.isVolume = true;
+  EXPECT_FALSE(MayClearFolder(facts));
+}
+
 TEST(FolderGuard, RefusesAFolderThatIsOrHoldsAKeptOneAndAllowsOneInside) {
   const std::vector<WideText> keep = {u"", u"C:\\A\\B\\", u"D:\\X\\"};
   for (const char16_t* path : {u"C:\\A\\", u"c:\\a\\b", u"C:\\A\\B\\", u"D:\\X"})

@@ -53,10 +53,31 @@ TEST(RunValueData, LeavesAPartWithoutABlankAsItIs) {
             "C:\\PrivacyCleaners\\QUELLI~1.exe m");
 }
 
-TEST(RunValueData, KeepsTheLongFormWhereThereIsNoShortOne) {
-  EXPECT_EQ(DataOf(u"C:\\Program Files\\Quellix.exe", u""), "C:\\Program Files\\Quellix.exe m");
-  EXPECT_EQ(DataOf(u"C:\\Program Files\\Quellix.exe", u"C:\\Program Files\\Quellix.exe"),
-            "C:\\Program Files\\Quellix.exe m");
+TEST(RunValueData, PutsQuotesAroundAPathWithBlanksThatHasNoShortForm) {
+  EXPECT_EQ(DataOf(u"D:\\My Tools\\Quellix.exe", u""), "\"D:\\My Tools\\Quellix.exe\" m");
+  EXPECT_EQ(DataOf(u"D:\\My Tools\\Quellix.exe", u"D:\\My Tools\\Quellix.exe"), "\"D:\\My Tools\\Quellix.exe\" m");
+  EXPECT_EQ(DataOf(u"D:\\Tools\\Quellix of mine.exe", u""), "\"D:\\Tools\\Quellix of mine.exe\" m");
+  EXPECT_EQ(DataOf(u"D:\\My Tools\\Quellix of mine.exe", u"D:\\MYTOOL~1\\Quellix of mine.exe"),
+            "\"D:\\MYTOOL~1\\Quellix of mine.exe\" m");
+  EXPECT_EQ(DataOf(u"\\\\server\\my tools\\Quellix.exe", u""), "\"\\\\server\\my tools\\Quellix.exe\" m");
+}
+
+TEST(RunValueData, IsEmptyForAPathThatQuotesDoNotKeepEither) {
+  for (const char16_t* file :
+       {u"D:\\My Tools \\Quellix.exe", u"D:\\a.\\Quellix.exe", u"D:\\\u0141 b\\Quellix.exe", u"D:\\b\\\u0141.exe"})
+    EXPECT_EQ(DataOf(file, u""), "") << testing::PrintToString(WideText(file));
+  EXPECT_EQ(DataOf(u"", u""), "");
+}
+
+TEST(RunValueData, TakesTheShortFormOfAPathThatIsTooLongAndIsEmptyWithoutOne) {
+  const WideText level = u"\\" + WideText(59, u'a');
+  const WideText file = u"D:" + level + level + level + level + u"\\Quellix.exe";  // 256 characters with the "m"
+  EXPECT_EQ(DataOf(file, u"D:\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\Quellix.exe"), Narrow(file) + " m");
+  const WideText longer = u"D:" + level + level + level + level + u"aaaa\\Quellix.exe";
+  EXPECT_EQ(DataOf(longer, u"D:\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\Quellix.exe"),
+            "D:\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\AAAAAA~1\\Quellix.exe m");
+  EXPECT_EQ(DataOf(longer, u""), "");
+  EXPECT_EQ(DataOf(longer, longer), "");
 }
 
 TEST(RunValueData, TakesLettersOfTheCodePageAsTheyAre) {
@@ -72,8 +93,8 @@ TEST(RunValueData, TakesTheShortFormOfAPartThatTheCodePageLacks) {
   EXPECT_EQ(DataOf(u"C:\\Tools\\\u0141.exe", u"C:\\Tools\\B~1.EXE"), "C:\\Tools\\B~1.exe m");
 }
 
-TEST(RunValueData, LeadsNowhereWhereNeitherFormIsInTheCodePage) {
-  EXPECT_EQ(DataOf(u"C:\\\u0141\\Quellix.exe", u""), "C:\\?\\Quellix.exe m");
+TEST(RunValueData, IsEmptyWhereNeitherFormIsInTheCodePage) {
+  EXPECT_EQ(DataOf(u"C:\\\u0141\\Quellix.exe", u"C:\\\u0142\\Quellix.exe"), "");
 }
 
 // It would be cut off, and the value would start the program of another folder.

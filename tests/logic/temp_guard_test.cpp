@@ -32,7 +32,7 @@ TempFolderFacts Named(const WideText& path, const std::vector<WideText>& keep = 
   TempFolderFacts facts;
   facts.configured = path;
   facts.reported = AppendBackslash(path);
-  facts.canonical = FullPath(path);
+  facts.canonical = facts.folder = FullPath(path);
   for (const WideText& kept : keep) facts.keep.push_back(FullPath(kept));
   return facts;
 }
@@ -247,6 +247,44 @@ TEST(TempGuard, RefusesAFolderThatLeadsToAKeptOneByAnotherPath) {
   TempFolderFacts facts = Named(u"X:\\TEMP");
   ExpectAllowed(facts);
   facts.leadsToKept = true;
+  ExpectRefused(facts);
+}
+
+TEST(TempGuard, AllowsInsideTheFoldersOfAllOnlyWhatIsCalledTempOrTmp) {
+  const struct {
+    const char16_t* path;
+    bool allowed;
+  } rows[] = {
+      {u"C:\\WINDOWS\\TEMP", true},    {u"C:\\WINDOWS\\Tmp", true},
+      {u"C:\\PROGRA~1\\A\\tmp", true}, {u"C:\\WINDOWS\\system32\\drivers", false},
+      {u"C:\\WINDOWS\\Fonts", false},  {u"C:\\WINDOWS\\TEMP\\A", false},
+      {u"C:\\WINDOWS\\TEMPS", false},  {u"C:\\WINDOWS\\TEM", false},
+      {u"C:\\WINDOWS\\A.TMP", false},  {u"C:\\WINDOWS\\TMP.", false},
+      {u"C:\\WINDOWS\\ TMP", false},   {u"C:\\WINDOWS\\TEMP~1", false},
+  };
+  for (const auto& row : rows) {
+    TempFolderFacts facts = Named(row.path);
+    ExpectAllowed(facts);
+    facts.liesInShared = true;
+    EXPECT_EQ(MayClearTempFolder(facts), row.allowed) << Told(facts);
+  }
+}
+
+// The variable may name a link of any name: what counts is where the folder is.
+TEST(TempGuard, GoesByTheNameThatTheFolderReallyHas) {
+  TempFolderFacts facts = Named(u"D:\\TEMP");
+  facts.liesInShared = true;
+  facts.folder = FullPath(u"C:\\WINDOWS\\Fonts");
+  ExpectRefused(facts);
+  facts = Named(u"D:\\Fonts");
+  facts.liesInShared = true;
+  facts.folder = FullPath(u"C:\\WINDOWS\\Temp");
+  ExpectAllowed(facts);
+}
+
+TEST(TempGuard, RefusesAVolumesUppermostFolder) {
+  TempFolderFacts facts = Named(u"D:\\TEMP");
+  facts.isVolume = true;
   ExpectRefused(facts);
 }
 

@@ -21,6 +21,7 @@ NOT_SHOWN = {
     "src/platform/clsIni.cpp",         # a class that the program as it ships does not ask
     "src/platform/system_functions.h",  # names of functions and libraries
     "src/settings/schema.h",           # keys and values of the registry
+    "src/cleaners/kept_folders.cpp",   # the same
     "src/cleaners/NetScapeEraser.cpp", "src/cleaners/netscape_rules.cpp", "src/cleaners/OperaClean.cpp",  # names of files and keys
     "src/cleaners/modCleaning.cpp", "src/cleaners/modCleanItems.cpp",  # for a log that is not kept
     "src/cleaners/folder_contents.cpp", "src/cleaners/wipe_file.cpp",

@@ -74,6 +74,9 @@ class ASilentInstallation(SetupCase):
             (host_path(d, folder) / name).write_text("a trace\r\n")
         self.assertIn(r"\Quellix.exe m", d.reg("HKLM", RUN_KEY, RUN_VALUE).text)
         self.start_program(folder)
+        for name in LISTS:
+            for ending in (".tmp", ".old", ".old.tmp"):  # of saves that were broken off
+                (host_path(d, folder) / (name + ending)).write_text("a trace\r\n")
         self.remove(folder)
         self.assertEqual(d.wait_ended(), 0)
         restart_windows(d)

@@ -1,6 +1,7 @@
 // Does what a C++ program may expect of its runtime, and writes down what happened, a line each; test_runtime.py knows what
 // the lines should be. The argument chooses between the ways to end.
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -15,6 +16,9 @@
 
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
+
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler's own name
+extern "C" std::uintptr_t __stack_chk_guard;
 
 namespace platform {}
 using namespace platform;
@@ -163,6 +167,13 @@ struct Derived : Base, Other {
 
 void ThrowsThroughNoexcept() noexcept { ThrowAt(3); }
 
+// The compiler does not know how much room there is at the address.
+[[gnu::noinline]] void WritesOverTheEnd() {
+  char buffer[16] = "";
+  volatile char* volatile place = buffer;
+  for (int at = 0; at < 64; ++at) place[at] = 'x';
+}
+
 bool Asked(const char* way) { return std::strstr(::GetCommandLineA(), way) != nullptr; }
 
 }  // namespace
@@ -171,6 +182,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, in
   if (Asked("throws-through-noexcept")) ThrowsThroughNoexcept();
   if (Asked("throws-out-of-main")) ThrowAt(3);
   if (Asked("aborts")) std::abort();
+  if (Asked("writes-over-the-end")) WritesOverTheEnd(), Tell("came back");
+  if (Asked("tells-the-guard")) Tell(std::to_string(__stack_chk_guard));
   if (instance != ::GetModuleHandleA(nullptr) || previous != nullptr || *commandLine != '\0' || show != SW_SHOWDEFAULT)
     Tell("WinMain got something else");
   static const Told late("late static");

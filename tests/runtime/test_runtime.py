@@ -57,6 +57,16 @@ class Runtime(unittest.TestCase):
                 done = self.run_probe(way)
                 self.assertEqual((done.returncode, done.stdout.count("\n")), (QUIET_END, 2), done.stdout)
 
+    def test_a_buffer_that_is_written_over_its_end_ends_the_program(self):
+        done = self.run_probe("writes-over-the-end")
+        self.assertEqual((done.returncode, done.stdout.count("\n")), (QUIET_END, 2), done.stdout)
+
+    def test_the_number_that_guards_the_stack_is_another_one_at_each_start(self):
+        guards = {int(self.run_probe("tells-the-guard").stdout.split("\n")[2]) for _ in range(3)}
+        self.assertGreater(len(guards), 1, guards)
+        for guard in guards:
+            self.assertEqual(guard & 0xFF, 0, hex(guard))
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -294,8 +294,7 @@ class TheWholeProgram(UnderWindows):
         process = d.pid
         with d.held("F9"):
             d.wait_no_window("frmMain")
-        with d.held("shift", "F9"):
-            self.wait_in_front()
+        self.bring_back("F9")
         d.click("cmdSchedule")
         d.wait_visible("cmdRunInv")
         d.click("cmdRunInv")

@@ -8,6 +8,7 @@ from tests.standin.program_under import UnderWindows
 UPDATER = r"C:\Quellix\Update.exe"
 CREATE_DEFAULT_ERROR_MODE = 0x04000000
 SW_SHOWMINIMIZED = 2
+NOT_ELEVATED = 1  # the user of a Wine is: test_elevated.py has both
 
 
 class Children(UnderWindows):
@@ -51,7 +52,8 @@ class Children(UnderWindows):
         self.assertEqual(self.calls("ShellExecuteW"), [])
 
     def test_a_page_is_opened_with_its_own_error_mode(self):
-        self.start_under(only("RecentDocument"), "SetErrorMode log", "ShellExecuteW answer 42")
+        self.start_under(only("RecentDocument"), f"GetTokenInformation put 2 0 {NOT_ELEVATED}", "SetErrorMode log",
+                         "ShellExecuteW answer 42")
         self.d.click("cmdHelp")
         self.d.wait_visible("Label16")
         self.d.click("Label16")

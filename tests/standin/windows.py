@@ -130,5 +130,5 @@ class Systems:
                 rules.append(f"{function.name} fail {CALL_NOT_IMPLEMENTED}")
         for library in sorted({function.dll for function in called if not function.imported}):
             if not any(self.has(windows, f) for f in called if f.dll == library):
-                rules.append(f"LoadLibraryA fail {MODULE_NOT_FOUND} with {library}.dll")
+                rules.append(f"LoadLibraryExA fail {MODULE_NOT_FOUND} with {library}.dll")
         return rules

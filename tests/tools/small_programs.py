@@ -9,7 +9,7 @@ COMPILER = "i686-w64-mingw32-g++-win32"
 COMPILE = ["-Os", "-march=i486", "-nostdlib", "-nostartfiles", "-s", "-mwindows", "-Wl,--entry=_start@0"]
 FLOOR_LINK = [
     "-Wl,--major-os-version=4,--minor-os-version=0,--major-subsystem-version=4,--minor-subsystem-version=0",
-    "-Wl,--disable-dynamicbase,--disable-reloc-section",
+    "-Wl,--disable-dynamicbase,--disable-reloc-section,--nxcompat,--tsaware,--no-seh",
     "-Wl,--no-insert-timestamp",
 ]
 MANIFEST = """<?xml version="1.0" encoding="UTF-8" standalone="yes"?>

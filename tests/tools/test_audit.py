@@ -73,11 +73,16 @@ class Headers(ProgramCase):
     def test_a_program_linked_for_a_dynamic_base_is_refused(self):
         self.assertEqual(self.with_link("-Wl,--dynamicbase"), ["DLL characteristic DYNAMIC_BASE is set"])
 
-    def test_no_execute_and_terminal_server_flags_are_harmless(self):
-        self.assertEqual(self.findings(patched(self.good, FLAGS, "<H", 0x8100)), [])
+    def test_each_missing_hardening_flag_is_named(self):
+        names = {0x0100: "NX_COMPAT", 0x0400: "NO_SEH", 0x8000: "TERMINAL_SERVER_AWARE"}
+        for flag, name in names.items():
+            with self.subTest(name):
+                found = self.findings(patched(self.good, FLAGS, "<H", 0x8500 & ~flag))
+                self.assertEqual(found, [f"DLL characteristic {name} is not set"])
+        self.assertEqual(self.findings(patched(self.good, FLAGS, "<H", 0x8500)), [])
 
     def test_every_other_characteristic_is_named(self):
-        found = self.findings(patched(self.good, FLAGS, "<H", 0x4081))
+        found = self.findings(patched(self.good, FLAGS, "<H", 0xC581))
         names = ("0x0001", "FORCE_INTEGRITY", "GUARD_CF")
         self.assertEqual(found, [f"DLL characteristic {name} is set" for name in names])
 
@@ -282,7 +287,7 @@ class CommandLine(ProgramCase):
         self.assertEqual((status, output), (1, line))
 
     def test_every_finding_is_one_line_and_status_1(self):
-        (self.folder / "bad.exe").write_bytes(patched(patched(self.good, TIME_STAMP, "<I", 1), FLAGS, "<H", 0x40))
+        (self.folder / "bad.exe").write_bytes(patched(patched(self.good, TIME_STAMP, "<I", 1), FLAGS, "<H", 0x8540))
         expected = "bad.exe: time stamp 0x00000001, not 0\nbad.exe: DLL characteristic DYNAMIC_BASE is set\n"
         self.assertEqual(self.run_audit("bad.exe"), (1, expected))
 

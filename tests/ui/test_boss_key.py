@@ -33,9 +33,7 @@ class BossKeyCase(ProgramCase):
 
     def press_with_shift(self, key: str) -> None:
         """Shift goes up last: the boss key alone hides again."""
-        with self.d.held("shift", key):
-            self.wait_in_front()
-        self.wait_in_front()
+        self.bring_back(key)
 
     def check_does_nothing(self, key: str) -> None:
         with self.d.held(key):
@@ -121,8 +119,7 @@ class TheBossKey(BossKeyCase):
         question = d.wait_box("Confirmation").hwnd
         self.press("F9")
         wait_for("the question out of sight", lambda: d.find_window("#32770") is None)
-        with d.held("shift", "F9"):
-            wait_for("the question in front", lambda: browsers.in_front(d, question))
+        self.bring_back("F9", lambda: browsers.in_front(d, question))
         d.press_button_in_box("No")
         self.wait_in_front()
 
@@ -134,9 +131,7 @@ class TheBossKey(BossKeyCase):
         question = d.wait_box("Confirmation").hwnd
         with d.held("F9"):
             wait_for("the question out of sight", lambda: d.find_window("#32770") is None)
-        with d.held("shift", "F9"):
-            wait_for("the question in front", lambda: browsers.in_front(d, question))
-        wait_for("the question still in front", lambda: browsers.in_front(d, question))
+        self.bring_back("F9", lambda: browsers.in_front(d, question))
         d.press_button_in_box("No")
         self.wait_in_front()
 

@@ -34,9 +34,7 @@ class BrowsersCase(RiggedCase):
             self.d.wait_no_window("frmMain", seconds=seconds)
 
     def press_with_shift(self) -> None:
-        with self.d.held("shift", "F9"):
-            self.wait_in_front()
-        self.wait_in_front()
+        self.bring_back("F9")
 
     def placements(self) -> list[tuple[str, str]]:
         """How browsers were placed so far: show command and flags, without repetitions of a held key."""

@@ -365,5 +365,20 @@ class StartedByTheItem(ProgramCase):
         self.assertEqual(list(d.reg_list("HKCU", passwords)["values"]), ["0C2D"])
 
 
+class MissingInAFolderWithABlank(ProgramCase):
+    options = {"files": {"My Programs/Quellix.exe": BUILD / "dist/Quellix.exe"}, "program": r"My Programs\Quellix.exe"}
+
+    def test_starts_no_other_program_of_that_beginning(self):
+        traps = [self.d.home.c / "Quellix/My.exe", self.d.home.c / "Quellix/My Programs/iea.exe 1.exe"]
+        for trap in traps:
+            trap.write_bytes(compile_windows_program(PROGRAMS / "witness.cpp", "-mwindows").read_bytes())
+        self.start(only("ClearAutoComplete"))
+        self.press_erase_only()
+        self.assertEqual(self.wait_run_over()[-2:], DONE)
+        self.end()
+        for trap in traps:
+            self.assertFalse(trap.with_name(trap.name + ".txt").exists(), trap)
+
+
 if __name__ == "__main__":
     unittest.main(verbosity=2)

@@ -367,6 +367,18 @@ class AFileThatGivesTrouble(CookieCase):
         self.add_one_and_save()
         self.assertEqual(self.file.read_bytes(), kept)
 
+    def test_because_it_is_over_16_megabytes_is_not_loaded_with_a_word_and_stays_whole(self):
+        size = (16 << 20) + 1
+        with self.file.open("wb") as file:
+            file.truncate(size)
+        self.d.click("cmdCookiesOption")
+        box = self.d.press_button_in_box("OK")
+        self.assertEqual((box.text, box.icon), ("The list of cookies to keep is larger than 16 MB. Quellix does not load it.", "warning"))
+        self.window = self.d.wait_window("#32770", TITLE)
+        self.wait_lists(COOKIES, [])
+        self.add_one_and_save()
+        self.assertEqual(self.file.stat().st_size, size)
+
     def test_because_it_is_a_folder_is_an_empty_list_and_stays(self):
         self.file.mkdir()
         self.show()

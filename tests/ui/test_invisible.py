@@ -146,8 +146,7 @@ class TheWarning(InvisibleCase):
         with d.held("F9"):
             d.wait_no_window("frmMain")
             wait_for("the warning out of sight", lambda: not d.find_window("#32770", "Warning"))
-        with d.held("shift", "F9"):
-            wait_for("the warning in front", lambda: browsers.in_front(d, warning.hwnd))
+        self.bring_back("F9", lambda: browsers.in_front(d, warning.hwnd))
         self.assertEqual(self.warnings(), 1)
         self.press_continue()
         self.wait_invisible()
@@ -161,9 +160,7 @@ class TheWarning(InvisibleCase):
         self.assertFalse(d.main.visible)
         with d.held("F9"):
             self.wait_out_of_sight(warning)
-        with d.held("shift", "F9"):
-            self.wait_box_in_front(warning)
-        self.wait_box_in_front(warning)
+        self.bring_back("F9", lambda: browsers.in_front(d, warning))
         self.assertEqual(self.warnings(), 1)
         self.press_continue()
         self.wait_invisible()
@@ -328,8 +325,7 @@ class BeingInvisible(InvisibleCase):
 
     def test_ends_by_the_boss_key_with_shift_without_the_icon_which_ctrl_u_brings_back(self):
         d = self.d
-        with d.held("shift", "F10"):
-            self.wait_in_front()
+        self.bring_back("F10")
         self.assertIsNone(d.icon())
         with d.held("ctrl", "u"):
             d.wait_icon()
@@ -444,8 +440,7 @@ class OnWindows98(TaskListCase):
     def test_it_stays_in_the_task_list_with_the_boss_key(self):
         with self.d.held("F10"):
             self.d.wait_no_window("frmMain")
-        with self.d.held("shift", "F10"):
-            self.wait_in_front()
+        self.bring_back("F10")
         self.assertEqual(self.calls(), "")
 
 

@@ -11,6 +11,7 @@ from tests.harness.shredder import EMPTY_COLLECTION, LIST_FILE, ShredderCase, ov
 ITEM = "Erasing Windows Temp File/Folder ..."
 SCHEDULED = only("WinTempFileFolder") | {"Scheduling": {"chkOptions": "1"}, "Shredder": {"txtLevel": "1"}}
 MANY = 5000
+TOO_LARGE = (16 << 20) + 1
 
 
 class ScheduledCase(ShredderCase):
@@ -189,6 +190,23 @@ class Restarting(ScheduledCase):
         self.restart()
         self.show_shredder()
         self.assertEqual((self.shown(), self.d.boxes()), ([], []))
+
+    def test_says_that_a_file_over_16_megabytes_is_not_loaded_and_leaves_it(self):
+        d = self.d
+        self.end()
+        with self.list_file.open("wb") as file:
+            file.truncate(TOO_LARGE)
+        d.start_program(wait_for_window=False)
+        box = d.press_button_in_box("OK")
+        self.assertEqual((box.text, box.icon), ("The list of files to shred is larger than 16 MB. Quellix does not load it.", "warning"))
+        d.wait_program_shown()
+        d.wait_status(STARTED)
+        self.show_shredder()
+        self.assertEqual(self.shown(), [])
+        self.end()
+        self.assertEqual(self.list_file.stat().st_size, TOO_LARGE)
+        self.list_file.unlink()
+        self.restart()
 
     def test_leaves_the_manual_lists_empty(self):
         self.fill("lstFileShred", self.files("a.txt"))

@@ -71,6 +71,32 @@ class Holder {
   std::thread thread_;
 };
 
+// Another program's window that has put something into the clipboard and hangs while the object lives.
+class HangingOwner {
+ public:
+  HangingOwner() : thread_([this] { Own(); }) { ::WaitForSingleObject(owned_, INFINITE); }
+  ~HangingOwner() {
+    ::SetEvent(release_);
+    thread_.join();
+  }
+
+ private:
+  void Own() {
+    const HWND window = MakeWindow();
+    ::OpenClipboard(window);
+    ::EmptyClipboard();
+    ::SetClipboardData(CF_TEXT, ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 16));
+    ::CloseClipboard();
+    ::SetEvent(owned_);
+    ::WaitForSingleObject(release_, INFINITE);
+    ::DestroyWindow(window);
+  }
+
+  HANDLE owned_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  HANDLE release_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  std::thread thread_;
+};
+
 const LogLines kCleared = {{"Clipboard Cleared", "(stamp)"}};
 
 }  // namespace
@@ -123,6 +149,17 @@ TEST_F(ClearClipboardTest, IsTerminatedWhileAnotherWindowHoldsTheClipboard) {
   EXPECT_TRUE(AnotherThreadCanOpenTheClipboard()) << "it is not held by the program";
   ClearClipboard();
   EXPECT_FALSE(::IsClipboardFormatAvailable(CF_TEXT)) << "and a second run clears it";
+}
+
+TEST_F(ClearClipboardTest, IsTerminatedAfterASecondWhereItsOwnerHangs) {
+  {
+    const HangingOwner owner;
+    ClearClipboard();
+    EXPECT_EQ(log.Lines(), (LogLines{{"Clipboard ", "Terminated"}})) << "it waited for the owner, or did not ask it";
+    EXPECT_TRUE(AnotherThreadCanOpenTheClipboard());
+  }
+  ClearClipboard();
+  EXPECT_FALSE(::IsClipboardFormatAvailable(CF_TEXT)) << "the next run clears it";
 }
 
 TEST_F(ClearClipboardTest, NeedsNoMainWindow) {

@@ -30,12 +30,12 @@ LONG WINAPI Enumerate(HKEY key, DWORD index, LPWSTR name, DWORD* length, DWORD*,
 
 namespace platform {
 
-FARPROC FindSystemFunction(const char*, const char* name) {
+FARPROC FindSystemFunction(const char* dll, const char* name) {
   const std::string asked = name;
   if (asked == "SHDeleteKeyA") return nullptr;
   if (asked == "RegOpenKeyExW") return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Open));
   if (asked == "RegEnumKeyExW") return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Enumerate));
-  return ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), name);
+  return ::GetProcAddress(::GetModuleHandleA(dll), name);
 }
 
 bool IsSystemDllPresent(const char*) { return true; }
@@ -135,6 +135,13 @@ TEST_F(KeyTree, ThatIsALinkItselfGoesAsOne) {
   CreateLinkToTarget(Create(kBase).get(), L"tree");
   EXPECT_EQ(Delete(), ERROR_SUCCESS);
   EXPECT_FALSE(Exists(kTree));
+  EXPECT_TRUE(IsTargetWhole());
+}
+
+// A link on the way belongs to whoever planted it; what it leads to is none of the tree's.
+TEST_F(KeyTree, IsNotReachedThroughALink) {
+  CreateLinkToTarget(Create(kBase).get(), L"link");
+  EXPECT_EQ(DeleteKeyTree(HKEY_CURRENT_USER, "Software\\QuellixKeyTree\\link\\below"), ERROR_CANT_RESOLVE_FILENAME);
   EXPECT_TRUE(IsTargetWhole());
 }
 

@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "ansi_paths.h"
+#include "import_hook.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "scratch_folder.h"
+#include "second_name.h"
 #include "window_event.h"
 
 using namespace cleaners;
@@ -16,11 +18,15 @@ using namespace platform;
 
 namespace {
 
+// What the system tells of an open file, with another length or another attribute.
+DWORD shownLength = 0, shownAttributes = 0;
+
 // The three files hold traces before each test; Wine makes none of them before it opens its cache.
 class LockedIndexTest : public testing::Test {
  protected:
   void SetUp() override {
     Err.Clear(), StopErase = false;
+    shownLength = shownAttributes = 0;
     ASSERT_NE(cookiesFolder, "");
     ASSERT_NE(historyFolder, "");
     ::CreateDirectoryA((historyFolder + "\\History.IE5").c_str(), nullptr);
@@ -61,6 +67,23 @@ class LockedIndexTest : public testing::Test {
 
 UniqueFile Open(const std::string& path, DWORD access, DWORD share) {
   return UniqueFile(::CreateFileA(path.c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+const auto systemInformation = importedGetFileInformationByHandle;
+
+BOOL WINAPI ShowAnotherFile(HANDLE file, LPBY_HANDLE_FILE_INFORMATION facts) {
+  const BOOL told = systemInformation(file, facts);
+  if (shownLength != 0) facts->nFileSizeLow = shownLength;
+  facts->dwFileAttributes |= shownAttributes;
+  return told;
+}
+
+int writes = 0;
+const auto systemWriteFile = importedWriteFile;
+
+BOOL WINAPI WriteHalf(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED overlapped) {
+  ++writes;
+  return systemWriteFile(file, bytes, count / 2, written, overlapped);
 }
 
 // Without a text of 32 MB in the message when it fails.
@@ -178,11 +201,11 @@ TEST_F(LockedIndexTest, TouchesNothingAfterAStop) {
   for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), TracesOf(file)) << file;
 }
 
-// The stop arrives while the first file that is there is written: it is filled to its end, and those after it in the
-// order stay as they are.
-TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
+// The stop arrives while the first file that is there is written: its length and what the blanks have not reached stay, and
+// those after it in the order stay as they are.
+TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistoryAndEndsWithAStop) {
   const std::vector<std::string> order = Targets();
-  const std::size_t length = 1024 * 1024;
+  const std::size_t length = 1024 * 1024, block = 0x10000;
   for (std::size_t first = 0; first < order.size(); ++first) {
     WriteWhole(order[first], std::string(length, 'x'));
     StopErase = false;
@@ -191,12 +214,46 @@ TEST_F(LockedIndexTest, TakesCookiesThenHistoryThenTheInnerHistory) {
     ClearLockedIndexFiles();
     ASSERT_TRUE(events.HasRun());
     const std::string bytes = ReadWhole(order[first]);
-    EXPECT_EQ(bytes.size(), length);
-    EXPECT_TRUE(IsBlank(bytes)) << order[first];
+    EXPECT_TRUE(bytes == std::string(block, ' ') + std::string(length - block, 'x')) << order[first];
     for (std::size_t later = first + 1; later < order.size(); ++later)
       EXPECT_EQ(ReadWhole(order[later]), TracesOf(order[later]));
     ASSERT_TRUE(::DeleteFileA(order[first].c_str()));
   }
+}
+
+// A name that is asked for its length and opened afterwards may mean two files.
+TEST_F(LockedIndexTest, TakesTheLengthOfTheFileThatItHasOpened) {
+  shownLength = 3;
+  const ImportHook hook(importedGetFileInformationByHandle, &ShowAnotherFile);
+  ClearLockedIndexFiles();
+  for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), "   " + TracesOf(file).substr(3)) << file;
+}
+
+TEST_F(LockedIndexTest, PassesOverASparseFileAndAReparsePoint) {
+  for (const DWORD attribute : {FILE_ATTRIBUTE_SPARSE_FILE, FILE_ATTRIBUTE_REPARSE_POINT}) {
+    shownAttributes = attribute;
+    const ImportHook hook(importedGetFileInformationByHandle, &ShowAnotherFile);
+    ClearLockedIndexFiles();
+    for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), TracesOf(file)) << file;
+  }
+}
+
+// Whoever may write to the folder may give any file of the disk that name too.
+TEST_F(LockedIndexTest, PassesOverAFileWithASecondName) {
+  const ScratchFolder outside("C:\\outside");
+  const std::string canary = outside.File("canary.txt", "not ours");
+  ASSERT_TRUE(::DeleteFileA(history.c_str()));
+  GiveSecondName(canary, history);
+  ClearLockedIndexFiles();
+  EXPECT_EQ(ReadWhole(canary), "not ours");
+  ExpectBlankBut(history);
+}
+
+TEST_F(LockedIndexTest, EndsAFileWhereTheDiskTakesNoMore) {
+  const ImportHook hook(importedWriteFile, &WriteHalf);
+  writes = 0;
+  ClearLockedIndexFiles();
+  EXPECT_EQ(writes, 3) << "one for each file: a write that comes short is the last one";
 }
 
 TEST_F(LockedIndexTest, ChangesNothingElseInTheseFolders) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "connection.h"
@@ -13,6 +14,7 @@
 #include "platform/handles.h"
 #include "platform/os_name.h"
 #include "platform/runtime_error.h"
+#include "platform/special_folder.h"
 #include "platform/system_functions.h"
 #include "settings/settings_variables.h"
 
@@ -159,6 +161,17 @@ class RegisterStartupTest : public ModReboot {
     RegisterStartup();
   }
 };
+
+// The path that the program is told to run from; empty for the true one.
+std::wstring longProgram;
+
+DWORD WINAPI TellProgram(HMODULE module, LPWSTR path, DWORD size) {
+  if (longProgram.empty()) return ::GetModuleFileNameW(module, path, size);
+  const std::size_t told = std::min<std::size_t>(size, longProgram.size() + 1);
+  std::copy_n(longProgram.c_str(), told, path);
+  return static_cast<DWORD>(std::min<std::size_t>(size, longProgram.size()));
+}
+const bool told = (ReplaceFunction("GetModuleFileNameW", &TellProgram), true);
 
 // What a copy of this program does when a test starts it with a job in its environment.
 constexpr char kJob[] = "QUELLIX_TEST_JOB";
@@ -361,6 +374,16 @@ TEST_F(RegisterStartupTest, NamesAProgramOutsideAsciiAsItIs) {
 TEST_F(RegisterStartupTest, NamesAProgramOutsideTheCodePageByItsShortForm) {
   const RunsElsewhere program(L"C:\\\u0418\u043D\u0441\u0442\u0440", L"\u041A\u0432.exe");
   EXPECT_EQ(RunsElsewhere::StartedBy(ValueOf(kName)), program.File()) << ValueOf(kName);
+}
+
+// As Windows 2000 and XP answer where there is too little room: as much as there is, cut.
+TEST_F(RegisterStartupTest, WritesNothingForAPathThatIsTooLongAndCutsNone) {
+  Put(kName, "C:\\older.exe m");
+  longProgram = L"C:\\" + std::wstring(200, L'a') + L"\\" + std::wstring(200, L'b') + L"\\Quellix.exe";
+  EXPECT_EQ(ProgramFile().Shown(), longProgram);
+  RegisterWith("1");
+  longProgram.clear();
+  EXPECT_EQ(ValueOf(kName), "C:\\older.exe m");
 }
 
 int main(int count, char** arguments) {

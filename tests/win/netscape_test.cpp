@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "ansi_paths.h"
 #include "file_calls.h"
 #include "log_recorder.h"
@@ -165,8 +167,12 @@ TEST_P(Netscape, TriesTheTablesInTheirOrderAndTheFirstTwice) {
   LayOutRegistered(communicator);
   const FileCalls calls;
   NSTypedUrl();
-  EXPECT_THAT(calls.LookedAt(),
-              ElementsAre(communicator, communicator, communicator, communicator, communicator,  // no link, for each of them
+  Names lookedAt = calls.LookedAt();
+  std::erase_if(lookedAt,
+                [this](const std::string& path) { return !path.starts_with(folder.Path()) && path != mozilla.Path(); });
+  EXPECT_THAT(lookedAt,
+              ElementsAre(communicator,                                                          // no folder to keep
+                          communicator, communicator, communicator, communicator, communicator,  // no link, for each of them
                           mozilla.Path(), communicator + "\\FieldSchema.tbl", communicator + "\\SchemaConcat.tbl",
                           communicator + "\\SchemaValue.tbl", communicator + "\\FieldSchema.tbl",
                           communicator + "\\URLFieldSchema.tbl"))
@@ -295,6 +301,22 @@ TEST_P(Netscape, PutsTheUserInThePlaceOfEveryCommunicatorInTheInstallDirectory) 
       cleaner.clean();
       EXPECT_EQ(FilesBelow(place / row.profile), RegisteredBut(cleaner)) << row.install << ", " << cleaner.name;
     }
+  }
+}
+
+TEST_P(Netscape, TakesNothingOfAFolderToKeepThatIsRegisteredAsAProfile) {
+  const std::string profile = std::getenv("USERPROFILE");
+  for (const std::string& place :
+       {std::string("C:\\"), std::string("C:\\windows"), std::string("C:\\WINDOWS\\system32\\"),
+        std::string("C:\\windows\\temp\\.."), std::string("C:\\Program Files"),
+        std::string("C:\\Program Files\\Common Files"), std::string("C:\\test"), std::string("C:\\users"), profile,
+        profile + "\\", profile + "\\Desktop", profile + "\\Favorites"}) {
+    const Names canaries = {place + "\\FieldSchema.tbl", place + "\\mail\\trash", place + "\\cache\\x"};
+    for (const std::string& canary : canaries) PutFile(canary);
+    RegisterCommunicator("joe", place);
+    RegisterNetscape6("joe", place);  // no "Communicator" in it: the profile is the install directory itself
+    ExpectNothingTaken(place);
+    for (const std::string& canary : canaries) EXPECT_TRUE(IsThere(canary)) << canary;
   }
 }
 

@@ -78,6 +78,19 @@ TEST_F(WithoutShell, TheShredderLeavesFoldersSinceNobodyTellsWhichOnesToKeep) {
   EXPECT_TRUE(FolderCheck(At("C:\\test\\folder")));
 }
 
+TEST_F(WithoutShell, AFolderThatWindowsItselfTellsIsStillNoProfile) {
+  constexpr char kUsers[] = "Software\\Netscape\\Netscape Navigator\\Users";
+  SaveKeyValue(HKEY_LOCAL_MACHINE, kUsers, "CurrentUser", "joe", REG_SZ);
+  for (const std::string folder : {"C:\\windows", "C:\\windows\\system32", "C:\\Program Files", "C:\\"}) {
+    const std::string canary = folder + "\\FieldSchema.tbl";
+    PutFile(canary);
+    SaveKeyValue(HKEY_LOCAL_MACHINE, std::string(kUsers) + "\\joe", "DirRoot", folder, REG_SZ);
+    NSTypedUrl();
+    EXPECT_TRUE(IsThere(canary)) << canary;
+    ::DeleteFileA(canary.c_str());
+  }
+}
+
 TEST_F(WithoutShell, TheOtherBrowsersAreCleanedWhereTheRegistryOrTheCurrentFolderLeadsToThem) {
   constexpr char kUsers[] = "Software\\Netscape\\Netscape Navigator\\Users";
   const ScratchFolder folder;

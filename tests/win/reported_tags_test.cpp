@@ -12,6 +12,7 @@
 #include "platform/Reg32.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "scratch_key.h"
 #include "settings/settings_variables.h"
 
 using namespace platform;
@@ -19,6 +20,7 @@ using namespace platform;
 extern "C" {
 extern decltype(&::RegOpenKeyExA) importedRegOpenKeyExA __asm__("__imp__RegOpenKeyExA@20");
 extern decltype(&::RegOpenKeyA) importedRegOpenKeyA __asm__("__imp__RegOpenKeyA@12");
+extern decltype(&::RegEnumValueA) importedRegEnumValueA __asm__("__imp__RegEnumValueA@32");
 extern decltype(&::GetVersionExA) importedGetVersionExA __asm__("__imp__GetVersionExA@4");
 extern decltype(&::EnableWindow) importedEnableWindow __asm__("__imp__EnableWindow@8");
 }
@@ -29,6 +31,7 @@ using Strings = std::vector<std::string>;
 
 LONG WINAPI OpenNoKey(HKEY, LPCSTR, DWORD, REGSAM, HKEY*) { Raise(kInvalidCall); }
 LONG WINAPI OpenNoKeyPlainly(HKEY, LPCSTR, HKEY*) { Raise(kInvalidCall); }
+LONG WINAPI ListNoValue(HKEY, DWORD, LPSTR, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*) { Raise(kInvalidCall); }
 BOOL WINAPI TellNoVersion(OSVERSIONINFOA*) { Raise(kOverflow); }
 BOOL WINAPI EnableNothing(HWND, BOOL) { Raise(kOutOfMemory); }
 
@@ -69,10 +72,13 @@ TEST_F(ReportedTags, NameTheNamingOfTheSystem) {
 }
 
 TEST_F(ReportedTags, NameTheFindCleanerWhoseOtherStatementsDoNotRun) {
+  const ScratchKey files("Software\\Microsoft\\Windows\\Currentversion\\Explorer\\Doc Find Spec MRU");
+  files.PutText("a", "secret*.doc");
   StopErase = false;
-  const ImportHook hook(importedRegOpenKeyExA, &OpenNoKey);
+  const ImportHook hook(importedRegEnumValueA, &ListNoValue);
   cleaners::ClearFind();
   EXPECT_EQ(Texts(), Strings{"modCleaning,ClearFind5Invalid procedure call or argument"});
+  EXPECT_EQ(files.Text("a"), "secret*.doc");
 }
 
 // The misspelt tag is the one of every report; what comes after the failing statement is not done.

@@ -264,11 +264,27 @@ TEST_P(ShredFolders, LeaveWhatIsNoFullPathOfAFolderBelowARoot) {
 
 TEST_P(ShredFolders, LeaveTheFoldersThatTheSystemAndTheProgramLiveIn) {
   const std::string profile = std::getenv("USERPROFILE");
-  for (const std::string& path :
-       {std::string("C:\\windows"), std::string("c:\\WINDOWS\\"), std::string("C:\\windows\\system32"),
-        std::string("C:\\windows\\system32\\..\\..\\windows"), std::string("C:\\windows."), std::string("C:\\Program Files"),
-        std::string("C:\\PROGRA~1"), std::string("C:\\test"), std::string("C:\\test\\"), std::string("C:\\users"), profile,
-        profile + "\\", profile + "\\Desktop\\.."})
+  for (const std::string& path : {std::string("C:\\windows"),
+                                  std::string("c:\\WINDOWS\\"),
+                                  std::string("C:\\windows\\system32"),
+                                  std::string("C:\\windows\\system32\\..\\..\\windows"),
+                                  std::string("C:\\windows."),
+                                  std::string("C:\\Program Files"),
+                                  std::string("C:\\PROGRA~1"),
+                                  std::string("C:\\Program Files\\Common Files"),
+                                  std::string("C:\\ProgramData"),
+                                  std::string("C:\\users\\Public"),
+                                  profile + "\\Desktop",
+                                  profile + "\\Favorites",
+                                  profile + "\\Documents",
+                                  profile + "\\AppData\\Roaming",
+                                  profile + "\\AppData",
+                                  std::string("C:\\test"),
+                                  std::string("C:\\test\\"),
+                                  std::string("C:\\users"),
+                                  profile,
+                                  profile + "\\",
+                                  profile + "\\Desktop\\.."})
     ExpectRefused(path);
 }
 
@@ -285,7 +301,9 @@ TEST_P(ShredFolders, RemoveAFolderBelowOneThatStays) {
   const std::string profile = std::getenv("USERPROFILE");
   for (const std::string& path :
        {std::string("C:\\windows\\some folder"), std::string("C:\\windows2"), std::string("C:\\Program Files\\some folder"),
-        profile + "\\some folder", std::string("C:\\to c\\some folder"), std::string("\\\\server\\share\\some folder")}) {
+        profile + "\\some folder", profile + "\\Desktop\\some folder", profile + "\\Documents\\some folder",
+        profile + "\\Favorites\\some folder", std::string("C:\\to c\\some folder"),
+        std::string("\\\\server\\share\\some folder")}) {
     MakeFile(path + "\\file.txt");
     EXPECT_TRUE(RemoveFolderTree(path)) << path;
     EXPECT_FALSE(IsThere(path)) << path;

@@ -5,12 +5,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 #include "cleaners/modCleaning.h"
+#include "import_hook.h"
+#include "late_calls.h"
 #include "log_recorder.h"
+#include "platform/final_path.h"
 #include "platform/native_files.h"
+#include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/win32.h"
 
@@ -68,6 +74,83 @@ void SetTemp(const char* tmp, const char* temp) {
   ::SetEnvironmentVariableA("TEMP", temp);
 }
 
+// Variables of the process while one lives; null takes them away.
+class OtherVariables {
+ public:
+  OtherVariables(const Names& names, const char* value) {
+    for (const std::string& name : names) {
+      const char* const text = std::getenv(name.c_str());
+      before_.emplace_back(name, text != nullptr ? text : "");
+      ::SetEnvironmentVariableA(name.c_str(), value);
+    }
+  }
+  OtherVariables(const OtherVariables&) = delete;
+  OtherVariables& operator=(const OtherVariables&) = delete;
+  ~OtherVariables() {
+    for (const auto& [name, text] : before_) ::SetEnvironmentVariableA(name.c_str(), text.empty() ? nullptr : text.c_str());
+  }
+
+ private:
+  std::vector<std::pair<std::string, std::string>> before_;
+};
+
+// The folder that the program says it runs from; empty for the true one.
+std::string programFile;
+bool finalPathsAreTold = true;
+
+DWORD WINAPI TellProgramFile(HMODULE module, LPWSTR path, DWORD size) {
+  using Function = DWORD(WINAPI*)(HMODULE, LPWSTR, DWORD);
+  static const auto trueOne = std::bit_cast<Function>(TrueFunction("kernel32.dll", "GetModuleFileNameW"));
+  if (programFile.empty()) return trueOne(module, path, size);
+  return static_cast<DWORD>(::MultiByteToWideChar(CP_ACP, 0, programFile.c_str(), -1, path, static_cast<int>(size))) - 1;
+}
+
+DWORD WINAPI TellProgramFileAnsi(HMODULE, LPSTR path, DWORD size) {
+  ::lstrcpynA(path, programFile.c_str(), static_cast<int>(size));
+  return static_cast<DWORD>(programFile.size());
+}
+
+// As on systems before Windows Vista, which cannot tell.
+DWORD WINAPI TellFinalPath(HANDLE file, LPWSTR path, DWORD size, DWORD flags) {
+  using Function = DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD);
+  static const auto trueOne = std::bit_cast<Function>(TrueFunction("kernel32.dll", "GetFinalPathNameByHandleW"));
+  return finalPathsAreTold ? trueOne(file, path, size, flags) : 0;
+}
+
+const bool replaced = (ReplaceFunction("GetModuleFileNameW", &TellProgramFile),
+                       ReplaceFunction("GetFinalPathNameByHandleW", &TellFinalPath), true);
+
+// What the system hands out about the folder "link"; Wine hands out nothing. The handle of a link is there that of its
+// target.
+std::wstring junctionTarget;
+
+bool IsTheLink(HANDLE file) {
+  wchar_t path[MAX_PATH] = L"";
+  finalPathsAreTold = true;
+  TellFinalPath(file, path, MAX_PATH, 0);
+  finalPathsAreTold = false;
+  return std::wstring(path).ends_with(L"\\good\\target");
+}
+
+BOOL WINAPI HandOutJunction(HANDLE file, DWORD, LPVOID, DWORD, LPVOID out, DWORD size, LPDWORD length, LPOVERLAPPED) {
+  const auto bytes = static_cast<WORD>(2 * junctionTarget.size());
+  const WORD header[] = {0x0003, 0xA000, static_cast<WORD>(bytes + 8), 0, 0, bytes, bytes, 0};
+  *length = sizeof header + bytes;
+  if (junctionTarget.empty() || size < *length || !IsTheLink(file)) return FALSE;
+  std::memcpy(out, header, sizeof header);
+  std::memcpy(static_cast<char*>(out) + sizeof header, junctionTarget.data(), bytes);
+  return TRUE;
+}
+
+std::map<std::string, std::string> substituted;
+
+DWORD WINAPI TellSubstitution(LPCSTR drive, LPSTR answer, DWORD size) {
+  const auto found = substituted.find(drive);
+  if (found == substituted.end()) return 0;
+  ::lstrcpynA(answer, found->second.c_str(), static_cast<int>(size));
+  return static_cast<DWORD>(found->second.size() + 2);
+}
+
 const LogLine kTerminated = {"Windows Temporary Files", "Terminated"};
 const LogLine kCleared = {"Windows Temporary Files Cleared", "(stamp)"};
 const LogLine kAborted = {"Windows Temporary Files **** aborted by user", "(stamp)"};
@@ -85,6 +168,10 @@ class TempFolder : public testing::TestWithParam<const char*> {
   void TearDown() override {
     AnsiNamesOnlyForTests = false;
     StopErase = false;
+    finalPathsAreTold = true;
+    programFile.clear();
+    junctionTarget.clear();
+    substituted.clear();
     LogCleanResult = &RecordNothing;
     EXPECT_EQ(MissingCanaries(), missing_) << "canaries are gone";
   }
@@ -151,7 +238,7 @@ TEST_P(TempFolder, IsTheOneThatTmpNamesWhenBothAreSet) {
 TEST_P(TempFolder, MayLieInsideTheWindowsProfileAndProgramFolders) {
   for (const std::string& folder :
        {std::string("C:\\windows\\temp"), Profile() + "\\AppData\\Local\\Temp", Profile() + "\\Temp",
-        std::string("C:\\Program Files\\some temp"), std::string("C:\\test\\temp")})
+        std::string("C:\\Program Files\\some\\Tmp"), std::string("C:\\test\\some temp")})
     ExpectCleaned(folder, folder);
 }
 
@@ -264,20 +351,110 @@ TEST_P(TempFolder, IsRefusedWhenItIsOrHoldsAProgramFolder) {
 
 TEST_P(TempFolder, IsRefusedForTheProfileAndProgramsAlsoWhenTheirVariablesSayOtherwise) {
   const std::string profile = Profile();
-  for (const char* name : {"USERPROFILE", "ProgramFiles", "APPDATA", "SystemRoot", "windir"})
-    ::SetEnvironmentVariableA(name, "C:\\good");
+  const OtherVariables other({"USERPROFILE", "ProgramFiles", "APPDATA", "SystemRoot", "windir"}, "C:\\good");
   for (const std::string& tmp : {profile, std::string("C:\\Program Files"), std::string("C:\\windows")}) ExpectRefused(tmp);
-  ::SetEnvironmentVariableA("USERPROFILE", profile.c_str());
 }
 
-TEST_P(TempFolder, IsRefusedWhenItIsALink) {
+TEST_P(TempFolder, IsCleanedAtItsTargetWhenItIsALink) {
+  for (const char* link : {"C:\\link", "C:\\link\\", "C:\\link to a link"}) {
+    if (ByAnsi()) {
+      ExpectRefused(link);  // Windows 9x has none
+    } else {
+      ExpectCleaned("C:\\good\\target", link);
+    }
+  }
+}
+
+TEST_P(TempFolder, IsJudgedAtItsTargetWhenItIsALink) {
+  for (const char* link :
+       {"C:\\to c", "C:\\to users", "C:\\to profile", "C:\\link to fonts", "C:\\link to the profile", "C:\\link to all"})
+    ExpectRefused(link);
+  if (!ByAnsi()) ExpectCleaned("C:\\windows\\temp", "C:\\link to windows temp");
+}
+
+TEST_P(TempFolder, IsFollowedByHandWhereTheSystemDoesNot) {
+  if (ByAnsi()) GTEST_SKIP() << "Windows 9x has no links";
+  finalPathsAreTold = false;
+  const ImportHook hook(importedDeviceIoControl, &HandOutJunction);
+  ExpectRefused("C:\\link");  // as long as it cannot be read
+  ExpectRefused("C:\\to elsewhere\\temp");
+  junctionTarget = L"\\??\\C:\\good\\target";
+  ExpectCleaned("C:\\good\\target", "C:\\link");
+  ExpectCleaned("C:\\good\\target\\temp", "C:\\link\\temp");
+  junctionTarget = L"\\??\\C:\\windows\\Fonts";
   ExpectRefused("C:\\link");
-  ExpectRefused("C:\\link\\");
+  junctionTarget = L"\\??\\C:\\";
+  ExpectRefused("C:\\link");
+  junctionTarget = L"\\??\\C:\\link";
+  ExpectRefused("C:\\link");
+}
+
+TEST_P(TempFolder, IsJudgedWhereASubstitutedDriveOfWindows9xLeads) {
+  if (!ByAnsi()) GTEST_SKIP() << "the NT family compares the numbers of folders";
+  const ImportHook hook(importedQueryDosDeviceA, &TellSubstitution);
+  substituted["X:"] = "C:\\users";
+  for (const char* tmp : {"X:\\", "X:\\quellix", "X:\\quellix\\Desktop", "X:\\Public\\of all"}) ExpectRefused(tmp);
+  substituted["X:"] = "C:\\windows";
+  for (const char* tmp : {"X:\\", "X:\\system32", "X:\\Fonts"}) ExpectRefused(tmp);
+  ExpectCleaned("C:\\windows\\temp", "X:\\temp");
+}
+
+TEST_P(TempFolder, IsRefusedInsideTheFoldersOfAllUsersUnlessItIsCalledTemp) {
+  for (const char* tmp :
+       {"C:\\windows\\system32\\drivers", "c:\\WINDOWS\\Fonts\\", "C:\\windows\\system32\\of a user",
+        "C:\\Program Files\\some temp", "C:\\Program Files\\Common Files", "C:\\Program Files\\Common Files\\System",
+        "C:\\ProgramData\\of all", "C:\\users\\Public", "C:\\users\\Public\\of all", "C:\\windows\\Sysnative"})
+    ExpectRefused(tmp);
+  if (!ByAnsi()) ExpectRefused("C:\\to c\\windows\\Fonts");
+}
+
+TEST_P(TempFolder, IsRefusedThereAlsoWhenTheVariablesSayOtherwise) {
+  const OtherVariables none({"ProgramFiles", "CommonProgramFiles", "ProgramData", "ALLUSERSPROFILE", "PUBLIC", "windir",
+                             "SystemRoot", "USERPROFILE"},
+                            nullptr);
+  for (const char* tmp : {"C:\\windows\\Fonts", "C:\\Program Files\\Common Files\\System", "C:\\ProgramData\\of all"})
+    ExpectRefused(tmp);
+}
+
+TEST_P(TempFolder, IsRefusedForProgramFoldersThatOnlyA64BitSystemTells) {
+  for (const char* name : {"ProgramW6432", "ProgramFiles(x86)", "CommonProgramW6432"}) {
+    const OtherVariables other({name}, "C:\\elsewhere");
+    ExpectRefused("C:\\elsewhere");
+    ExpectRefused("C:\\elsewhere\\canary folder");
+  }
+}
+
+TEST_P(TempFolder, IsRefusedWhenItIsAFolderOfTheShell) {
+  for (const int identifier :
+       {kProgramsFolder, kDocumentsFolder, kFavoritesFolder, kStartMenuFolder, kDesktopFolder, kTemplatesFolder,
+        kAllStartMenuFolder, kAllProgramsFolder, kAllDesktopFolder, kAllTemplatesFolder, kAllDocumentsFolder}) {
+    const std::string folder = Narrow(FindSpecialFolder(identifier).Shown());
+    if (folder.empty()) continue;  // older systems lack some
+    MakeFile(folder + "\\canary.txt");
+    ExpectRefused(folder);
+    EXPECT_TRUE(Exists(folder + "\\canary.txt")) << folder;
+  }
+}
+
+TEST_P(TempFolder, KeepsTheProgramsOwnFolderWhereItLiesInside) {
+  const ImportHook hook(importedGetModuleFileNameA, &TellProgramFileAnsi);
+  programFile = "C:\\good\\temp\\one\\own folder\\quellix.exe";
+  const std::string own = "C:\\good\\temp\\one\\own folder";
+  for (const std::string& file : {programFile, own + "\\data\\list.txt", std::string("C:\\good\\temp\\one\\own\\trace.tmp")})
+    MakeFile(file);
+  SetTemp(kTemp, nullptr);
+  EXPECT_EQ(Clear(), kCleared);
+  EXPECT_TRUE(Exists(programFile) && Exists(own + "\\data\\list.txt"));
+  EXPECT_THAT(EntriesOf(kTemp), ElementsAre("one"));
+  EXPECT_THAT(EntriesOf("C:\\good\\temp\\one"), ElementsAre("own folder"));
+  ExpectRefused(own);
+  EXPECT_TRUE(Exists(programFile));
+  programFile.clear();
+  ExpectCleaned(kTemp, kTemp);
 }
 
 TEST_P(TempFolder, IsRefusedWhenAnotherPathLeadsToAFolderToKeep) {
-  // The guard compares the numbers of folders, which the ANSI way does not ask for. Windows 9x has no links, but it has
-  // substituted drives: there one that leads to a folder to keep is not recognised.
+  // The guard compares the numbers of folders, which the ANSI way does not ask for: Windows 9x has no links.
   if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   for (const char* tmp : {"C:\\to c\\users", "C:\\to c\\windows", "C:\\to c\\Program Files", "C:\\to c\\to c\\users",
                           "C:\\to c\\test", "C:\\to users\\quellix", "C:\\to users\\quellix\\Desktop",
@@ -286,8 +463,7 @@ TEST_P(TempFolder, IsRefusedWhenAnotherPathLeadsToAFolderToKeep) {
 }
 
 TEST_P(TempFolder, IsRefusedWhenTheDocumentsFolderIsALinkIntoIt) {
-  // The guard compares the numbers of folders, which the ANSI way does not ask for. Windows 9x has no links, but it has
-  // substituted drives: there one that leads to a folder to keep is not recognised.
+  // The guard compares the numbers of folders, which the ANSI way does not ask for: Windows 9x has no links.
   if (ByAnsi()) GTEST_SKIP() << "folders have no numbers this way";
   ExpectRefused("C:\\data\\docs");
   ExpectRefused("C:\\data");

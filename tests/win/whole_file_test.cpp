@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "import_hook.h"
 #include "nothing_pending.h"
 #include "platform/handles.h"
 #include "platform/native_files.h"
@@ -27,13 +28,13 @@ class WholeFile : public NothingPending {
 using FileLenTest = WholeFile;
 using ReadWholeFileTest = WholeFile;
 
-// By the one step of the NT family and by those that Windows 9x takes.
+// By the functions of the NT family and by those of Windows 9x.
 class ReplaceWholeFileTest : public WholeFile, public testing::WithParamInterface<bool> {
  protected:
   void SetUp() override { WholeFile::SetUp(), AnsiNamesOnlyForTests = GetParam(); }
   void TearDown() override { AnsiNamesOnlyForTests = false, WholeFile::TearDown(); }
 };
-INSTANTIATE_TEST_SUITE_P(InOneStepAndInTwo, ReplaceWholeFileTest, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(WideAndAnsi, ReplaceWholeFileTest, testing::Bool());
 
 using Names = std::vector<std::string>;
 
@@ -58,6 +59,24 @@ int ReadingRaises(const std::string& path) {
 }
 int ReplacingRaises(const std::string& path, const std::string& bytes = "new") {
   return Raises([&] { ReplaceWholeFile(path, bytes); });
+}
+
+std::size_t zerosWritten = 0;
+const auto systemWriteFile = importedWriteFile;
+
+BOOL WINAPI CountZeros(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED overlapped) {
+  if (count > 0 &&
+      std::string_view(static_cast<const char*>(bytes), count).find_first_not_of('\0') == std::string_view::npos)
+    zerosWritten += count;
+  return systemWriteFile(file, bytes, count, written, overlapped);
+}
+
+std::string nameDuringWrites;
+Names contentsDuringWrites;
+
+BOOL WINAPI LookAtTheName(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED overlapped) {
+  contentsDuringWrites.push_back(ReadWhole(nameDuringWrites));
+  return systemWriteFile(file, bytes, count, written, overlapped);
 }
 
 // Every byte there is, line ends, NUL and the old end-of-file mark among them.
@@ -245,4 +264,100 @@ TEST_P(ReplaceWholeFileTest, LeavesTheFileOnADiskThatIsFull) {
   }
   ReplaceWholeFile(path, std::string(30000, 'y'));
   EXPECT_TRUE(ReadWhole(path) == std::string(30000, 'y'));
+}
+
+// What a save that is broken off at each of its moments leaves, and the next start makes of it.
+
+struct BrokenSave {
+  const char* moment;
+  Names there;  // each file holds its own ending
+  const char* content;
+};
+
+TEST_P(ReplaceWholeFileTest, IsMendedAfterACrashAtAnyMoment) {
+  const std::vector<BrokenSave> inSteps = {
+      {"while the new one is written", {"list", "list.tmp"}, ""},
+      {"when the old one has stepped aside", {"list.old", "list.tmp"}, ".old"},
+      {"when the new one has its name", {"list", "list.old"}, ""},
+      {"when the first save is written", {"list.tmp"}, nullptr},
+      {"never", {"list"}, ""},
+  };
+  const std::vector<BrokenSave> inOneStep = {
+      {"while the new one is written", {"list", "list.tmp"}, ""},
+      {"when the old one has a second name", {"list", "list.old.tmp", "list.tmp"}, ""},
+      {"when the new one has its name", {"list", "list.old.tmp"}, ""},
+      {"when the first save is written", {"list.tmp"}, nullptr},
+      {"and the list was deleted by hand", {"list.old.tmp"}, nullptr},
+  };
+  for (const BrokenSave& row : GetParam() ? inSteps : inOneStep) {
+    for (const std::string& name : row.there) folder.File(name, name.substr(4));
+    MendWholeFile(PathOf(Widen(folder / "list")));
+    EXPECT_EQ(NamesIn(folder.Path()), row.content != nullptr ? Names{"list"} : Names()) << row.moment;
+    EXPECT_EQ(ReadWhole(folder / "list"), row.content != nullptr ? row.content : "") << row.moment;
+    ::DeleteFileA((folder / "list").c_str());
+  }
+}
+
+// The name means a whole file at every moment: where it is replaced, and where the old one is wiped afterwards.
+TEST_F(WholeFile, IsReplacedInOneStepOnTheNtFamily) {
+  const std::string path = folder.File("list", "old");
+  nameDuringWrites = path;
+  contentsDuringWrites.clear();
+  const ImportHook hook(importedWriteFile, &LookAtTheName);
+  ReplaceWholeFile(path, "new");
+  EXPECT_EQ(contentsDuringWrites, (Names{"old", "new"}));
+}
+
+TEST_F(WholeFile, LeavesAnOldFileOfTheUsersOnTheNtFamily) {
+  const std::string path = folder.File("list", "old"), backup = folder.File("list.old", "a backup");
+  ReplaceWholeFile(path, "new");
+  MendWholeFile(PathOf(Widen(path)));
+  EXPECT_EQ(ReadWhole(backup), "a backup");
+}
+
+TEST_P(ReplaceWholeFileTest, OverwritesTheOldFileBeforeItGoes) {
+  const std::string path = folder.File("list", std::string(100000, 'x'));
+  zerosWritten = 0;
+  const ImportHook hook(importedWriteFile, &CountZeros);
+  ReplaceWholeFile(path, "new");
+  EXPECT_EQ(zerosWritten, 100000u);
+  zerosWritten = 0;
+  WipeWholeFile(PathOf(Widen(path)));
+  EXPECT_EQ(zerosWritten, 3u);
+  EXPECT_EQ(NamesIn(folder.Path()), Names());
+}
+
+TEST_P(ReplaceWholeFileTest, WritesIntoNoFileThatHasASecondName) {
+  const ScratchFolder outside("C:\\outside");
+  const std::string canary = outside.File("canary.txt", "not ours");
+  for (const char* name : {"list", "list.tmp", "list.old", "list.old.tmp"}) {
+    if (!GetParam() && std::string(name) == "list.old") continue;  // is nobody's but the user's there
+    if (GetParam() && std::string(name) == "list.old.tmp") continue;
+    ASSERT_TRUE(::CreateHardLinkA((folder / name).c_str(), canary.c_str(), nullptr));
+    ReplaceWholeFile(folder / "list", "new");
+    EXPECT_EQ(ReadWhole(canary), "not ours") << name;
+    ::DeleteFileA((folder / name).c_str());
+    ASSERT_TRUE(::CreateHardLinkA((folder / name).c_str(), canary.c_str(), nullptr));
+    WipeWholeFile(PathOf(Widen(folder / name)));
+    EXPECT_EQ(ReadWhole(canary), "not ours") << name;
+    EXPECT_FALSE(IsThere(folder / name));
+    MendWholeFile(PathOf(Widen(folder / "list")));
+    EXPECT_EQ(ReadWhole(canary), "not ours") << name;
+  }
+}
+
+TEST_F(ReadWholeFileTest, RefusesAFileOfMoreThan16Megabytes) {
+  const std::string path = folder / "large";
+  const auto makeOf = [&path](LONG size) {
+    const UniqueFile file = Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    ::SetFilePointer(file.get(), size, nullptr, FILE_BEGIN);
+    ::SetEndOfFile(file.get());
+  };
+  makeOf(16 * 1024 * 1024);
+  EXPECT_EQ(ReadWholeFile(path).size(), 16u * 1024 * 1024);
+  EXPECT_FALSE(IsTooLarge(PathOf(Widen(path))));
+  makeOf(16 * 1024 * 1024 + 1);
+  EXPECT_EQ(ReadingRaises(path), kOutOfMemory);
+  EXPECT_TRUE(IsTooLarge(PathOf(Widen(path))));
+  EXPECT_FALSE(IsTooLarge(PathOf(Widen(folder / "missing"))));
 }

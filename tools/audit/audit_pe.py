@@ -19,14 +19,13 @@ from tools.audit.pe_file import BadPe, PeFile, Resource
 
 I386 = 0x14C
 SUBSYSTEMS = {"gui": 2, "console": 3}
-# Both are without effect on systems that do not know them, and need nothing that the file lacks.
-HARMLESS_FLAGS = 0x0100 | 0x8000  # NX_COMPAT, TERMINAL_SERVER_AWARE
+# Systems that do not know them ignore them. The programs have no handler of structured exceptions.
+EXPECTED_FLAGS = {0x0100: "NX_COMPAT", 0x0400: "NO_SEH", 0x8000: "TERMINAL_SERVER_AWARE"}
 FLAG_NAMES = {
     0x0020: "HIGH_ENTROPY_VA",
     0x0040: "DYNAMIC_BASE",
     0x0080: "FORCE_INTEGRITY",
     0x0200: "NO_ISOLATION",
-    0x0400: "NO_SEH",
     0x0800: "NO_BIND",
     0x1000: "APPCONTAINER",
     0x2000: "WDM_DRIVER",
@@ -52,7 +51,10 @@ def check_headers(pe: PeFile, subsystem: str) -> list[str]:
     if pe.timestamp:
         found.append(f"time stamp {pe.timestamp:#010x}, not 0")
     for bit in (1 << i for i in range(16)):
-        if pe.dll_characteristics & bit & ~HARMLESS_FLAGS:
+        is_set = bool(pe.dll_characteristics & bit)
+        if bit in EXPECTED_FLAGS:
+            found += [] if is_set else [f"DLL characteristic {EXPECTED_FLAGS[bit]} is not set"]
+        elif is_set:
             found.append(f"DLL characteristic {FLAG_NAMES.get(bit, format(bit, '#06x'))} is set")
     return found
 

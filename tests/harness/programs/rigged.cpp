@@ -120,6 +120,15 @@ HINSTANCE WINAPI RiggedShellExecuteW(HWND, LPCWSTR, LPCWSTR file, LPCWSTR, LPCWS
   return reinterpret_cast<HINSTANCE>(42);
 }
 
+// Wine's user is an administrator; the one of these tests has no more rights than the shell that runs.
+BOOL WINAPI RiggedGetTokenInformation(HANDLE token, int kind, void* record, DWORD size, DWORD* length) {
+  constexpr int kElevationType = 18;
+  const auto known = static_cast<TOKEN_INFORMATION_CLASS>(kind);
+  const BOOL told = ::GetTokenInformation(token, known, record, size, length);
+  if (told && kind == kElevationType) *static_cast<DWORD*>(record) = 1;  // TokenElevationTypeDefault
+  return told;
+}
+
 FARPROC WINAPI RiggedGetProcAddress(HMODULE module, LPCSTR name);
 
 struct Rigged {
@@ -137,6 +146,7 @@ const Rigged kRigged[] = {RIGGED("GetProcAddress", RiggedGetProcAddress),
                           RIGGED("PostMessageA", RiggedPostMessageA),
                           RIGGED("SetWindowPlacement", RiggedSetWindowPlacement),
                           RIGGED("Shell_NotifyIconA", RiggedShellNotifyIcon),
+                          RIGGED("GetTokenInformation", RiggedGetTokenInformation),
                           RIGGED("ShellExecuteA", RiggedShellExecuteA),
                           RIGGED("ShellExecuteW", RiggedShellExecuteW),
                           RIGGED("ChangeWindowMessageFilter", RiggedChangeWindowMessageFilter),

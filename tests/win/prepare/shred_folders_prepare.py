@@ -53,7 +53,9 @@ def prepare(home) -> dict[str, str]:
     for way in WAYS:
         plant(home, way)
     profile, share = home.profile, home.prefix / "dosdevices/unc/server/share"
-    folders = [home.c / name for name in ("", "windows", "windows/system32", "Program Files", "users", "test", "current")]
+    folders = [home.c / name for name in ("", "windows", "windows/system32", "Program Files", "Program Files/Common Files",
+                                          "ProgramData", "users", "users/Public", "test", "current")]
+    folders += [profile / name for name in ("Desktop", "Favorites", "Documents", "AppData/Roaming")]
     for folder in (*folders, profile, share):
         for name in ("canary.txt", "first canary/canary.txt"):
             canaries.append(put(folder / name))

@@ -28,7 +28,9 @@ def prepare(home) -> dict[str, str]:
     (home.c / "data/docs").mkdir(parents=True)
     documents.symlink_to(home.c / "data/docs")
     folders = [home.c / name for name in (
-        "", "windows", "windows/system32", "WINNT", "Program Files", "Program Files/Common Files", "users", "test", "elsewhere",
+        "", "windows", "windows/system32", "windows/system32/drivers", "windows/Fonts", "windows/system32/of a user", "WINNT",
+        "Program Files", "Program Files/some temp", "Program Files/Common Files", "Program Files/Common Files/System",
+        "ProgramData", "ProgramData/of all", "users", "users/Public", "users/Public/of all", "test", "elsewhere",
         "current", "current/temp", "data", "data/docs")]
     folders += [profile / name for name in ("", "Desktop", "AppData", "AppData/Roaming", "AppData/Local")]
     folders += [share, share / "profiles", below_c(home, LONG)]
@@ -36,13 +38,15 @@ def prepare(home) -> dict[str, str]:
         for name in ("canary.txt", "canary folder/inner/canary.txt"):
             put(folder / name)
             planted.append(folder / name)
-    links = {"link": "elsewhere", "to c": ".", "to users": "users", "to elsewhere": "elsewhere", "to profile": profile}
+    links = {"link": "good/target", "link to a link": "link", "link to fonts": "windows/Fonts", "link to the profile": profile,
+             "link to all": "ProgramData/of all", "link to windows temp": "windows/temp", "to c": ".", "to users": "users", "to elsewhere": "elsewhere", "to profile": profile}
     for name, target in links.items():
         (home.c / name).symlink_to(target)
     (home.prefix / "dosdevices/x:").symlink_to(home.c / "users")
     kept.extend([documents, *(home.c / name for name in links)])
     put(below_c(home, FITTING) / "trace.txt")
     (share / "temp").mkdir()
+    (home.c / "good/target").mkdir(parents=True)
     (home.c / "elsewhere/temp").mkdir()
     seen = [f"{path}\r\n" for path in (windows_name(home, share, path) for path in planted) if len(path) < 260]
     (home.c / "canaries.txt").write_text("".join(seen), newline="")

@@ -14,6 +14,11 @@ extern decltype(&::DeleteFileA) importedDeleteFileA __asm__("__imp__DeleteFileA@
 extern decltype(&::GetFileAttributesA) importedGetFileAttributesA __asm__("__imp__GetFileAttributesA@4");
 extern decltype(&::RemoveDirectoryA) importedRemoveDirectoryA __asm__("__imp__RemoveDirectoryA@4");
 extern decltype(&::SetFileAttributesA) importedSetFileAttributesA __asm__("__imp__SetFileAttributesA@8");
+extern decltype(&::GetModuleFileNameA) importedGetModuleFileNameA __asm__("__imp__GetModuleFileNameA@12");
+extern decltype(&::GetFileInformationByHandle) importedGetFileInformationByHandle __asm__(
+    "__imp__GetFileInformationByHandle@8");
+extern decltype(&::QueryDosDeviceA) importedQueryDosDeviceA __asm__("__imp__QueryDosDeviceA@12");
+extern decltype(&::DeviceIoControl) importedDeviceIoControl __asm__("__imp__DeviceIoControl@32");
 }
 
 template <class Function>
