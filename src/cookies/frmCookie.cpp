@@ -100,8 +100,10 @@ void frmCookie::EnableButtons(bool enabled) {
 void frmCookie::Load() {
   const Work work(*this);
   MendWholeFile(KeepListFile());
-  if (IsTooLarge(KeepListFile()))
+  if (IsTooLarge(KeepListFile())) {
     ShowMessage("The list of cookies to keep is larger than 16 MB. Quellix does not load it.", MB_ICONEXCLAMATION);
+    if (::IsWindowVisible(Handle())) ::SetForegroundWindow(Handle());  // the message was one of the main window
+  }
   const bool read = LoadList(SafeList, KeepListFile(), &work.Over());
   if (work.Over()) return;
   keepListRead_ = read;
