@@ -1,12 +1,15 @@
 #include "settings/settings_store.h"
 
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "platform/Reg32.h"
 #include "platform/app_title.h"
 #include "platform/handles.h"
 #include "platform/plain_key.h"
 #include "platform/product.h"
+#include "platform/runtime_error.h"
 #include "platform/system_error.h"
 #include "platform/wide_text.h"
 
@@ -21,10 +24,36 @@ void RaiseUnlessSuccess(LONG status) {
   if (status != ERROR_SUCCESS) RaiseSystemError(static_cast<unsigned long>(status));
 }
 
+// A value that is there and could not be read, and the text that was given out instead: saving that text is nobody's choice
+// and would overwrite the value.
+struct Unread {
+  std::string section, key, text;
+
+  bool IsOf(const char* otherSection, const char* otherKey) const { return section == otherSection && key == otherKey; }
+};
+std::vector<Unread> unread;
+
+void Forget(const char* section, const char* key) {
+  std::erase_if(unread, [&](const Unread& value) { return value.IsOf(section, key); });
+}
+
+bool IsGivenOutForUnread(const char* section, const char* key, const std::string& text) {
+  return std::any_of(unread.begin(), unread.end(),
+                     [&](const Unread& value) { return value.IsOf(section, key) && value.text == text; });
+}
+
 }  // namespace
 
 std::string GetSetting(const char* section, const char* key, const char* defaultText) {
-  return TextValue(HKEY_CURRENT_USER, KeyPath(section), key).value_or(defaultText);
+  Forget(section, key);
+  std::optional<std::string> text;
+  bool missing = false;
+  quietly([&] {
+    text = TextValue(HKEY_CURRENT_USER, KeyPath(section), key);
+    missing = !text && IsValueMissing(HKEY_CURRENT_USER, KeyPath(section), key);
+  });
+  if (!text && !missing) unread.push_back({section, key, defaultText});
+  return text.value_or(defaultText);
 }
 
 std::string GetItemFlag(const char* key) {
@@ -38,10 +67,12 @@ std::string GetSetting(Setting setting) {
 }
 
 void SaveSetting(const char* section, const char* key, const std::string& value) {
+  if (IsGivenOutForUnread(section, key, value)) return;
   UniqueKey opened;
   RaiseUnlessSuccess(MakePlainKey(HKEY_CURRENT_USER, KeyPath(section), KEY_SET_VALUE, opened));
   RaiseUnlessSuccess(::RegSetValueExA(opened.get(), key, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                                       static_cast<DWORD>(value.size()) + 1));
+  Forget(section, key);
 }
 
 void SaveSetting(Setting setting, const std::string& value) {
