@@ -43,11 +43,12 @@ bool IsWindowOfItsOwn(HWND window) { return (::GetWindowLongA(window, GWL_STYLE)
 
 // As a wide window where the system has them: its lists show names that the code page lacks.
 HWND Dialog::Create(int id, HWND parent) {
+  const auto self = reinterpret_cast<LPARAM>(this);
   if (UsesWideNames())
-    return late::CreateDialogParamWide(::GetModuleHandleA(nullptr), MAKEINTRESOURCEW(id), parent, &Dialog::Procedure,
-                                       reinterpret_cast<LPARAM>(this));
-  return ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id), parent, &Dialog::Procedure,
-                              reinterpret_cast<LPARAM>(this));
+    late::CreateDialogParamWide(::GetModuleHandleA(nullptr), MAKEINTRESOURCEW(id), parent, &Dialog::Procedure, self);
+  else
+    ::CreateDialogParamA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id), parent, &Dialog::Procedure, self);
+  return Handle();
 }
 
 void Dialog::Click(int id) {
@@ -117,9 +118,11 @@ void Dialog::PlaceOver(HWND other) {
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_INITDIALOG) {
+    ::SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
+    // A window that knows nothing of its dialog could not even be closed.
+    if (::GetWindowLongA(window, DWL_USER) != static_cast<LONG>(lParam)) return ::DestroyWindow(window);
     reinterpret_cast<Dialog*>(lParam)->window_ = window;
     if (IsWindowOfItsOwn(window)) openWindows.push_back(window);
-    ::SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
   }
   auto* const self = reinterpret_cast<Dialog*>(::GetWindowLongA(window, DWL_USER));
   if (self == nullptr) return FALSE;
