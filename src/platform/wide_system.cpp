@@ -2,16 +2,28 @@
 
 #include <cstddef>
 
+#include "platform/system_error.h"
 #include "platform/system_functions.h"
 #include "platform/win32.h"
 
 namespace platform {
 
+namespace {
+
+// As a size. None of a text that has some letters is a failure, and an empty text instead would be taken for what was meant.
+std::size_t RaiseUnlessConverted(int converted, std::size_t asked) {
+  if (converted == 0 && asked != 0) RaiseSystemError(::GetLastError());
+  return static_cast<std::size_t>(converted);
+}
+
+}  // namespace
+
 std::string NarrowLike(WideView text) {
   const int length = static_cast<int>(text.size());
   std::string narrow(text.size() * 3, '\0');  // no code page takes more bytes for one of them
-  narrow.resize(static_cast<std::size_t>(::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(),
-                                                               static_cast<int>(narrow.size()), nullptr, nullptr)));
+  const int converted = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), static_cast<int>(narrow.size()),
+                                              nullptr, nullptr);
+  narrow.resize(RaiseUnlessConverted(converted, text.size()));
   return narrow;
 }
 
@@ -26,7 +38,7 @@ bool UsesWideNames() {
 WideText Widen(std::string_view ansi) {
   const int length = static_cast<int>(ansi.size());
   WideText wide(ansi.size(), L'\0');
-  wide.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), length)));
+  wide.resize(RaiseUnlessConverted(::MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), length), ansi.size()));
   return wide;
 }
 
