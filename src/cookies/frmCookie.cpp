@@ -63,6 +63,7 @@ void frmCookie::OnInit() {
   PlaceOver(window_.Window());
   ini_.emplace();
   EnableButtons(false);  // until the lists are filled
+  keepListRead_ = false;
   MoveFocusTo(lstKeeplist.Handle());
   ::PostMessageA(Handle(), WM_COMMAND, MAKEWPARAM(IDC_cmdRefresh, BN_CLICKED), 0);  // fills it once it is on the screen
 }

@@ -50,7 +50,7 @@ class frmCookie final : public Dialog {
   Button cmdClose{*this, IDC_cmdClose};
   std::optional<clsIni> ini_;  // held while the window exists; nothing is kept in it
   Work* work_ = nullptr;       // what is being done while window events run
-  bool keepListRead_ = true;   // false: there is a file that could not be read
+  bool keepListRead_ = false;  // or there is no file; otherwise the list says nothing about what is in it
 };
 
 }  // namespace cookies

@@ -37,7 +37,8 @@ bool LoadList(ListBox& list, const Path& path, const bool* cutShort) {
   list.Clear();
   CookieNames names;
   const RuntimeError failure = failureOf([&] { names = ReadKeepList(ReadWholeFile(path)); });
-  const bool read = !failure || failure.number == kFileNotFound || failure.number == kPathNotFound;
+  const bool missing = failure.number == kFileNotFound || failure.number == kPathNotFound;
+  const bool read = !failure || (missing && !path.IsEmpty());  // an empty one says nothing about the list
   const ListBox::Filling quietly(list);
   for (const WideText& name : names) {
     list.AddItem(name);
