@@ -262,7 +262,8 @@ void fraShred::TakeDrop(WPARAM drop) {
 
 void fraShred::LoadFiles() {
   DoEvents();
-  const std::optional<std::vector<WideText>> lines = StoredList();
+  std::optional<std::vector<WideText>> lines;
+  fileUnread_ = static_cast<bool>(failureOf([&] { lines = StoredList(); }));
   if (!lines) return;
   const ListBox::Filling quietly(lstFiles);
   lstFiles.Clear();
@@ -271,6 +272,7 @@ void fraShred::LoadFiles() {
 
 void fraShred::SaveSettingsToFile() {
   const Walk walk(*this);
+  TellIfNotSaved([this] { TakeUnreadLines(); });
   std::vector<WideText> lines;
   for (WideText& line : scheduled_.Lines()) {
     lines.push_back(std::move(line));
@@ -278,6 +280,14 @@ void fraShred::SaveSettingsToFile() {
   }
   TellIfNotSaved([&] { StoreList(lines); });
   fileHasMore_ = false;
+}
+
+// What could not be read at the start joins the list before the file is replaced. Raises as long as it cannot be read.
+void fraShred::TakeUnreadLines() {
+  if (!fileUnread_) return;
+  if (const std::optional<std::vector<WideText>> lines = StoredList())
+    for (const WideText& line : *lines) lstFiles.AddItem(line);
+  fileUnread_ = false;
 }
 
 // The change would be lost at the next start, and the report of it shows on line alone.
@@ -292,6 +302,7 @@ void fraShred::ClearScheduled() {
   ClearFiles(scheduled_);
   TellIfNotSaved([] { DeleteStoredList(); });
   fileHasMore_ = false;
+  fileUnread_ = false;
 }
 
 // A stop request that was there before the run is an earlier run's.

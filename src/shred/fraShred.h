@@ -63,6 +63,7 @@ class fraShred final : public Panel {
   bool AddFiles(ShredList& list);
   void ClearFiles(ShredList& list);
   void ClearScheduled();
+  void TakeUnreadLines();
   void TellIfNotSaved(Statement save);
   std::string ShredManually();
   std::string RunShred(ShredList& list, const TextBox& level, const bool* cutShort);
@@ -97,6 +98,7 @@ class fraShred final : public Panel {
   frmAddDir addDir_;
   int walks_ = 0;
   bool fileHasMore_ = false;  // the list's file than the list
+  bool fileUnread_ = false;   // there is a list's file, and the list knows nothing of it
 };
 
 }  // namespace shred

@@ -23,7 +23,7 @@ void TakeAttributesAway() { NativeSetAttributes(ListFile(), FILE_ATTRIBUTE_NORMA
 
 std::optional<std::vector<WideText>> StoredList() {
   MendWholeFile(ListFile());
-  if (!Validate(ListFile())) return {};
+  if (PresenceOf(ListFile()) == Presence::Gone) return {};
   if (IsTooLarge(ListFile())) {
     ShowMessage("The list of files to shred is larger than 16 MB. Quellix does not load it.", MB_ICONEXCLAMATION);
     return {};

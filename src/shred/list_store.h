@@ -9,7 +9,7 @@
 namespace shred {
 using namespace platform;
 
-// Its lines; nothing when there is no file that can be opened, and after a message for one over 16 MB. Raises the system's
+// Its lines; nothing when there is no such file, and after a message for one over 16 MB. Raises the system's
 // error when it cannot be read.
 std::optional<std::vector<WideText>> StoredList();
 
