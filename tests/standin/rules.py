@@ -10,7 +10,8 @@ TABLE = Path(__file__).with_name("functions.txt")
 FOREVER = 0xFFFFFFFF
 FACILITY_WIN32 = 0x80070000
 # How many numbers follow, at least and at most.
-VERBS = {"fail": (1, 2), "answer": (1, 2), "slow": (1, 1), "hang": (0, 1), "put": (3, 99), "missing": (0, 0), "log": (0, 0)}
+VERBS = {"fail": (1, 2), "answer": (1, 2), "slow": (1, 1), "hang": (0, 1), "put": (3, 99), "missing": (0, 0), "log": (0, 0),
+         "kill": (0, 1), "crash": (0, 0)}
 # Rules about several functions: how many numbers, and what the library does about each, before and after those numbers.
 _FIND = ["FindFirstFileA", "FindFirstFileW", "FindNextFileA", "FindNextFileW"]
 SPECIAL = {

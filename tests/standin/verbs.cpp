@@ -25,6 +25,23 @@ Acted Put(Call& call, const Rule& rule) {
   return Acted::Instead;
 }
 
+// The process ends here and now. With a number, the argument of that number is halved and the call made before: a size, of
+// which half is written.
+Acted Kill(Call& call, const Rule& rule) {
+  call.WriteDown("ends");
+  if (!rule.numbers.empty()) {
+    call.Argument(rule.numbers[0]) /= 2;
+    call.MakeReal();
+  }
+  ::TerminateProcess(::GetCurrentProcess(), 1);
+  return Acted::Instead;
+}
+
+Acted Crash(Call&, const Rule&) {
+  *reinterpret_cast<volatile int*>(static_cast<std::uintptr_t>(8)) = 0;
+  return Acted::Beside;
+}
+
 // Time passes so many times as fast.
 
 std::uint64_t SystemTime() {
@@ -189,6 +206,8 @@ const std::map<std::string, Act> kVerbs = {
     {"slow", &Slow},
     {"hang", &Hang},
     {"put", &Put},
+    {"kill", &Kill},
+    {"crash", &Crash},
     {"log", nullptr},
     {"missing", nullptr},
     {"bind-late", &BindLate},

@@ -1,0 +1,118 @@
+"""A sample of the loop "every system call fails once" (faults.py), drawn by the date.
+
+QUELLIX_SEED=20261122 draws that of another day, QUELLIX_FAULT='shred: DeleteFileW fail 5 only 2' is one run alone.
+"""
+import os
+import time
+import unittest
+from itertools import islice
+
+from tests.standin.faults import Fault, draw, own_call, record, try_fault
+from tests.standin.scenarios import LIST_FILE, PATIENCE, SCENARIOS, Bench
+
+SECONDS = 70  # for the sample, the runs without faults before it included
+AT_LEAST = 5
+
+
+class FaultCase(unittest.TestCase):
+    """One Windows for a class."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.begun = time.monotonic()
+        cls.bench = cls.enterClassContext(Bench(cls.__name__.lower()))
+        cls.bench.set_up_profile()
+        cls.cleans = {}
+
+    def clean(self, scenario: str):
+        if scenario not in self.cleans:
+            self.cleans[scenario] = record(self.bench, scenario)
+        return self.cleans[scenario]
+
+    def check(self, fault: Fault) -> None:
+        clean = self.clean(fault.scenario)
+        with self.subTest(str(fault)):
+            run = try_fault(self.bench, fault, clean)
+            self.assertEqual(run.problems, [], f"{fault}, which was about {run.hit or 'no call'}")
+
+
+class TheSample(FaultCase):
+    def test_of_calls_that_fail_does_no_harm(self):
+        if "QUELLIX_FAULT" in os.environ:
+            return self.check(Fault(*os.environ["QUELLIX_FAULT"].split(": ", 1)))
+        seed = int(os.environ.get("QUELLIX_SEED") or time.strftime("%Y%m%d"))
+        print(f"QUELLIX_SEED={seed}", flush=True)
+        for number, fault in enumerate(draw(seed, {scenario: self.clean(scenario) for scenario in SCENARIOS})):
+            if number >= AT_LEAST and time.monotonic() - self.begun > SECONDS:
+                return None
+            print(fault, flush=True)
+            self.check(fault)
+
+    def test_is_the_same_for_the_same_number(self):
+        cleans = {scenario: self.clean(scenario) for scenario in SCENARIOS}
+        self.assertEqual(list(islice(draw(7, cleans), 20)), list(islice(draw(7, cleans), 20)))
+        self.assertNotEqual(list(islice(draw(7, cleans), 20)), list(islice(draw(8, cleans), 20)))
+
+
+class WhatTheLoopFound(FaultCase):
+    """Each of these once did harm."""
+
+    def fail(self, scenario: str, name: str, first: int, last: int | None = None) -> None:
+        """The calls of a function from one to another, counted from the scenario's own first one."""
+        clean = self.clean(scenario)
+        first, last = own_call(clean, name, first), own_call(clean, name, last or first)
+        self.check(Fault(scenario, f"{name} fail 5 from {first} to {last}"))
+
+    def test_a_setting_that_cannot_be_read_is_not_overwritten(self):
+        for rule in ("RegQueryValueExW fail 5 with LocationbarHistory", "RegQueryValueExW fail 5 with txtLevel",
+                     "RegOpenKeyExW fail 5 with Quellix"):
+            self.check(Fault("start", rule))
+
+    def test_a_main_window_that_knows_nothing_of_its_dialog_is_not_shown(self):
+        self.check(Fault("start", "SetWindowLongA fail 5 only 1"))
+        self.assertEqual([box[:32] for box in self.bench.boxes_told], ["Quellix cannot show its window. "])
+
+    def test_a_scheduled_list_that_could_not_be_read_keeps_what_was_on_it(self):
+        self.check(Fault("save", "CreateFileW fail 5 only 1 with QUELLIX_Shred"))
+        self.assertEqual(len(self.bench.state().files[LIST_FILE].split()), 3, "it was read when there was something to save")
+        self.check(Fault("save", "CreateFileW fail 5 with QUELLIX_Shred"))
+        self.check(Fault("save", "GetModuleFileNameW fail 5 only 1"))
+
+    def test_a_keep_list_whose_place_is_not_told_is_not_overwritten(self):
+        self.fail("cookies", "GetModuleFileNameW", 1)
+
+    def test_a_keep_list_that_was_not_filled_is_not_overwritten(self):
+        self.fail("cookies", "PostMessageA", 1)
+
+    def test_a_text_that_cannot_be_converted_is_not_taken_for_an_empty_one(self):
+        self.fail("cookies", "MultiByteToWideChar", 1, 1000)
+        self.fail("cookies", "WideCharToMultiByte", 1, 1000)
+        self.check(Fault("start", "MultiByteToWideChar fail 5 from 1"))
+
+
+class TheLoop(FaultCase):
+    """It finds what it looks for: runs under rules that do harm by themselves."""
+
+    def problems(self, scenario: str, *rules: str) -> str:
+        clean = self.clean(scenario)
+        return " ".join(self.bench.run(scenario, *rules, clean=clean).problems)
+
+    def test_finds_a_file_that_is_said_to_be_shredded(self):
+        # From the look on, whether it is gone.
+        self.assertRegex(self.problems("shred", "GetFileAttributesW answer 0xFFFFFFFF 2 from 5 with one.txt",
+                                       "DeleteFileW answer 1 with one.txt"), "3 files shredded.*' and only 2 are")
+
+    def test_finds_a_setting_that_was_overwritten(self):
+        self.assertRegex(self.problems("start", "GetWindowTextA fail 5"), "txtLevel'\\) is neither old nor new: '' instead of '1'")
+
+    def test_finds_a_crash(self):
+        self.assertRegex(self.problems("start", "GetClassLongA crash only 1"), "crashed with 0xc0000005")
+
+    def test_finds_a_program_that_does_not_end(self):
+        self.bench.patience = 6
+        self.addCleanup(setattr, self.bench, "patience", PATIENCE)
+        self.assertRegex(self.problems("start", "RegSetValueExA hang only 3"), "does not end.*did not answer for")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
