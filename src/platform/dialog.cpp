@@ -116,16 +116,23 @@ void Dialog::PlaceOver(HWND other) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_INITDIALOG) {
-    ::SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
-    // A window that knows nothing of its dialog could not even be closed.
-    if (::GetWindowLongA(window, DWL_USER) != static_cast<LONG>(lParam)) return ::DestroyWindow(window);
-    reinterpret_cast<Dialog*>(lParam)->window_ = window;
+// False where the two cannot be made to know each other.
+bool Dialog::Adopt(HWND window) {
+  const RuntimeError failure = failureOf([window] {
     if (IsWindowOfItsOwn(window)) openWindows.push_back(window);
-  }
+  });
+  const LONG self = reinterpret_cast<LONG>(this);
+  ::SetWindowLongA(window, DWL_USER, self);
+  if (!failure && ::GetWindowLongA(window, DWL_USER) == self) window_ = window;
+  if (window_ != window) std::erase(openWindows, window);
+  return window_ == window;
+}
+
+INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  // A window that knows nothing of its dialog could not even be closed.
+  if (message == WM_INITDIALOG && !reinterpret_cast<Dialog*>(lParam)->Adopt(window)) return ::DestroyWindow(window);
   auto* const self = reinterpret_cast<Dialog*>(::GetWindowLongA(window, DWL_USER));
-  if (self == nullptr) return FALSE;
+  if (self == nullptr || self->window_ != window) return FALSE;
   const PendingErrorKept kept;
   INT_PTR answer = FALSE;
   quietly([&] { answer = self->Forward(message, wParam, lParam); });

@@ -93,6 +93,7 @@ class Dialog {
 
  private:
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  bool Adopt(HWND window);
   INT_PTR Forward(UINT message, WPARAM wParam, LPARAM lParam);
   bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void TellClick(int id);
