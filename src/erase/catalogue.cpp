@@ -118,10 +118,15 @@ std::string& ItemFlag(const EraseItem& item) {
   return flags[static_cast<std::size_t>(&item - kCatalogue)];
 }
 
-std::vector<settings::ItemFlag> StoredItemFlags() {
-  std::vector<settings::ItemFlag> flags;
-  flags.reserve(kCount);
-  for (const EraseItem* item : kInBoxOrder) flags.push_back({item->key, &ItemFlag(*item)});
+// Made once and without any memory of its own: without it nothing would be read, and everything overwritten at the end.
+std::span<const settings::ItemFlag> StoredItemFlags() {
+  static const std::array<settings::ItemFlag, kCount> flags = [] {
+    std::array<settings::ItemFlag, kCount> made{};
+    std::transform(kInBoxOrder.begin(), kInBoxOrder.end(), made.begin(), [](const EraseItem* item) {
+      return settings::ItemFlag{item->key, &ItemFlag(*item)};
+    });
+    return made;
+  }();
   return flags;
 }
 

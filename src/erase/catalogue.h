@@ -3,7 +3,6 @@
 
 #include <span>
 #include <string>
-#include <vector>
 
 #include "erase/erase_item.h"
 #include "settings/stored_settings.h"
@@ -20,6 +19,6 @@ std::span<const EraseItem* const> ItemsInBoxOrder();
 std::string& ItemFlag(const EraseItem& item);
 
 // The flags with their keys in the order of the boxes, in which they are read and saved.
-std::vector<settings::ItemFlag> StoredItemFlags();
+std::span<const settings::ItemFlag> StoredItemFlags();
 
 }  // namespace erase

@@ -57,7 +57,7 @@ std::string GetSetting(const char* section, const char* key, const char* default
 }
 
 std::string GetItemFlag(const char* key) {
-  const bool missing = IsValueMissing(HKEY_CURRENT_USER, KeyPath(kItemSection), key);
+  const bool missing = valueOr(false, [key] { return IsValueMissing(HKEY_CURRENT_USER, KeyPath(kItemSection), key); });
   return GetSetting(kItemSection, key, missing ? kItemDefault : "0");
 }
 

@@ -94,7 +94,7 @@ TEST(ItemFlag, IsATextOfItsOwnForEachItem) {
 }
 
 TEST(StoredItemFlags, AreTheFlagsWithTheirKeysInTheOrderOfTheBoxes) {
-  const std::vector<settings::ItemFlag> flags = StoredItemFlags();
+  const std::span<const settings::ItemFlag> flags = StoredItemFlags();
   const std::vector<std::string> keys = ExpectedItemKeys();
   ASSERT_EQ(flags.size(), keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i) {
