@@ -115,6 +115,10 @@ class Probe:
                 raise ProbeError("the probe has ended") from None
             return self._next(seconds)
 
+    def answer_that_is_due(self, seconds: float = 30):
+        """Of a question that was given up."""
+        return self._next(seconds)
+
     def alive(self) -> bool:
         return self.process.poll() is None
 

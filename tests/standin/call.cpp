@@ -29,8 +29,10 @@ std::uint64_t Call::Run() {
   for (Rule& rule : function_.rules) {
     if (acted == Acted::Instead) break;
     if (rule.act == nullptr || !IsAbout(rule)) continue;
+    const std::string before = rules_;
+    rules_ += (rules_.empty() ? "" : ",") + rule.number;  // now, for those that never return
     acted = rule.act(*this, rule);
-    if (acted != Acted::No) rules_ += (rules_.empty() ? "" : ",") + rule.number;
+    if (acted == Acted::No) rules_ = before;
   }
   if (acted != Acted::Instead) {
     if (function_.failing == 'x') WriteDown("ends");

@@ -18,7 +18,7 @@ import time
 from collections import Counter
 from typing import NamedTuple
 
-from tests.standin.rules import Refused, table
+from tests.standin.rules import table
 from tests.standin.scenarios import ANSWER_MS, SCENARIOS, Bench, Run
 from tests.standin.windows import called_by
 from tools.wine_home import BUILD
@@ -59,10 +59,10 @@ def functions() -> list[str]:
     return sorted(n for n in names if n not in SKIPPED and rows[n].failing not in ("-", "ends") and rows[n].library != "msvcrt")
 
 
-def record(bench: Bench, scenario: str) -> Run:
-    """The scenario without faults, with every call that can fail written down."""
+def record(bench: Bench, scenario: str, names: list[str] | None = None) -> Run:
+    """The scenario without faults, with every call that can fail, or those of some functions, written down."""
     bench.limit = 10_000
-    clean = bench.run(scenario, *(f"{name} log" for name in functions()))
+    clean = bench.run(scenario, *(f"{name} log" for name in names or functions()))
     if clean.problems:
         raise AssertionError(f"{scenario} without faults: {clean.problems}")
     bench.limit = max(ANSWER_MS, 1.5 * clean.freeze)
@@ -90,10 +90,9 @@ def plan(clean: Run) -> list[list[Fault]]:
             continue
         before = 0 if clean.scenario in FROM_THE_START else clean.before.get(name, 0)
         numbers = numbers_of_calls(before + 1, count)
-        failing = f"{name} fail {ACCESS_DENIED}"
-        rules = [f"{failing} only {number}" for number in numbers]
+        rules = [f"{name} fail {ACCESS_DENIED} only {number}" for number in numbers]
         if numbers and name not in ONE_AT_A_TIME:
-            rules.insert(1, f"{failing} from {numbers[0]}")
+            rules.insert(1, f"{name} fail {ACCESS_DENIED} from {numbers[0]}")
         for place, rule in enumerate(rules):
             rounds.setdefault(place, []).append(Fault(clean.scenario, rule))
     return [rounds[place] for place in sorted(rounds)]
@@ -119,24 +118,29 @@ def try_fault(bench: Bench, fault: Fault, clean: Run) -> Run:
 # The whole loop, by several programs at once, each with a Windows of its own
 
 def _work(number: int, todo, done, started) -> None:
-    with Bench(f"faults-{number}") as bench:
-        bench.set_up_profile()
-        cleans = {scenario: record(bench, scenario) for scenario in SCENARIOS}
-        started.put({scenario: plan(clean) for scenario, clean in cleans.items()} if number == 0 else None)
-        while True:
-            fault = todo.get()
-            if fault is None:
+    """Works off what there is to do; where the test itself breaks, with a new Windows."""
+    cleans: dict[str, Run] = {}
+    while True:
+        with Bench(f"faults-{number}") as bench:
+            bench.set_up_profile()
+            if not cleans:
+                cleans = {scenario: record(bench, scenario) for scenario in SCENARIOS}
+                started.put([plan(clean) for clean in cleans.values()])
+            if _work_off(bench, cleans, todo, done):
                 return
-            begun = time.monotonic()
-            try:
-                run = try_fault(bench, fault, cleans[fault.scenario])
-                done.put((fault, run.problems, run.hit, time.monotonic() - begun))
-            except Refused as refusal:
-                done.put((fault, [], f"refused: {refusal}", 0))
-            except Exception as broken:  # noqa: BLE001 the harness itself; told with the others
-                done.put((fault, [f"the test broke: {type(broken).__name__}: {broken}"], "", 0))
-                if not bench.probe.alive():
-                    raise
+
+
+def _work_off(bench: Bench, cleans: dict[str, Run], todo, done) -> bool:
+    """True when there is no more to do."""
+    while (fault := todo.get()) is not None:
+        begun = time.monotonic()
+        try:
+            run = try_fault(bench, fault, cleans[fault.scenario])
+        except Exception as broken:  # noqa: BLE001 whatever it is, it is told with the others
+            done.put((fault, [f"the test broke: {type(broken).__name__}: {broken}"], "", 0))
+            return False
+        done.put((fault, run.problems, run.hit, time.monotonic() - begun))
+    return True
 
 
 def whole_loop(workers: int, seconds: float) -> int:
@@ -145,9 +149,9 @@ def whole_loop(workers: int, seconds: float) -> int:
     processes = [multiprocessing.Process(target=_work, args=(n, todo, done, started)) for n in range(workers)]
     for process in processes:
         process.start()
-    plans = next(p for p in (started.get(timeout=900) for _ in processes) if p is not None)
-    depth = max(len(rounds) for rounds in plans.values())
-    faults = [f for place in range(depth) for rounds in plans.values() if place < len(rounds) for f in rounds[place]]
+    plans = [started.get(timeout=900) for _ in processes][0]
+    depth = max(map(len, plans))
+    faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
     print(f"{len(faults)} calls to fail, of {len({f.rule.split()[0] for f in faults})} functions", flush=True)
     end, results = time.monotonic() + seconds, []
     waiting = iter(faults)
