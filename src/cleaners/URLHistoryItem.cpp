@@ -22,7 +22,9 @@ std::wstring TextAt(const wchar_t* address) {
 }
 
 void FreeText(wchar_t* text) {
-  if (text != nullptr) late::CoTaskMemFree(text);
+  quietly([text] {
+    if (text != nullptr) late::CoTaskMemFree(text);
+  });
 }
 
 }  // namespace

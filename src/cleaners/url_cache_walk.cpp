@@ -16,7 +16,10 @@ constexpr DWORD kPage = 4096;  // bytes
 
 }  // namespace
 
-void UrlCacheFindPolicy::Close(Value value) { late::FindCloseUrlCache(value); }
+// At the end of a walk, where nothing may fail.
+void UrlCacheFindPolicy::Close(Value value) {
+  quietly([value] { late::FindCloseUrlCache(value); });
+}
 
 bool UrlCacheWalk::Next() {
   record_ = {};

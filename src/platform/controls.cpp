@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "platform/drawing_size.h"
@@ -136,7 +137,9 @@ std::vector<HWND> OptionButton::Group() const {
 
 LRESULT CALLBACK OptionButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto& button = *reinterpret_cast<OptionButton*>(::GetWindowLongA(window, GWL_USERDATA));
-  if (message == WM_SETFOCUS) return button.TakeKeyboard(wParam, lParam);
+  std::optional<LRESULT> answer;
+  if (message == WM_SETFOCUS) quietly([&] { answer = button.TakeKeyboard(wParam, lParam); });
+  if (answer) return *answer;
   return ::CallWindowProcA(button.system_, window, message, wParam, lParam);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/runtime_error.h"
+
 namespace platform {
 
 namespace {
@@ -14,7 +16,10 @@ struct Search {
 
 BOOL CALLBACK CollectOwned(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<Search*>(parameter);
-  if (::GetWindow(window, GW_OWNER) == search.owner) search.found.push_back(window);
+  // Nothing may leave through the system's own code.
+  quietly([&] {
+    if (::GetWindow(window, GW_OWNER) == search.owner) search.found.push_back(window);
+  });
   return TRUE;
 }
 

@@ -42,7 +42,9 @@ class CurrentFolder {
   CurrentFolder(const CurrentFolder&) = delete;
   CurrentFolder& operator=(const CurrentFolder&) = delete;
   ~CurrentFolder() {
-    UsesWideNames() ? late::SetCurrentDirectoryWide(text_.c_str()) : ::SetCurrentDirectoryA(Narrow(text_).c_str());
+    quietly([this] {
+      UsesWideNames() ? late::SetCurrentDirectoryWide(text_.c_str()) : ::SetCurrentDirectoryA(Narrow(text_).c_str());
+    });
   }
 
  private:
