@@ -81,7 +81,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         return self
 
     def _set_up(self) -> None:
-        probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32")
+        probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32", "-lntdll")
         self.display = self._leave.enter_context(Display(self.screen))
         self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name, language=self.language,
                                                           user=self.user))

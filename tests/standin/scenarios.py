@@ -27,7 +27,7 @@ EXPLORER = r"Software\Microsoft\Windows\CurrentVersion\Explorer"
 TRACES = {rf"{EXPLORER}\RunMRU": 3, r"Software\Microsoft\Internet Explorer\TypedURLs": 3,
           rf"{EXPLORER}\ComDlg32\OpenSaveMRU\txt": 2}
 CACHES = {"Content.IE5", "INetCookies", "Cookies", "History"}
-COOKIES = "Cookies Manager"
+COOKIES, ADD_FOLDER = "Cookies Manager", "Quellix-Add Folder"
 LIST_FILE, KEEP_LIST = "QUELLIX_Shred", "SafeCookie.dat"
 SECRET = b"what nobody is to read " * 40
 BM_CLICK, WM_COMMAND, WM_NULL, IDOK, LB_SETCURSEL, LB_GETCOUNT = 0x00F5, 0x0111, 0, 1, 0x0186, 0x018B
@@ -239,7 +239,7 @@ class Bench(StandInDesktop):
 
     def _answer_boxes(self) -> None:
         for box in self.windows("#32770"):
-            if box.pid == self.pid and box.visible and box.title not in (COOKIES,):
+            if box.pid == self.pid and box.visible and box.title not in (COOKIES, ADD_FOLDER):
                 self.boxes_told.append(next((c.text for c in self.controls(box) if c["class"].lower() == "static" and c.text), box.title))
                 self.post(box, WM_COMMAND, IDOK)
 

@@ -8,6 +8,7 @@
 #include "probe_looks.h"
 #include "probe_processes.h"
 #include "probe_registry.h"
+#include "probe_resources.h"
 #include "probe_windows.h"
 
 #include <windows.h>
@@ -329,6 +330,7 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"menu", menu},
     {L"stockicon", stockIcon},
     {L"processes", processes},
+    {L"resources", resources},
     {L"start", start},
     {L"ended", ended},
     {L"terminate", terminate},
