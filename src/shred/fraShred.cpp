@@ -154,13 +154,19 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
   const ReportBurst burst;
   while (run.GoesOn(cutShort != nullptr && *cutShort)) {
     const int place = run.Steps();
-    const Path path = list.Collection()[static_cast<std::size_t>(place)];
-    const Presence before = PresenceOf(path);
-    RuntimeError failure;
-    quietly([&] { failure = ShredFile(path, level.Text()); });
-    const Presence after = failure ? PresenceOf(path) : Presence::Gone;
-    const ShreddedFile file{.before = before, .after = after, .failure = failure.description};
-    run.Add(file, Narrow(path.Shown()));
+    ShreddedFile file{.before = Presence::OutOfReach, .after = Presence::OutOfReach, .failure = ""};
+    std::string name;
+    // What fails at one file, even the telling of its name, keeps no other one from its turn.
+    quietly([&] {
+      const Path path = list.Collection()[static_cast<std::size_t>(place)];
+      file.before = PresenceOf(path);
+      RuntimeError failure;
+      const RuntimeError broken = failureOf([&] { failure = ShredFile(path, level.Text()); });
+      file.failure = failure ? failure.description : broken.description;
+      file.after = failure || broken ? PresenceOf(path) : Presence::Gone;
+      name = Narrow(path.Shown());
+    });
+    quietly([&] { run.Add(file, name); });
     if (LeavesTheList(file)) list.MarkGone(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
@@ -210,8 +216,10 @@ std::string fraShred::ShredFolders() {
 
 // Both are told of at the end.
 void fraShred::ShredAll() {
-  const std::string ofFolders = ShredFolders();
-  const std::string ofFiles = ShredManually();
+  std::string ofFolders;
+  std::string ofFiles;
+  resumeNext([&] { ofFolders = ShredFolders(); });
+  resumeNext([&] { ofFiles = ShredManually(); });
   if (!ofFolders.empty() && !ofFiles.empty()) txtMessage.SetText(ofFolders + " " + ofFiles);
 }
 
