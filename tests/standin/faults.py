@@ -143,7 +143,7 @@ def _work_off(bench: Bench, cleans: dict[str, Run], todo, done) -> bool:
     return True
 
 
-def whole_loop(workers: int, seconds: float) -> int:
+def whole_loop(workers: int, seconds: float, first: int) -> int:
     RESULTS.mkdir(parents=True, exist_ok=True)
     todo, done, started = multiprocessing.Queue(), multiprocessing.Queue(), multiprocessing.Queue()
     processes = [multiprocessing.Process(target=_work, args=(n, todo, done, started)) for n in range(workers)]
@@ -154,9 +154,9 @@ def whole_loop(workers: int, seconds: float) -> int:
     faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
     print(f"{len(faults)} calls to fail, of {len({f.rule.split()[0] for f in faults})} functions", flush=True)
     end, results = time.monotonic() + seconds, []
-    waiting = iter(faults)
+    waiting = iter(faults[first:])
     under_way = 0
-    with open(RESULTS / "runs.jsonl", "w") as log:
+    with open(RESULTS / "runs.jsonl", "a" if first else "w") as log:
         while True:
             while under_way < 2 * workers and time.monotonic() < end:
                 fault = next(waiting, None)
@@ -211,11 +211,12 @@ def one(text: str) -> int:
 def main() -> int:
     reader = argparse.ArgumentParser(description=__doc__)
     reader.add_argument("--seconds", type=float, default=3 * 3600, help="how long new runs are begun")
+    reader.add_argument("--first", type=int, default=0, help="goes on with a loop that was cut short after so many runs")
     reader.add_argument("--workers", type=int, default=2 * (os.cpu_count() or 1))
     options = reader.parse_args()
     if "QUELLIX_FAULT" in os.environ:
         return one(os.environ["QUELLIX_FAULT"])
-    return whole_loop(options.workers, options.seconds)
+    return whole_loop(options.workers, options.seconds, options.first)
 
 
 if __name__ == "__main__":

@@ -78,6 +78,10 @@ class WhatTheLoopFound(FaultCase):
         self.check(Fault("save", "CreateFileW fail 5 with QUELLIX_Shred"))
         self.check(Fault("save", "GetModuleFileNameW fail 5 only 1"))
 
+    def test_a_name_that_cannot_be_told_keeps_no_file_from_its_turn(self):
+        for number in range(1, 12):
+            self.fail("shred", "WideCharToMultiByte", number)
+
     def test_a_keep_list_whose_place_is_not_told_is_not_overwritten(self):
         self.fail("cookies", "GetModuleFileNameW", 1)
 
