@@ -2,12 +2,20 @@
 # Every test and audit. Called by ./quellix test.
 #   --logic        only the native rules, seconds
 #   --match REGEX  only the tests whose names match
+#   --faults       the loop of faults: every system call and every allocation fails once, every write is the last; hours
+#   --soak         the same again and again, half an hour and more
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/setup.sh
 . tools/build.sh
 
 choice=()
+long_loop() { # module
+  need_test_compiler; need_wine
+  build_product
+  build_preset win32-debug 'the test programs'
+  exec python3 -B -m "$1"
+}
 while [ $# -gt 0 ]; do
   case "$1" in
     --logic)
@@ -15,8 +23,10 @@ while [ $# -gt 0 ]; do
       build_preset logic 'the rules and their tests, natively'
       exec ctest --test-dir build/logic --output-on-failure
       ;;
+    --faults) long_loop tests.standin.faults ;;
+    --soak) long_loop tests.standin.soak ;;
     --match) choice+=(-R "${2:?--match needs an expression}"); shift 2 ;;
-    *) fail "test takes --logic or --match REGEX, not '$1'." ;;
+    *) fail "test takes --logic, --match REGEX, --faults or --soak, not '$1'." ;;
   esac
 done
 

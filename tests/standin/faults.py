@@ -117,46 +117,63 @@ def try_fault(bench: Bench, fault: Fault, clean: Run) -> Run:
 
 # The whole loop, by several programs at once, each with a Windows of its own
 
-def _work(number: int, todo, done, started) -> None:
+class Loop(NamedTuple):
+    """What is recorded of a scenario, what follows from it in rounds, and how one of those is tried: problems and call."""
+    record: object
+    plan: object
+    attempt: object
+
+
+def loops() -> dict[str, Loop]:
+    from tests.standin import kills, memory  # both are made of this module
+    def attempt(bench, fault, clean):
+        run = try_fault(bench, fault, clean)
+        return run.problems, run.hit
+    return {"calls": Loop(record, plan, attempt),
+            "memory": Loop(memory.record_allocations, lambda clean: [[f] for f in memory.failing_allocations(clean)], attempt),
+            "kills": Loop(kills.record_writes, lambda clean: [[k] for k in kills.kills(clean)], kills.kill)}
+
+
+def _work(kind: str, number: int, todo, done, started) -> None:
     """Works off what there is to do; where the test itself breaks, with a new Windows."""
-    cleans: dict[str, Run] = {}
+    loop, cleans = loops()[kind], {}
     while True:
         with Bench(f"faults-{number}") as bench:
             bench.set_up_profile()
             if not cleans:
-                cleans = {scenario: record(bench, scenario) for scenario in SCENARIOS}
-                started.put([plan(clean) for clean in cleans.values()])
-            if _work_off(bench, cleans, todo, done):
+                cleans = {scenario: loop.record(bench, scenario) for scenario in SCENARIOS}
+                started.put([loop.plan(clean) for clean in cleans.values()])
+            if _work_off(loop, bench, cleans, todo, done):
                 return
 
 
-def _work_off(bench: Bench, cleans: dict[str, Run], todo, done) -> bool:
+def _work_off(loop: Loop, bench: Bench, cleans: dict[str, Run], todo, done) -> bool:
     """True when there is no more to do."""
     while (fault := todo.get()) is not None:
         begun = time.monotonic()
         try:
-            run = try_fault(bench, fault, cleans[fault.scenario])
+            problems, hit = loop.attempt(bench, fault, cleans[fault.scenario])
         except Exception as broken:  # noqa: BLE001 whatever it is, it is told with the others
             done.put((fault, [f"the test broke: {type(broken).__name__}: {broken}"], "", 0))
             return False
-        done.put((fault, run.problems, run.hit, time.monotonic() - begun))
+        done.put((fault, problems, hit, time.monotonic() - begun))
     return True
 
 
-def whole_loop(workers: int, seconds: float, first: int) -> int:
+def whole_loop(kind: str, workers: int, seconds: float, first: int) -> int:
     RESULTS.mkdir(parents=True, exist_ok=True)
     todo, done, started = multiprocessing.Queue(), multiprocessing.Queue(), multiprocessing.Queue()
-    processes = [multiprocessing.Process(target=_work, args=(n, todo, done, started)) for n in range(workers)]
+    processes = [multiprocessing.Process(target=_work, args=(kind, n, todo, done, started)) for n in range(workers)]
     for process in processes:
         process.start()
     plans = [started.get(timeout=900) for _ in processes][0]
     depth = max(map(len, plans))
     faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
-    print(f"{len(faults)} calls to fail, of {len({f.rule.split()[0] for f in faults})} functions", flush=True)
+    print(f"{kind}: {len(faults)}, of {len({f.rule.split()[0] for f in faults})} functions", flush=True)
     end, results = time.monotonic() + seconds, []
     waiting = iter(faults[first:])
     under_way = 0
-    with open(RESULTS / "runs.jsonl", "a" if first else "w") as log:
+    with open(RESULTS / f"{kind}.jsonl", "a" if first else "w") as log:
         while True:
             while under_way < 2 * workers and time.monotonic() < end:
                 fault = next(waiting, None)
@@ -182,18 +199,18 @@ def whole_loop(workers: int, seconds: float, first: int) -> int:
     for process in processes:
         process.join(60)
         process.terminate()
-    return report(faults, results)
+    return report(kind, faults, results)
 
 
-def report(faults: list[Fault], results: list) -> int:
+def report(kind: str, faults: list[Fault], results: list) -> int:
     wrong = [(fault, problems) for fault, problems, _ in results if problems]
     made = Counter(fault.scenario for fault, _, hit in results if hit)
-    lines = [f"{len(results)} of {len(faults)} runs, {sum(made.values())} of them with a call that failed, of "
+    lines = [f"{kind}: {len(results)} of {len(faults)} runs, {sum(made.values())} of them with a call that was reached, of "
              f"{len({f.rule.split()[0] for f, _, hit in results if hit})} functions: "
              + ", ".join(f"{scenario} {count}" for scenario, count in made.items()),
              f"{len(wrong)} with something wrong"]
     lines += [f"{fault}: {'; '.join(problems)}" for fault, problems in wrong]
-    (RESULTS / "report.txt").write_text("\n".join(lines) + "\n")
+    (RESULTS / f"{kind}.txt").write_text("\n".join(lines) + "\n")
     print("\n".join(lines[:2]))
     return 1 if wrong else 0
 
@@ -210,13 +227,15 @@ def one(text: str) -> int:
 
 def main() -> int:
     reader = argparse.ArgumentParser(description=__doc__)
+    reader.add_argument("--only", choices=["calls", "memory", "kills"])
     reader.add_argument("--seconds", type=float, default=3 * 3600, help="how long new runs are begun")
     reader.add_argument("--first", type=int, default=0, help="goes on with a loop that was cut short after so many runs")
     reader.add_argument("--workers", type=int, default=2 * (os.cpu_count() or 1))
     options = reader.parse_args()
     if "QUELLIX_FAULT" in os.environ:
         return one(os.environ["QUELLIX_FAULT"])
-    return whole_loop(options.workers, options.seconds, options.first)
+    kinds = [options.only] if options.only else ["calls", "memory", "kills"]
+    return max(whole_loop(kind, options.workers, options.seconds, options.first) for kind in kinds)
 
 
 if __name__ == "__main__":
