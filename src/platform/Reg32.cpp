@@ -33,6 +33,14 @@ UniqueKey OpenPlainly(HKEY root, const std::string& subKey) {
   return ::RegOpenKeyA(root, subKey.c_str(), &key) == ERROR_SUCCESS ? UniqueKey(key) : UniqueKey();
 }
 
+LONG LookAtValue(HKEY root, const std::string& subKey, const std::string& valueName, DWORD& type) {
+  HKEY opened = nullptr;
+  const LONG status = ::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
+  if (status != ERROR_SUCCESS) return status;
+  const UniqueKey key(opened);
+  return ::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, &type, nullptr, nullptr);
+}
+
 }  // namespace
 
 void SaveKeyValue(HKEY root, const std::string& subKey, const std::string& valueName, const std::string& value, DWORD type) {
@@ -93,11 +101,15 @@ std::optional<std::string> TextValue(HKEY root, const std::string& subKey, const
 }
 
 bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& valueName) {
-  HKEY opened = nullptr;
-  LONG status = ::RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
-  const UniqueKey key(status == ERROR_SUCCESS ? opened : nullptr);
-  if (key) status = ::RegQueryValueExA(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, nullptr);
+  DWORD type = REG_NONE;
+  const LONG status = LookAtValue(root, subKey, valueName, type);
   return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
+bool HoldsNoText(HKEY root, const std::string& subKey, const std::string& valueName) {
+  DWORD type = REG_NONE;
+  const LONG status = LookAtValue(root, subKey, valueName, type);
+  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND || (status == ERROR_SUCCESS && type != REG_SZ);
 }
 
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName) {

@@ -28,6 +28,9 @@ std::optional<WideText> TextValue(HKEY root, const WideText& subKey, const WideT
 // True when there is no such value, whatever its kind; false also when that cannot be found out.
 bool IsValueMissing(HKEY root, const std::string& subKey, const std::string& valueName);
 
+// The same for one that is there and is no text; false for one that cannot be looked at.
+bool HoldsNoText(HKEY root, const std::string& subKey, const std::string& valueName);
+
 // A missing key or value is no error.
 void DeleteValue(HKEY root, const std::string& subKey, const std::string& valueName);
 

@@ -47,12 +47,12 @@ bool IsGivenOutForUnread(const char* section, const char* key, const std::string
 std::string GetSetting(const char* section, const char* key, const char* defaultText) {
   Forget(section, key);
   std::optional<std::string> text;
-  bool missing = false;
+  bool nothing = false;
   quietly([&] {
     text = TextValue(HKEY_CURRENT_USER, KeyPath(section), key);
-    missing = !text && IsValueMissing(HKEY_CURRENT_USER, KeyPath(section), key);
+    nothing = !text && HoldsNoText(HKEY_CURRENT_USER, KeyPath(section), key);
   });
-  if (!text && !missing) unread.push_back({section, key, defaultText});
+  if (!text && !nothing) unread.push_back({section, key, defaultText});
   return text.value_or(defaultText);
 }
 
