@@ -141,14 +141,14 @@ class Bench(StandInDesktop):
             ("Startup", "LoadStartup"): "0", ("Startup", "Startup"): "0", ("Boss", "bossKey"): "115",
             ("Message_key", "Message"): "Dont"}
         there = self.state().values
-        if set(there) - {*wanted, "Run"}:
+        if there.pop("Run"):
+            self.reg_set("HKLM", RUN, "Quellix - 1.0", "")
+        if set(there) - set(wanted):
             self.reg_delete_key("HKCU", STORE)
             there = {}
         for (section, key), text in wanted.items():
             if there.get((section, key)) != text:
                 self.reg_set("HKCU", rf"{STORE}\{section}", key, text)
-        if there.get("Run") is not None:
-            self.reg_set("HKLM", RUN, "Quellix - 1.0", "")
 
     def state(self) -> State:
         values = {}
