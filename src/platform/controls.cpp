@@ -69,7 +69,7 @@ Control::Control(Dialog& dialog, int id) : dialog_(dialog), id_(id) { dialog.Add
 
 void Control::Attach() {
   window_ = ::GetDlgItem(dialog_.Handle(), id_);
-  if (text_) ::SetWindowTextA(window_, text_->c_str());
+  if (text_) showsItsText_ = ::SetWindowTextA(window_, text_->c_str()) != FALSE;
   if (enabled_) ::EnableWindow(window_, *enabled_);
   if (visible_) ::ShowWindow(window_, *visible_ ? SW_SHOWNA : SW_HIDE);
   ShowState();
@@ -97,7 +97,7 @@ void Control::SetText(const std::string& text) {
   if (window_ == nullptr)
     text_ = text;
   else
-    ::SetWindowTextA(window_, text.c_str());
+    showsItsText_ = ::SetWindowTextA(window_, text.c_str()) != FALSE;
 }
 
 void Picture::ShowState() {

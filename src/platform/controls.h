@@ -34,6 +34,9 @@ class Control : public DialogPart {
   std::string Text() const;
   void SetText(const std::string& text);
 
+  // False when the window has not taken the last text.
+  bool ShowsItsText() const { return showsItsText_; }
+
  protected:
   ~Control() = default;
   virtual void ShowState() {}  // what was kept until now, into the control
@@ -55,6 +58,7 @@ class Control : public DialogPart {
   std::optional<bool> enabled_;
   std::optional<bool> visible_;
   std::optional<std::string> text_;
+  bool showsItsText_ = true;
 };
 
 class Button : public Control {
@@ -101,6 +105,9 @@ class Picture : public Control {
 class TextBox : public Control {
  public:
   using Control::Control;
+
+  // Whether somebody has typed into it since its text was set.
+  bool IsModified() const { return Handle() != nullptr && Send(EM_GETMODIFY) != 0; }
 };
 
 class CheckBox : public Control {

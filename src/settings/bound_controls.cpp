@@ -16,8 +16,11 @@ void SettingCheckBox::Load() {
 
 void SettingCheckBox::Keep() { Settings[setting_] = ValueText(*this); }
 
-void SettingTextBox::Load() { SetText(TextOf(NumberOf(GetSetting(setting_)))); }
+void SettingTextBox::Load() {
+  loaded_ = TextOf(NumberOf(GetSetting(setting_)));
+  SetText(loaded_);
+}
 
-void SettingTextBox::Keep() { Settings[setting_] = Text(); }
+void SettingTextBox::Keep() { Settings[setting_] = ShowsItsText() || IsModified() ? Text() : loaded_; }
 
 }  // namespace settings

@@ -36,11 +36,12 @@ class SettingTextBox : public platform::TextBox {
   // Shows the stored text as the number that it is.
   void Load();
 
-  // The box's text as it is into the variable.
+  // The box's text as it is into the variable; what was loaded when the box could not show it and nobody has typed.
   void Keep();
 
  private:
   Setting setting_;
+  std::string loaded_;
 };
 
 // A check box's value as the settings hold it: "1" or "0".

@@ -1,8 +1,9 @@
 #include "settings/settings_store.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <optional>
-#include <vector>
 
 #include "platform/Reg32.h"
 #include "platform/app_title.h"
@@ -25,20 +26,26 @@ void RaiseUnlessSuccess(LONG status) {
 }
 
 // A value that is there and could not be read, and the text that was given out instead: saving that text is nobody's choice
-// and would overwrite the value.
+// and would overwrite the value. All three are parts of tables. The list takes no memory, which may be what was lacking.
 struct Unread {
-  std::string section, key, text;
+  const char *section, *key, *text;
 
-  bool IsOf(const char* otherSection, const char* otherKey) const { return section == otherSection && key == otherKey; }
+  bool IsOf(const char* otherSection, const char* otherKey) const {
+    return std::strcmp(section, otherSection) == 0 && std::strcmp(key, otherKey) == 0;
+  }
 };
-std::vector<Unread> unread;
+constexpr std::size_t kMost = 256;  // more than there are settings
+Unread unread[kMost];
+std::size_t unreadCount = 0;
 
 void Forget(const char* section, const char* key) {
-  std::erase_if(unread, [&](const Unread& value) { return value.IsOf(section, key); });
+  Unread* const end = unread + unreadCount;
+  unreadCount = static_cast<std::size_t>(
+      std::remove_if(unread, end, [&](const Unread& value) { return value.IsOf(section, key); }) - unread);
 }
 
 bool IsGivenOutForUnread(const char* section, const char* key, const std::string& text) {
-  return std::any_of(unread.begin(), unread.end(),
+  return std::any_of(unread, unread + unreadCount,
                      [&](const Unread& value) { return value.IsOf(section, key) && value.text == text; });
 }
 
@@ -52,7 +59,7 @@ std::string GetSetting(const char* section, const char* key, const char* default
     text = TextValue(HKEY_CURRENT_USER, KeyPath(section), key);
     nothing = !text && HoldsNoText(HKEY_CURRENT_USER, KeyPath(section), key);
   });
-  if (!text && !nothing) unread.push_back({section, key, defaultText});
+  if (!text && !nothing && unreadCount < kMost) unread[unreadCount++] = {section, key, defaultText};
   return text.value_or(defaultText);
 }
 

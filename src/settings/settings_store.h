@@ -10,7 +10,8 @@
 
 namespace settings {
 
-// The stored text up to its first NUL; the default when key or value is missing, not a text, or cannot be read.
+// The stored text up to its first NUL; the default when key or value is missing, not a text, or cannot be read. Section, key
+// and default are parts of tables: they are kept by address.
 std::string GetSetting(Setting setting);
 std::string GetSetting(const char* section, const char* key, const char* defaultText);
 

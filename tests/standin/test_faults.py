@@ -68,6 +68,9 @@ class WhatTheLoopFound(FaultCase):
                      "RegOpenKeyExW fail 5 with Quellix"):
             self.check(Fault("start", rule))
 
+    def test_a_setting_whose_box_does_not_take_its_text_is_not_overwritten(self):
+        self.check(Fault("start", "SetWindowTextA fail 5 from 1"))
+
     def test_a_main_window_that_knows_nothing_of_its_dialog_is_not_shown(self):
         self.check(Fault("start", "SetWindowLongA fail 5 only 1"))
         self.assertEqual([box[:32] for box in self.bench.boxes_told], ["Quellix cannot show its window. "])
