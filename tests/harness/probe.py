@@ -71,6 +71,14 @@ class ProbeError(RuntimeError):
     pass
 
 
+class Refusal(ProbeError):
+    """The probe has an answer: that it cannot be done."""
+
+
+def _line(command: str, *arguments) -> str:
+    return " ".join([command] + [str(a) if isinstance(a, int) else json.dumps(str(a)) for a in arguments]) + "\n"
+
+
 class Probe:
     """The probe program, one question and one answer at a time."""
 
@@ -102,18 +110,32 @@ class Probe:
                     raise ProbeError(f"the probe did not answer within {seconds:g} s") from None
         answer = json.loads(line, object_hook=View)
         if isinstance(answer, dict) and "error" in answer:
-            raise ProbeError(answer["error"])
+            raise Refusal(answer["error"])
         return answer
 
     def ask(self, command: str, *arguments, seconds: float = 60):
-        words = [command] + [str(a) if isinstance(a, int) else json.dumps(str(a)) for a in arguments]
         with self._one_at_a_time:
-            try:
-                self.process.stdin.write((" ".join(words) + "\n").encode("ascii"))
-                self.process.stdin.flush()
-            except OSError:
-                raise ProbeError("the probe has ended") from None
+            self._write(_line(command, *arguments))
             return self._next(seconds)
+
+    def ask_all(self, *questions: tuple, seconds: float = 60) -> list:
+        """Several questions at once, at the cost of one; what cannot be answered is None."""
+        with self._one_at_a_time:
+            self._write("".join(_line(*question) for question in questions))
+            return [self._answer_or_none(seconds) for _ in questions]
+
+    def _answer_or_none(self, seconds: float):
+        try:
+            return self._next(seconds)
+        except Refusal:
+            return None
+
+    def _write(self, lines: str) -> None:
+        try:
+            self.process.stdin.write(lines.encode("ascii"))
+            self.process.stdin.flush()
+        except OSError:
+            raise ProbeError("the probe has ended") from None
 
     def answer_that_is_due(self, seconds: float = 30):
         """Of a question that was given up."""

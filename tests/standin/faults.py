@@ -6,6 +6,9 @@ first, second and later calls, and from its first one on.
 
 A first pass without faults tells which functions a scenario calls and how often. The calls of the start are failed in two
 scenarios: with nothing done afterwards, and with something to be saved.
+
+Each function's first call, and all of them at once, fail in a run of their own. Of the later calls those of four functions
+fail in the same run; where something is wrong then, or where one of them keeps another from being made, each has its own.
 """
 import argparse
 import json
@@ -16,6 +19,7 @@ import random
 import sys
 import time
 from collections import Counter
+from functools import cache
 from typing import NamedTuple
 
 from tests.standin.rules import table
@@ -27,6 +31,7 @@ RESULTS = BUILD / "faults"
 ACCESS_DENIED = 5
 # The calls of a function that fail: the first ones each, later ones at growing distances, the last one; then all at once.
 EACH_OF_THE_FIRST, GROWTH = 12, 1.3
+TOGETHER = 4
 OWN = "what goes between the program and its own windows does not fail"
 WAIT = "an answer that a program is to come back for, for ever"
 SKIPPED = {
@@ -46,17 +51,22 @@ ONE_AT_A_TIME = {"GetWindowLongA", "SetWindowLongA"}
 
 class Fault(NamedTuple):
     scenario: str
-    rule: str
+    rule: str  # or several, with "; " between them
+
+    @property
+    def rules(self) -> list[str]:
+        return self.rule.split("; ")
 
     def __str__(self) -> str:
         return f"{self.scenario}: {self.rule}"
 
 
+@cache
 def functions() -> list[str]:
     """What can fail."""
     rows = table()
     names = {f.name for f in called_by() if f.name in rows}
-    return sorted(n for n in names if n not in SKIPPED and rows[n].failing not in ("-", "ends") and rows[n].library != "msvcrt")
+    return sorted(n for n in names if n not in SKIPPED and rows[n].failing not in ("-", "ends") and rows[n].dll != "msvcrt")
 
 
 def record(bench: Bench, scenario: str, names: list[str] | None = None) -> Run:
@@ -83,19 +93,29 @@ def numbers_of_calls(first: int, last: int) -> list[int]:
 
 
 def plan(clean: Run) -> list[list[Fault]]:
-    """The faults of a scenario in rounds: each function's first call, then each one's second, and so on."""
-    rounds: dict[int, list[Fault]] = {}
+    """The faults of a scenario in rounds: each function's first call, all of its calls, then its second, its third and so on."""
+    first, at_once, later = [], [], {}
     for name, count in sorted(clean.counts.items()):
         if name not in functions():
             continue
-        before = 0 if clean.scenario in FROM_THE_START else clean.before.get(name, 0)
-        numbers = numbers_of_calls(before + 1, count)
-        rules = [f"{name} fail {ACCESS_DENIED} only {number}" for number in numbers]
-        if numbers and name not in ONE_AT_A_TIME:
-            rules.insert(1, f"{name} fail {ACCESS_DENIED} from {numbers[0]}")
-        for place, rule in enumerate(rules):
-            rounds.setdefault(place, []).append(Fault(clean.scenario, rule))
-    return [rounds[place] for place in sorted(rounds)]
+        own = clean.before.get(name, 0) + 1  # the scenario's first one
+        numbers = numbers_of_calls(1, own - 1) if clean.scenario in FROM_THE_START else []
+        numbers += numbers_of_calls(own, count)
+        alone = next((n for n in numbers if n >= own or clean.scenario == "start"), None)
+        if alone:
+            first.append(f"{name} fail {ACCESS_DENIED} only {alone}")
+            if name not in ONE_AT_A_TIME:
+                at_once.append(f"{name} fail {ACCESS_DENIED} from {alone}")
+        for place, number in enumerate(n for n in numbers if n != alone):
+            later.setdefault(place, []).append(f"{name} fail {ACCESS_DENIED} only {number}")
+    rounds = [first, at_once, *(in_fours(later[place], place) for place in sorted(later))]
+    return [[Fault(clean.scenario, rule) for rule in rules] for rules in rounds]
+
+
+def in_fours(rules: list[str], seed: int) -> list[str]:
+    """Neighbours in the alphabet are often about the same thing, and one would hide the other."""
+    mixed = random.Random(seed).sample(rules, len(rules))
+    return ["; ".join(mixed[n:n + TOGETHER]) for n in range(0, len(mixed), TOGETHER)]
 
 
 def draw(seed: int, cleans: dict[str, Run]):
@@ -112,37 +132,52 @@ def draw(seed: int, cleans: dict[str, Run]):
 
 
 def try_fault(bench: Bench, fault: Fault, clean: Run) -> Run:
-    return bench.run(fault.scenario, fault.rule, clean=clean)
+    return bench.run(fault.scenario, *fault.rules, clean=clean)
+
+
+Outcome = tuple[Fault, list[str], str]  # what was tried, what is wrong, and the call that it was about
+
+
+def outcomes(bench: Bench, fault: Fault, clean: Run) -> list[Outcome]:
+    """Of faults that are tried together each one's own."""
+    run = try_fault(bench, fault, clean)
+    each = [Fault(fault.scenario, rule) for rule in fault.rules]
+    if len(each) == 1:
+        return [(fault, run.problems, run.hit)]
+    open_ones = [one for one in each if run.problems or one.rule not in run.reached]
+    found = [(one, [], run.reached[one.rule]) for one in each if one not in open_ones]
+    found += [outcome for one in open_ones for outcome in outcomes(bench, one, clean)]
+    if run.problems and not any(problems for _, problems, _ in found):
+        found.append((fault, run.problems, run.hit))
+    return found
 
 
 # The whole loop, by several programs at once, each with a Windows of its own
 
 class Loop(NamedTuple):
-    """What is recorded of a scenario, what follows from it in rounds, and how one of those is tried: problems and call."""
+    """What is recorded of a scenario, what follows from it in rounds, and how one of those is tried."""
     record: object
     plan: object
-    attempt: object
+    outcomes: object
 
 
 def loops() -> dict[str, Loop]:
     from tests.standin import kills, memory  # both are made of this module
-    def attempt(bench, fault, clean):
-        run = try_fault(bench, fault, clean)
-        return run.problems, run.hit
-    return {"calls": Loop(record, plan, attempt),
-            "memory": Loop(memory.record_allocations, lambda clean: [[f] for f in memory.failing_allocations(clean)], attempt),
-            "kills": Loop(kills.record_writes, lambda clean: [[k] for k in kills.kills(clean)], kills.kill)}
+    return {"calls": Loop(record, plan, outcomes),
+            "memory": Loop(memory.record_allocations, lambda clean: [[f] for f in memory.failing_allocations(clean)], outcomes),
+            "kills": Loop(kills.record_writes, lambda clean: [[k] for k in kills.kills(clean)],
+                          lambda bench, one, clean: [(one, *kills.kill(bench, one, clean))])}
 
 
-def _work(kind: str, number: int, todo, done, started) -> None:
-    """Works off what there is to do; where the test itself breaks, with a new Windows."""
+def _work(kind: str, number: int, todo, done, recorded, known) -> None:
+    """Works off what there is to do; where the test itself breaks, with a new Windows. The first records for all."""
     loop, cleans = loops()[kind], {}
     while True:
         with Bench(f"faults-{number}") as bench:
             bench.set_up_profile()
-            if not cleans:
-                cleans = {scenario: loop.record(bench, scenario) for scenario in SCENARIOS}
-                started.put([loop.plan(clean) for clean in cleans.values()])
+            if not cleans and number == 0:
+                recorded.put({scenario: loop.record(bench, scenario) for scenario in SCENARIOS})
+            cleans = cleans or known.get()
             if _work_off(loop, bench, cleans, todo, done):
                 return
 
@@ -152,74 +187,90 @@ def _work_off(loop: Loop, bench: Bench, cleans: dict[str, Run], todo, done) -> b
     while (fault := todo.get()) is not None:
         begun = time.monotonic()
         try:
-            problems, hit = loop.attempt(bench, fault, cleans[fault.scenario])
+            found = loop.outcomes(bench, fault, cleans[fault.scenario])
         except Exception as broken:  # noqa: BLE001 whatever it is, it is told with the others
-            done.put((fault, [f"the test broke: {type(broken).__name__}: {broken}"], "", 0))
+            done.put(([(fault, [f"the test broke: {type(broken).__name__}: {broken}"], "")], 0))
             return False
-        done.put((fault, problems, hit, time.monotonic() - begun))
+        done.put((found, time.monotonic() - begun))
     return True
 
 
-def whole_loop(kind: str, workers: int, seconds: float, first: int) -> int:
-    RESULTS.mkdir(parents=True, exist_ok=True)
-    todo, done, started = multiprocessing.Queue(), multiprocessing.Queue(), multiprocessing.Queue()
-    processes = [multiprocessing.Process(target=_work, args=(kind, n, todo, done, started)) for n in range(workers)]
-    for process in processes:
-        process.start()
-    plans = [started.get(timeout=900) for _ in processes][0]
-    depth = max(map(len, plans))
-    faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
-    print(f"{kind}: {len(faults)}, of {len({f.rule.split()[0] for f in faults})} functions", flush=True)
-    end, results = time.monotonic() + seconds, []
-    waiting = iter(faults[first:])
-    under_way = 0
-    with open(RESULTS / f"{kind}.jsonl", "a" if first else "w") as log:
-        while True:
-            while under_way < 2 * workers and time.monotonic() < end:
-                fault = next(waiting, None)
-                if fault is None:
-                    break
-                todo.put(fault)
-                under_way += 1
-            if not under_way:
-                break
-            try:
-                fault, problems, hit, took = done.get(timeout=300)
-            except queue.Empty:
-                print("no run has ended for five minutes")
-                break
-            under_way -= 1
-            results.append((fault, problems, hit))
-            log.write(json.dumps({"fault": str(fault), "problems": problems, "hit": hit, "took": round(took, 2)}) + "\n")
-            log.flush()
+class Log:
+    """What has come out so far, also of an earlier part of a loop that was cut short."""
+
+    def __init__(self, kind: str, goes_on: bool):
+        RESULTS.mkdir(parents=True, exist_ok=True)
+        self.kind, self._place = kind, RESULTS / f"{kind}.jsonl"
+        self._file = self._place.open("a" if goes_on else "w")
+
+    def add(self, found: list[Outcome], took: float) -> None:
+        self._file.write(json.dumps({"runs": len(found), "took": round(took, 2), "found": [
+            {"fault": str(fault), "problems": problems, "hit": hit} for fault, problems, hit in found]}) + "\n")
+        self._file.flush()
+        for fault, problems, hit in found:
             if problems:
                 print(f"{fault}\n    {problems}\n    {hit}", flush=True)
+
+    def report(self, planned: int) -> int:
+        rows = [json.loads(line) for line in self._place.read_text().splitlines()]
+        found = [one for row in rows for one in row["found"]]
+        made = [one for one in found if one["hit"]]
+        scenarios = Counter(one["fault"].partition(":")[0] for one in made)
+        wrong = [one for one in found if one["problems"]]
+        lines = [f"{self.kind}: {len(rows)} of {planned} turns, {len(made)} calls reached, of "
+                 f"{len({one['fault'].split()[1] for one in made})} functions: "
+                 + ", ".join(f"{scenario} {count}" for scenario, count in scenarios.items()),
+                 f"{len(wrong)} with something wrong, {len(found) - len(made)} whose call was not made"]
+        print(*lines, sep="\n")
+        lines += [f"{one['fault']}: {'; '.join(one['problems'])}" for one in wrong]
+        (RESULTS / f"{self.kind}.txt").write_text("\n".join(lines) + "\n")
+        return 1 if wrong else 0
+
+
+def whole_loop(kind: str, workers: int, seconds: float, first: int) -> int:
+    log = Log(kind, first > 0)
+    todo, done, recorded, known = (multiprocessing.Queue() for _ in range(4))
+    processes = [multiprocessing.Process(target=_work, args=(kind, n, todo, done, recorded, known)) for n in range(workers)]
+    for process in processes:
+        process.start()
+    cleans = recorded.get(timeout=1800)
+    for _ in processes:
+        known.put(cleans)
+    plans = [loops()[kind].plan(clean) for clean in cleans.values()]
+    depth = max(map(len, plans))
+    faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
+    print(f"{kind}: {sum(fault.rule.count('; ') + 1 for fault in faults)} in {len(faults)} turns", flush=True)
+    _all(faults[first:], 2 * workers, time.monotonic() + seconds, todo, done, log)
     for _ in processes:
         todo.put(None)
     for process in processes:
         process.join(60)
         process.terminate()
-    return report(kind, faults, results)
+    return log.report(len(faults))
 
 
-def report(kind: str, faults: list[Fault], results: list) -> int:
-    wrong = [(fault, problems) for fault, problems, _ in results if problems]
-    made = Counter(fault.scenario for fault, _, hit in results if hit)
-    lines = [f"{kind}: {len(results)} of {len(faults)} runs, {sum(made.values())} of them with a call that was reached, of "
-             f"{len({f.rule.split()[0] for f, _, hit in results if hit})} functions: "
-             + ", ".join(f"{scenario} {count}" for scenario, count in made.items()),
-             f"{len(wrong)} with something wrong"]
-    lines += [f"{fault}: {'; '.join(problems)}" for fault, problems in wrong]
-    (RESULTS / f"{kind}.txt").write_text("\n".join(lines) + "\n")
-    print("\n".join(lines[:2]))
-    return 1 if wrong else 0
+def _all(faults: list[Fault], at_a_time: int, end: float, todo, done, log: Log) -> None:
+    waiting, under_way = iter(faults), 0
+    while True:
+        while under_way < at_a_time and time.monotonic() < end and (fault := next(waiting, None)):
+            todo.put(fault)
+            under_way += 1
+        if not under_way:
+            return
+        try:
+            found, took = done.get(timeout=900)
+        except queue.Empty:
+            print("nothing has come out for a quarter of an hour")
+            return
+        under_way -= 1
+        log.add(found, took)
 
 
 def one(text: str) -> int:
     scenario, _, rule = text.partition(": ")
     with Bench("fault") as bench:
         bench.set_up_profile()
-        run = bench.run(scenario, *rule.split("; "), clean=record(bench, scenario))
+        run = try_fault(bench, Fault(scenario, rule), record(bench, scenario))
         print(*(str(call) for call in bench.calls() if call.rule and not call.rule.startswith("clock")), sep="\n")
         print(run.problems or "nothing is wrong")
     return 1 if run.problems else 0

@@ -56,6 +56,7 @@ def table() -> dict[str, Row]:
     return {name: Row(library, *row) for library, name, *row in lines}
 
 
+@cache
 def called_in(image: bytes) -> dict[str, bool]:
     """What a program can call: every function it imports (True), and those of the table that its data names."""
     imported = {entry.function: True for entry in PeFile(image).imports() if entry.function}

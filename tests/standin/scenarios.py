@@ -63,6 +63,7 @@ class Run(NamedTuple):
     state: State
     hit: str  # the first call that a rule was about
     freeze: float  # milliseconds
+    reached: dict  # by rule, the first call that it was about
 
 
 class Bench(StandInDesktop):
@@ -93,7 +94,8 @@ class Bench(StandInDesktop):
     def set_up_profile(self) -> None:
         """Once, with the desktop open: what later runs get back by copying."""
         url_cache.plant(self.home, "content", "5", "cookie", "4", "visited", "3")
-        for place in self._caches():
+        self._cached = self._caches()
+        for place in self._cached:
             shutil.copytree(place, self._saved(place))
         self._canaries = self._look()
         self._system = [p for p in self._who_answers()]
@@ -126,12 +128,11 @@ class Bench(StandInDesktop):
             old.unlink()
         (self.home.c / "Quellix" / LIST_FILE).write_bytes(b"C:\\work\\listed.txt\r\n")
         (self.home.c / "Quellix" / KEEP_LIST).write_bytes(b"old@keep[1].txt\r\n")
-        for place in self._caches():
-            shutil.rmtree(place)
+        for place in self._cached:
+            shutil.rmtree(place, ignore_errors=True)
             shutil.copytree(self._saved(place), place)
-        for key, count in TRACES.items():
-            for number in range(count):
-                self.reg_set("HKCU", key, "abc"[number], "trace")
+        traces = [("regset", "HKCU", key, "abc"[number], "trace") for key, count in TRACES.items() for number in range(count)]
+        assert all(told.set for told in self.probe.ask_all(*traces))
         self._restore_settings()
 
     def _restore_settings(self) -> None:
@@ -146,17 +147,17 @@ class Bench(StandInDesktop):
         if set(there) - set(wanted):
             self.reg_delete_key("HKCU", STORE)
             there = {}
-        for (section, key), text in wanted.items():
-            if there.get((section, key)) != text:
-                self.reg_set("HKCU", rf"{STORE}\{section}", key, text)
+        changes = [("regset", "HKCU", rf"{STORE}\{section}", key, text) for (section, key), text in wanted.items()
+                   if there.get((section, key)) != text]
+        assert all(told.set for told in self.probe.ask_all(*changes))
 
     def state(self) -> State:
         values = {}
-        sections = (self.reg_list("HKCU", STORE) or {"keys": []})["keys"]
-        for section in sections:
-            for key, value in self.registry_section(section).items():
-                values[section, key] = value
-        run = self.reg("HKLM", RUN, "Quellix - 1.0")
+        store, run = self.probe.ask_all(("reglist", "HKCU", STORE), ("reg", "HKLM", RUN, "Quellix - 1.0"))
+        sections = store["keys"] if store else []
+        for section, told in zip(sections, self.probe.ask_all(*(("reglist", "HKCU", rf"{STORE}\{name}") for name in sections))):
+            for key, value in told["values"].items() if told else ():
+                values[section, key] = value.text
         values["Run"] = run.text or None if run else None
         folder = self.home.c / "Quellix"
         files = {name: _content(folder / name) for name in (LIST_FILE, KEEP_LIST)}
@@ -185,12 +186,15 @@ class Bench(StandInDesktop):
     def press(self, name, window: int | None = None) -> None:
         button = self.find(name, window)
         if button:
-            self.post(button, BM_CLICK)
-            self.settled(button)
+            self.probe.ask_all(("post", button, BM_CLICK, 0, 0), ("invalidate", button))
+            self._wait_painted(button)
 
     def settled(self, control: int) -> None:
         """Waits until what was posted before has been worked off, as far as that can be told."""
         self.probe.ask("invalidate", control)
+        self._wait_painted(control)
+
+    def _wait_painted(self, control: int) -> None:
         self.follow(lambda: not self.probe.ask("unpainted", control).waits, 3)
 
     def drop_on(self, name, *files: str) -> None:
@@ -226,26 +230,27 @@ class Bench(StandInDesktop):
         begun, seconds = time.monotonic(), seconds or self.patience
         waited = times_of(self._watched)[1]
         while True:
-            if self.ended(self.pid) is not None:
+            before = times_of(self._watched)[1]
+            over, boxes, main = self.probe.ask_all(("ended", self.pid), ("windows", "#32770"), ("top", self.main_class))
+            if over.ended:
                 raise Ended
-            self._answer_boxes()
-            self._ask()
+            self._answer(boxes)
+            self._ask(main.hwnd)
             if until():
                 return True
             # Without the time for which the machine was busy with others; several of the watched may have waited at once.
-            gone, lost = time.monotonic() - begun, (times_of(self._watched)[1] - waited) / 1000
+            gone, lost = time.monotonic() - begun, (before - waited) / 1000
             if gone - min(lost, 0.75 * gone) > seconds:
                 return False
             time.sleep(0.01)
 
-    def _answer_boxes(self) -> None:
-        for box in self.windows("#32770"):
+    def _answer(self, boxes: list) -> None:
+        for box in boxes:
             if box.pid == self.pid and box.visible and box.title not in (COOKIES, ADD_FOLDER):
                 self.boxes_told.append(next((c.text for c in self.controls(box) if c["class"].lower() == "static" and c.text), box.title))
                 self.post(box, WM_COMMAND, IDOK)
 
-    def _ask(self) -> None:
-        window = self.window()
+    def _ask(self, window: int) -> None:
         if not window:
             return
         before = times_of(self._watched)[1]
@@ -290,8 +295,9 @@ class Bench(StandInDesktop):
         if self._freeze > self.limit:
             problems.append(f"the window did not answer for {self._freeze:.0f} ms")
         calls = self.calls()
-        hit = next((str(call) for call in calls if any(rule in call.rule for rule in rules)), "")
-        return Run(scenario, rules, problems, _counted(calls), self._before, self.state(), hit, self._freeze)
+        reached = {rule: str(call) for call in reversed(calls) for rule in call.rule.split("; ") if rule in rules}
+        hit = next((str(call) for call in calls if str(call) in reached.values()), "")
+        return Run(scenario, rules, problems, _counted(calls), self._before, self.state(), hit, self._freeze, reached)
 
     def _use(self, work: "Scenario") -> list[str]:
         if not self.follow(lambda: self.window() and self._is_started()):
