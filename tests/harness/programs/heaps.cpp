@@ -1,5 +1,5 @@
-// Tells what the heaps of the process that it is loaded into hold: C:\\heaps.txt has a line for each heap, with the number of
-// its used blocks and their bytes. It does not stay loaded, so that it can be loaded again.
+// Tells what the heaps of the process that it is loaded into hold: C:\heaps.txt has a line for each heap, with the number
+// of its used blocks and their bytes. It does not stay loaded, so that it can be loaded again.
 #include <windows.h>
 
 #include <cstdio>
