@@ -20,7 +20,7 @@ class FaultCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.begun = time.monotonic()
-        cls.bench = cls.enterClassContext(Bench(cls.__name__.lower()))
+        cls.bench = cls.enterClassContext(Bench(f"faults-{cls.__name__.lower()}"))
         cls.bench.set_up_profile()
         cls.cleans = {}
 

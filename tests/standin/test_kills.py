@@ -13,7 +13,7 @@ AT_LEAST = 4
 class KillCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.bench = cls.enterClassContext(Bench(cls.__name__.lower()))
+        cls.bench = cls.enterClassContext(Bench(f"kills-{cls.__name__.lower()}"))
         cls.bench.set_up_profile()
         cls.cleans = {}
 
