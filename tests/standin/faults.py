@@ -202,9 +202,17 @@ class Log:
         RESULTS.mkdir(parents=True, exist_ok=True)
         self.kind, self._place = kind, RESULTS / f"{kind}.jsonl"
         self._file = self._place.open("a" if goes_on else "w")
+        self._fine = {one["fault"] for one in self._found() if not one["problems"]}
+
+    def _found(self) -> list[dict]:
+        return [one for line in self._place.read_text().splitlines() for one in json.loads(line)["found"]]
+
+    def still_open(self, fault: Fault) -> Fault | None:
+        rules = [rule for rule in fault.rule.split("; ") if str(Fault(fault.scenario, rule)) not in self._fine]
+        return fault._replace(rule="; ".join(rules)) if rules else None
 
     def add(self, found: list[Outcome], took: float) -> None:
-        self._file.write(json.dumps({"runs": len(found), "took": round(took, 2), "found": [
+        self._file.write(json.dumps({"took": round(took, 2), "found": [
             {"fault": str(fault), "problems": problems, "hit": hit} for fault, problems, hit in found]}) + "\n")
         self._file.flush()
         for fault, problems, hit in found:
@@ -212,12 +220,11 @@ class Log:
                 print(f"{fault}\n    {problems}\n    {hit}", flush=True)
 
     def report(self, planned: int) -> int:
-        rows = [json.loads(line) for line in self._place.read_text().splitlines()]
-        found = [one for row in rows for one in row["found"]]
+        found = list({one["fault"]: one for one in self._found()}.values())
         made = [one for one in found if one["hit"]]
         scenarios = Counter(one["fault"].partition(":")[0] for one in made)
         wrong = [one for one in found if one["problems"]]
-        lines = [f"{self.kind}: {len(rows)} of {planned} turns, {len(made)} calls reached, of "
+        lines = [f"{self.kind}: {len(found)} of {planned}, {len(made)} of them reached, of "
                  f"{len({one['fault'].split()[1] for one in made})} functions: "
                  + ", ".join(f"{scenario} {count}" for scenario, count in scenarios.items()),
                  f"{len(wrong)} with something wrong, {len(found) - len(made)} whose call was not made"]
@@ -227,8 +234,8 @@ class Log:
         return 1 if wrong else 0
 
 
-def whole_loop(kind: str, workers: int, seconds: float, first: int) -> int:
-    log = Log(kind, first > 0)
+def whole_loop(kind: str, workers: int, seconds: float, goes_on: bool) -> int:
+    log = Log(kind, goes_on)
     todo, done, recorded, known = (multiprocessing.Queue() for _ in range(4))
     processes = [multiprocessing.Process(target=_work, args=(kind, n, todo, done, recorded, known)) for n in range(workers)]
     for process in processes:
@@ -239,14 +246,16 @@ def whole_loop(kind: str, workers: int, seconds: float, first: int) -> int:
     plans = [loops()[kind].plan(clean) for clean in cleans.values()]
     depth = max(map(len, plans))
     faults = [fault for place in range(depth) for rounds in plans for fault in (rounds[place] if place < len(rounds) else [])]
-    print(f"{kind}: {sum(fault.rule.count('; ') + 1 for fault in faults)} in {len(faults)} turns", flush=True)
-    _all(faults[first:], 2 * workers, time.monotonic() + seconds, todo, done, log)
+    planned = sum(fault.rule.count("; ") + 1 for fault in faults)
+    left = [rest for fault in faults if (rest := log.still_open(fault))]
+    print(f"{kind}: {planned} in {len(faults)} turns; {len(left)} turns left", flush=True)
+    _all(left, 2 * workers, time.monotonic() + seconds, todo, done, log)
     for _ in processes:
         todo.put(None)
     for process in processes:
         process.join(60)
         process.terminate()
-    return log.report(len(faults))
+    return log.report(planned)
 
 
 def _all(faults: list[Fault], at_a_time: int, end: float, todo, done, log: Log) -> None:
@@ -280,13 +289,13 @@ def main() -> int:
     reader = argparse.ArgumentParser(description=__doc__)
     reader.add_argument("--only", choices=["calls", "memory", "kills"])
     reader.add_argument("--seconds", type=float, default=3 * 3600, help="how long new runs are begun")
-    reader.add_argument("--first", type=int, default=0, help="goes on with a loop that was cut short after so many runs")
+    reader.add_argument("--go-on", action="store_true", help="goes on with a loop that was cut short")
     reader.add_argument("--workers", type=int, default=2 * (os.cpu_count() or 1))
     options = reader.parse_args()
     if "QUELLIX_FAULT" in os.environ:
         return one(os.environ["QUELLIX_FAULT"])
     kinds = [options.only] if options.only else ["calls", "memory", "kills"]
-    return max(whole_loop(kind, options.workers, options.seconds, options.first) for kind in kinds)
+    return max(whole_loop(kind, options.workers, options.seconds, options.go_on) for kind in kinds)
 
 
 if __name__ == "__main__":

@@ -33,6 +33,7 @@ SECRET = b"what nobody is to read " * 40
 BM_CLICK, WM_COMMAND, WM_NULL, IDOK, LB_SETCURSEL, LB_GETCOUNT = 0x00F5, 0x0111, 0, 1, 0x0186, 0x018B
 PATIENCE = 20  # seconds in which the program could have run
 ANSWER_MS = 200
+SLOW = "the window did not answer"
 QUICK = "clock 100"  # a second's pause after each item takes ten milliseconds
 EXITS = (0, 1)  # 1: it has told that it cannot show its window
 
@@ -263,9 +264,16 @@ class Bench(StandInDesktop):
 
     def run(self, scenario: str, *rules: str, clean: "Run | None" = None, restored: bool = True) -> Run:
         """Restores the profile, does what the scenario does under the rules, and looks what is wrong afterwards."""
+        slow = None
         for _ in range(3):
             with contextlib.suppress(Stuck):
-                return self._run(scenario, rules, clean, restored)
+                run = self._run(scenario, rules, clean, restored)
+                # On a busy machine others, for example the X server, may have been waited for; the program's own wait comes again.
+                if not restored or not run.problems or any(SLOW not in problem for problem in run.problems):
+                    return run
+                slow = run
+        if slow:
+            return slow
         raise AssertionError(f"{scenario} under {rules} stood still three times")
 
     def _run(self, scenario: str, rules: tuple, clean: "Run | None", restored: bool) -> Run:
@@ -293,7 +301,7 @@ class Bench(StandInDesktop):
         for left in (self.home.c / "Quellix").glob("*.tmp"):
             left.unlink()
         if self._freeze > self.limit:
-            problems.append(f"the window did not answer for {self._freeze:.0f} ms")
+            problems.append(f"{SLOW} for {self._freeze:.0f} ms")
         calls = self.calls()
         reached = {rule: str(call) for call in reversed(calls) for rule in call.rule.split("; ") if rule in rules}
         hit = next((str(call) for call in calls if str(call) in reached.values()), "")
