@@ -16,15 +16,24 @@ bool IsCalledTemp(WideView name) {
   return EqualIgnoringCase(name, Wide<"TEMP">()) || EqualIgnoringCase(name, Wide<"TMP">());
 }
 
+// The first of the folders to keep is Windows itself.
+bool HoldsWindows(const TempFolderFacts& facts) {
+  return !facts.keep.empty() && IsSameOrBelow(facts.keep.front(), facts.canonical);
+}
+
 }  // namespace
 
-bool MayClearTempFolder(const TempFolderFacts& facts) {
+bool MayClearTempFolder(const TempFolderFacts& facts) { return RefusalOfTempFolder(facts) == Why::Gone; }
+
+Why RefusalOfTempFolder(const TempFolderFacts& facts) {
   const WideText name = Trim(facts.reported);
-  if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
-  if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
-  if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return false;
-  if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return false;
-  return MayClearFolder(facts);
+  if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">()))
+    return Why::RefusedWindows;
+  if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return Why::RefusedNotNamed;
+  if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return Why::RefusedNoFolder;
+  if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return Why::RefusedShared;
+  const FolderRefusal refusal = RefusalOf(facts);
+  return refusal == FolderRefusal::Kept && HoldsWindows(facts) ? Why::RefusedWindows : WhyOf(refusal);
 }
 
 }  // namespace cleaners

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cleaners/folder_guard.h"
+#include "platform/tally.h"
 #include "platform/wide_text.h"
 
 namespace cleaners {
@@ -19,5 +20,8 @@ struct TempFolderFacts : FolderFacts {
 // one inside the folders that all share unless its own name is TEMP or TMP (a program without rights may set the variable of
 // an administrator), and one that MayClearFolder refuses.
 bool MayClearTempFolder(const TempFolderFacts& facts);
+
+// Why not; Why::Gone where it may.
+Why RefusalOfTempFolder(const TempFolderFacts& facts);
 
 }  // namespace cleaners
