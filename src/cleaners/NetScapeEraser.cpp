@@ -14,6 +14,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -128,7 +129,8 @@ class Emptying final : public FolderVisitor {
  public:
   bool IsOver() override { return StopErase; }
   void AtFile(const Path& path, const FolderEntry& entry) override { static_cast<void>(Wipe(path, entry.size, WipePasses)); }
-  void AtFolder(const Path& path) override { NativeRemoveFolder(path); }
+  void AtFolder(const Path& path) override { Told(NativeRemoveFolder(path), Trace::Folder, path); }
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void Search(const Path& root, FolderVisitor& search) {

@@ -7,6 +7,8 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
+#include "platform/whole_file.h"
 #include "platform/wide_system.h"
 
 namespace cleaners {
@@ -24,7 +26,13 @@ bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTE
 
 void WipeQuietly(const Path& path) {
   quietly([&] {
-    if (IsPlainFile(NativeAttributes(path))) NativeDeleteFile(path);
+    const DWORD attributes = NativeAttributes(path);
+    if (IsPlainFile(attributes)) {
+      const std::uint64_t length = valueOr(std::uint64_t{0}, [&] { return FileLen(path); });
+      Told(NativeDeleteFile(path), Trace::File, path, length);
+    } else if (attributes != INVALID_FILE_ATTRIBUTES) {
+      TellStayed(Trace::File, path, Why::NotPlain);
+    }
   });
 }
 
@@ -35,7 +43,10 @@ void ClearFolder(const Path& folder) {
     if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
     FolderListing listing(folder);
     for (FolderEntry entry; !StopErase && listing.Next(entry);) {
-      if (IsPlainFile(entry.attributes)) NativeDeleteFile(folder / entry.name);
+      if (IsPlainFile(entry.attributes))
+        Told(NativeDeleteFile(folder / entry.name), Trace::File, folder / entry.name, entry.size);
+      else if (!IsFolder(entry.attributes))
+        TellStayed(Trace::File, folder / entry.name, Why::NotPlain);
       DoEventsNowAndThen();
     }
   });

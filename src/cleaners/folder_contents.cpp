@@ -9,6 +9,7 @@
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -16,7 +17,7 @@ using namespace platform;
 namespace {
 
 void RemoveAndLog(const Path& folder) {
-  NativeRemoveFolder(folder);
+  Told(NativeRemoveFolder(folder), Trace::Folder, folder);
   LogCleanResult(AppendBackslash(folder.Shown()).append(Wide<" Erased">()), ResultStamp());
 }
 
@@ -29,6 +30,7 @@ class Clearing final : public FolderVisitor {
   void AtFolder(const Path& path) override {
     if (removeSubFolders_) RemoveAndLog(path);
   }
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 
  private:
   bool removeSubFolders_;

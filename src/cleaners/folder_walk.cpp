@@ -43,7 +43,10 @@ class FolderWalk {
     path_ /= entry_.name;
     // Asked once more: the listing may be minutes old, and a link may have taken the folder's place.
     if (!IsLink(entry_.attributes) && !IsLink(NativeAttributes(path_))) return Enter();
-    if (IsNamedLink(entry_)) visitor_.AtLink(path_);
+    if (IsNamedLink(entry_))
+      visitor_.AtLink(path_);
+    else
+      visitor_.AtOtherLink(path_);
     path_.RemoveName();
   }
 

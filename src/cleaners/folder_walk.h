@@ -21,6 +21,9 @@ class FolderVisitor {
   // A link to a folder: removing it as a folder removes the link alone.
   virtual void AtLink(const Path& path) { AtFolder(path); }
 
+  // A reparse point of another kind, which is left alone: its removal may reach what it leads to.
+  virtual void AtOtherLink(const Path& /*path*/) {}
+
  protected:
   ~FolderVisitor() = default;
 };

@@ -8,6 +8,7 @@
 #include "platform/native_files.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -20,7 +21,10 @@ void ClearAround(const Path& folder, const Path& kept);
 void ClearSubfolder(const Path& path, const FolderEntry& entry, const Path& kept) {
   const Path canonical = Canonical(path);
   if (IsLink(entry.attributes)) {
-    if (IsNamedLink(entry)) NativeRemoveFolder(path);
+    if (IsNamedLink(entry))
+      Told(NativeRemoveFolder(path), Trace::Folder, path);
+    else
+      TellStayed(Trace::Folder, path, Why::Link);
   } else if (!IsSameOrBelow(kept, canonical)) {
     ClearFolderContents(path, true, true);
   } else if (!IsSameOrBelow(canonical, kept)) {

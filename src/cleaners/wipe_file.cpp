@@ -12,6 +12,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 #include "platform/whole_file.h"
 #include "platform/wide_system.h"
 
@@ -66,19 +67,18 @@ PassOutcome Overwrite(const Path& path, std::uint64_t length) {
 RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes) {
   PassOutcome outcome{true, {}};
   for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
+  if (outcome.failure) Told(false, Trace::File, path);  // what the file could not be opened for is the last error
   if (outcome.failure || StopErase) return outcome.failure;
   return failureOf([&] {
-    if (!NativeDeleteFile(path)) RaiseLastError();
+    if (!Told(NativeDeleteFile(path), Trace::File, path, length)) RaiseLastError();
   });
 }
 
 RuntimeError WipeIfThere(const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
   std::uint64_t length = 0;
-  const RuntimeError failure = failureOf([&] {
-    if (passes > 0) length = FileLen(path);
-  });
-  return failure ? failure : Wipe(path, length, passes);
+  const RuntimeError failure = failureOf([&] { length = FileLen(path); });
+  return failure && passes > 0 ? failure : Wipe(path, length, passes);
 }
 
 bool FileExistsFs(const Path& path) {
@@ -94,12 +94,24 @@ void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes)
   if (const RuntimeError failure = Wipe(path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
+namespace {
+
+// By its bare name, which leads to the file where the listed folder is the current one.
+void WipeNamed(WideView listedFolder, const FolderEntry& entry) {
+  const Path path = PathOf(Wide<".">()) / entry.name;
+  if (FileExistsFs(path))
+    WipeFile(path, WipePasses);
+  else
+    TellStayed(Trace::File, WideText(listedFolder).append(entry.name), Why::NotFromHere);
+}
+
+}  // namespace
+
 void WipeMatchingFiles(WideView mask) {
   const std::size_t name = mask.rfind(L'\\') + 1;
   FolderListing listing(PathOf(name == 0 ? Wide<".">() : mask.substr(0, name)), mask.substr(name));
   for (FolderEntry entry; !StopErase && listing.Next(entry);) {
-    if (!IsFolder(entry.attributes) && IsMeantByMask(entry.listedName, mask))
-      WipeFile(PathOf(Wide<".">()) / entry.name, WipePasses);
+    if (!IsFolder(entry.attributes) && IsMeantByMask(entry.listedName, mask)) WipeNamed(mask.substr(0, name), entry);
     DoEventsNowAndThen();
   }
 }
