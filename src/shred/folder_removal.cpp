@@ -10,6 +10,7 @@
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
+#include "platform/told_of_files.h"
 #include "shred/folder_chain.h"
 
 namespace shred {
@@ -36,7 +37,9 @@ void DeleteFilesIn(const Path& folder, WideView mask) {
   FolderListing listing(folder);
   FolderEntry entry;
   while (listing.Next(entry)) {
-    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) NativeDeleteFile(folder / entry.name);
+    // What stays is met again by the removal of the tree, which tells of it.
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask) && NativeDeleteFile(folder / entry.name))
+      TellErased(Trace::File, 1, entry.size);
     DoEventsNowAndThen();
   }
 }
@@ -51,7 +54,7 @@ void RemoveSubfolder(const Path& folder, const FolderEntry& entry) {
   } else if (!IsNamedLink(entry)) {
     return;
   }
-  NativeRemoveFolder(folder);
+  if (NativeRemoveFolder(folder)) TellErased(Trace::Folder);
 }
 
 // Deletes what is read-only too.
@@ -60,16 +63,24 @@ class TreeRemoval final : public cleaners::FolderVisitor {
   bool IsOver() override { return false; }
 
   void AtFile(const Path& path, const FolderEntry& entry) override {
-    if (NativeDeleteFile(path) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeDeleteFile(path);
+    bool isDone = NativeDeleteFile(path);
+    if (!isDone && (entry.attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+      NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+      isDone = NativeDeleteFile(path);
+    }
+    Told(isDone, Trace::File, path, entry.size);
   }
 
   void AtFolder(const Path& path) override {
-    if (NativeRemoveFolder(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeRemoveFolder(path);
+    bool isDone = NativeRemoveFolder(path);
+    if (!isDone && ::GetLastError() == ERROR_ACCESS_DENIED) {
+      NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+      isDone = NativeRemoveFolder(path);
+    }
+    Told(isDone, Trace::Folder, path);
   }
+
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void RemoveFirstSubfolder(const Path& root) {

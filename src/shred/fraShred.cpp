@@ -10,6 +10,8 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
+#include "platform/whole_file.h"
 #include "platform/wide_system.h"
 #include "shred/dropped_files.h"
 #include "shred/folder_removal.h"
@@ -147,6 +149,8 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     return "";
   }
   const Walk walk(*this);
+  BeginTally();
+  const ListeningScope listening(asked_.OfRun());
   DoEvents();
   PbarShred.SetRange(0, run.Count());
   const ReportBurst burst;
@@ -154,11 +158,13 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     const int place = run.Steps();
     const Path path = list.Collection()[static_cast<std::size_t>(place)];
     const Presence before = PresenceOf(path);
+    const std::uint64_t bytes = valueOr(std::uint64_t{0}, [&] { return FileLen(path); });
     RuntimeError failure;
     quietly([&] { failure = ShredFile(path, level.Text()); });
     const Presence after = failure ? PresenceOf(path) : Presence::Gone;
     const ShreddedFile file{.before = before, .after = after, .failure = failure.description};
     run.Add(file, Narrow(path.Shown()));
+    TellOfFile(file, path, bytes);
     if (LeavesTheList(file)) list.MarkGone(place);
     fileHasMore_ |= LeavesTheList(file) && &list == &scheduled_;
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
@@ -176,6 +182,24 @@ void fraShred::ShowStep(int step, int count) {
   PbarShred.SetValue(step);
 }
 
+// A run that follows another one at the same press, or comes in the middle of it, adds to what that one tells.
+void fraShred::BeginTally() {
+  if (walks_ == 1 && !tallyGoesOn_) asked_.Clear();
+  asked_.OfRun().AddLine();
+}
+
+// What is gone and was not overwritten as a whole counts as both. Why the system refuses a file is asked anew: other calls
+// have had their reasons meanwhile.
+void fraShred::TellOfFile(const ShreddedFile& file, const Path& path, std::uint64_t bytes) {
+  const bool isDeleted = file.before == Presence::There && file.after == Presence::Gone;
+  if (isDeleted) TellErased(Trace::File, 1, bytes);
+  Why why = isDeleted && !file.failure.empty() ? Why::NotOverwritten : Why::Gone;
+  if (file.after == Presence::OutOfReach) why = Why::OutOfReach;
+  if (file.after == Presence::There)  // in use also where it has been let go of since
+    why = NativeOpen(path, GENERIC_READ | GENERIC_WRITE | DELETE, 0) ? Why::InUse : WhyOf(::GetLastError());
+  TellStayed(Trace::File, path, why);
+}
+
 void fraShred::AddFolder() {
   const Path folder = addDir_.ShowModal(window_.Window());
   if (!folder.IsEmpty()) folders_.Add(folder);
@@ -188,6 +212,8 @@ std::string fraShred::ShredFolders() {
     return "";
   }
   const Walk walk(*this);
+  BeginTally();
+  const ListeningScope listening(asked_.OfRun());
   int gone = 0;
   std::string refusals;
   const std::vector<Path> folders = folders_.Collection();
@@ -195,6 +221,7 @@ std::string fraShred::ShredFolders() {
     if (!FolderCheck(folder)) continue;
     resumeNext([&] {
       const cleaners::FolderRefusal refusal = ShredFolder(folder);
+      TellStayed(Trace::Folder, folder, cleaners::WhyOf(refusal));
       if (refusal != cleaners::FolderRefusal::None) refusals += " " + NeverShredded(Narrow(folder.Shown()), refusal);
     });
     gone += FolderCheck(folder) ? 0 : 1;
@@ -208,7 +235,9 @@ std::string fraShred::ShredFolders() {
 // Both are told of at the end.
 void fraShred::ShredAll() {
   const std::string ofFolders = ShredFolders();
+  tallyGoesOn_ = !ofFolders.empty();
   const std::string ofFiles = ShredManually();
+  tallyGoesOn_ = false;
   if (!ofFolders.empty() && !ofFiles.empty()) txtMessage.SetText(ofFolders + " " + ofFiles);
 }
 

@@ -1,9 +1,11 @@
 // The panel "Shredder": the manual lists of files and folders, and the scheduled list.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
+#include "platform/asked_log.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
@@ -14,6 +16,7 @@
 #include "shred/fraShred_ids.h"
 #include "shred/frmAddDir.h"
 #include "shred/shred_list.h"
+#include "shred/shred_run.h"
 
 namespace shred {
 using namespace platform;
@@ -40,6 +43,7 @@ class fraShred final : public Panel {
   // Panel
   void LoadEraseSettings() override;
   void KeepSettings() override;
+  void ForgetRuns() override { asked_.Forget(); }
 
  private:
   friend struct PanelForTests;  // which fills the controls as their user would
@@ -59,6 +63,9 @@ class fraShred final : public Panel {
    private:
     fraShred& panel_;
   };
+
+  void BeginTally();
+  static void TellOfFile(const ShreddedFile& file, const Path& path, std::uint64_t bytes);
 
   bool AddFiles(ShredList& list);
   void ClearFiles(ShredList& list);
@@ -90,12 +97,14 @@ class fraShred final : public Panel {
   Label FileCount{*this, IDC_FileCount};
   Label lStat{*this, IDC_lStat};
   ProgressBar PbarShred{*this, IDC_PbarShred};
+  AskedLog asked_{*this, IDC_txtMessage};  // of the last run, which the message line is about
 
   ShredList manual_{lstFileShred};
   ShredList folders_{lstFolder};
   ShredList scheduled_{lstFiles};
   frmAddDir addDir_;
   int walks_ = 0;
+  bool tallyGoesOn_ = false;  // the next run adds to it
   bool fileHasMore_ = false;  // the list's file than the list
 };
 
