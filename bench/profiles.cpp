@@ -26,7 +26,9 @@ constexpr int kKeptPerFolder = 8;
 const char* const kTypedUrlNames = "FIELDSCHEMA.TBL SCHEMACONCAT.TBL SCHEMAVALUE.TBL FIELDSCHEMA.TBL URLFIELDSCHEMA.TBL";
 const char* const kMailNames = "TRASH TRASH.MSF";
 
-std::string Root() { return Narrow(FindSpecialFolder(kProfileFolder).Shown()) + "\\Application Data\\Mozilla\\Profiles"; }
+std::string Root() {
+  return Narrow((FindSpecialFolder(kProfileFolder) / Wide<"Application Data\\Mozilla\\Profiles">()).Shown());
+}
 
 void MakeProfiles(int folders) {
   std::string folder;

@@ -55,7 +55,9 @@ set(WINDOWS_SOURCES
   src/platform/marked_button.cpp
   src/platform/message_box.cpp
   src/platform/message_pump.cpp
+  src/platform/file_itself.cpp
   src/platform/native_files.cpp
+  src/platform/open_folder.cpp
   src/platform/owned_windows.cpp
   src/platform/panel.cpp
   src/platform/plain_key.cpp
@@ -85,6 +87,7 @@ set(WINDOWS_SOURCES
   src/cleaners/temp_clearing.cpp
   src/cleaners/temp_folder.cpp
   src/cleaners/url_cache_walk.cpp
+  src/cleaners/locked_files.cpp
   src/cleaners/wipe_file.cpp
   src/cookies/frmCookie.cpp
   src/cookies/mdCookies.cpp

@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
+
 #include "cleaners/folder_facts.h"
 #include "cleaners/folder_walk.h"
 #include "cleaners/netscape_rules.h"
@@ -55,40 +58,52 @@ Path MozillaRoot() {
   return FindSpecialFolder(kApplicationDataFolder) / Wide<"Mozilla\\Profiles">();
 }
 
-// From the profile's folder down to the one that the target is in. What the profile lies in may lead where it likes.
-bool LeadsThroughALink(const Path& target, const Path& profile) {
-  Path folder = target;
-  do {
-    folder.RemoveName();
-    if (IsLink(NativeAttributes(folder))) return true;
-  } while (!folder.IsRoot() && !(folder == profile));
-  return false;
+// What a cleaner removes, and below which folders it was found.
+struct Collected {
+  FileList list = FileList(1);
+  std::vector<Path> roots;
+};
+
+// The folder of a target as it is now, entered from the profile's folder on and nowhere through a link; none where that
+// leads to it no longer. What the profile lies in may lead where it likes.
+OpenFolder OpenBelow(const Path& root, const Path& folder) {
+  if (folder == root) return OpenForWalk(root);
+  if (folder.IsEmpty() || folder.IsRoot()) return OpenFolder();
+  const OpenFolder above = OpenBelow(root, folder.Parent());
+  return above ? above.Enter(folder) : OpenFolder();
 }
 
-template <class Names>
-void AppendTargets(const Path& profile, const Names& names, FileList& results) {
-  // Whoever registered it, a folder to keep is no profile. Files of known names and the cache go from a profile, not all
-  // that it holds: a system that cannot tell every folder to keep does not put an end to that.
-  if (profile.IsEmpty() || !MayClearFolder(FindFolderFacts(profile, Untold::IsLeftOut))) return;
-  for (const WideView name : names)
-    if (const Path target = profile / name; !LeadsThroughALink(target, profile)) results.push_back(target);
+OpenFolder OpenBelow(const std::vector<Path>& roots, const Path& folder) {
+  for (const Path& root : roots)
+    if (IsSameOrBelow(folder, root))
+      if (OpenFolder opened = OpenBelow(root, folder)) return opened;
+  return OpenFolder();
 }
 
 // What the two registered profiles hold of the targets, unless a stop is asked for and `always` is not.
 template <class Names>
-FileList Collect(const Names& names, bool always) {
-  FileList list(1);
+Collected Collect(const Names& names, bool always) {
+  Collected found;
   DoEvents();
   for (const auto profile : {&CommunicatorProfile, &Netscape6Profile})
     quietly([&] {
-      if (always || !StopErase) AppendTargets(profile(), names, list);
+      const Path folder = always || !StopErase ? profile() : Path();
+      if (folder.IsEmpty() || !IsFolderAndNoLink(NativeAttributes(folder))) return;
+      // Whoever registered it, a folder to keep is no profile. Files of known names and the cache go from a profile, not all
+      // that it holds: a system that cannot tell every folder to keep does not put an end to that.
+      if (!MayClearFolder(FindFolderFacts(folder, Untold::IsLeftOut))) return;
+      found.roots.push_back(folder);
+      for (const WideView name : names) found.list.push_back(folder / name);
     });
-  return list;
+  return found;
 }
 
-void DeleteFiles(const FileList& list) {
-  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) {
-    DeleteFile(list[index], WipePasses);
+// Events have run since the files were found: the folders on the way are entered anew for each.
+void DeleteFiles(const Collected& found) {
+  for (std::size_t index = 1; index < found.list.size() && !StopErase; ++index) {
+    const Path& file = found.list[index];
+    const OpenFolder in = OpenBelow(found.roots, file.Parent());
+    if (in) static_cast<void>(WipeIfThere(in, file, WipePasses));
     DoEventsNowAndThen();
   }
 }
@@ -98,10 +113,10 @@ class FileSearch final : public FolderVisitor {
   FileSearch(WideView nameList, FileList& results) : nameList_(nameList), results_(results) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const Path& path, const FolderEntry& entry) override {
+  void AtFile(const OpenFolder&, const Path& path, const FolderEntry& entry) override {
     if (IsInNameList(entry.listedName, nameList_)) results_.push_back(path);
   }
-  void AtFolder(const Path&) override {}
+  void AtFolder(const OpenFolder&, const Path&) override {}
 
  private:
   WideView nameList_;
@@ -113,11 +128,11 @@ class FolderSearch final : public FolderVisitor {
   FolderSearch(WideView name, FileList& results) : name_(name), results_(results) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const Path&, const FolderEntry&) override {}
-  void AtFolder(const Path& path) override {
+  void AtFile(const OpenFolder&, const Path&, const FolderEntry&) override {}
+  void AtFolder(const OpenFolder&, const Path& path) override {
     if (EqualIgnoringCase(path.Name(), name_)) results_.push_back(path);
   }
-  void AtLink(const Path&) override {}
+  void AtLink(const OpenFolder&, const Path&) override {}
 
  private:
   WideView name_;
@@ -127,32 +142,38 @@ class FolderSearch final : public FolderVisitor {
 class Emptying final : public FolderVisitor {
  public:
   bool IsOver() override { return StopErase; }
-  void AtFile(const Path& path, const FolderEntry& entry) override { static_cast<void>(Wipe(path, entry.size, WipePasses)); }
-  void AtFolder(const Path& path) override { NativeRemoveFolder(path); }
+  void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
+    static_cast<void>(Wipe(in, path, entry.size, WipePasses));
+  }
+  void AtFolder(const OpenFolder& in, const Path& path) override { in.Remove(path); }
 };
 
-void Search(const Path& root, FolderVisitor& search) {
-  if (IsWalkableFolder(root)) WalkFolder(root, search);
+void Search(const Path& root, FolderVisitor& search) { WalkFolder(root, OpenForWalk(root), search); }
+
+template <class Names>
+void EraseFiles(const Names& names, WideView mozillaNames) {
+  Collected found = Collect(names, false);
+  quietly([&] {
+    found.roots.push_back(MozillaRoot());
+    FindFilesByName(found.roots.back(), mozillaNames, found.list);
+  });
+  DeleteFiles(found);
 }
 
 }  // namespace
 
-void NSTypedUrl() {
-  FileList list = Collect(kTypedUrlFiles, false);
-  quietly([&] { FindFilesByName(MozillaRoot(), kTypedUrlNames, list); });
-  DeleteFiles(list);
-}
-
-void CleanNetscapeMail() {
-  FileList list = Collect(kMailFiles, false);
-  quietly([&] { FindFilesByName(MozillaRoot(), kMailNames, list); });
-  DeleteFiles(list);
-}
+void NSTypedUrl() { EraseFiles(kTypedUrlFiles, kTypedUrlNames); }
+void CleanNetscapeMail() { EraseFiles(kMailFiles, kMailNames); }
 
 void CleanNescapeCache() {
-  FileList list = Collect(kCacheFolders, true);
-  quietly([&] { FindFoldersByName(MozillaRoot(), Wide<"cache">(), list); });
-  for (std::size_t index = 1; index < list.size() && !StopErase; ++index) ClearDirectory(list[index]);
+  Collected found = Collect(kCacheFolders, true);
+  quietly([&] {
+    found.roots.push_back(MozillaRoot());
+    FindFoldersByName(found.roots.back(), Wide<"cache">(), found.list);
+  });
+  Emptying emptying;
+  for (std::size_t index = 1; index < found.list.size() && !StopErase; ++index)
+    WalkFolder(found.list[index], OpenBelow(found.roots, found.list[index]), emptying);
 }
 
 void FindFilesByName(const Path& root, WideView nameList, FileList& results) {
@@ -165,7 +186,7 @@ void FindFoldersByName(const Path& root, WideView name, FileList& results) {
   Search(root, search);
 }
 
-void DeleteFile(const Path& path, const std::int16_t& passes) { static_cast<void>(WipeIfThere(path, passes)); }
+void DeleteFile(const Path& path, const std::int16_t& passes) { static_cast<void>(WipeIfThere(OpenFolder(), path, passes)); }
 
 void ClearDirectory(const Path& folder) {
   Emptying emptying;

@@ -1,9 +1,10 @@
 #include "cleaners/OperaClean.h"
 
+#include "cleaners/locked_files.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
 #include "platform/message_pump.h"
-#include "platform/native_files.h"
+#include "platform/open_folder.h"
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
@@ -16,26 +17,25 @@ namespace {
 
 constexpr char kOperaKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Opera.exe";
 
-// What a plain listing passes over, and with it the cleaners.
-constexpr DWORD kNotPlain =
-    FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_READONLY;
+// What a plain listing passes over, and with it the cleaners, and links.
+constexpr DWORD kNotPlain = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                            FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT;
 
 bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotPlain) == 0; }
 
 void WipeQuietly(const Path& path) {
   quietly([&] {
-    if (IsPlainFile(NativeAttributes(path))) NativeDeleteFile(path);
+    if (IsPlainFile(NativeAttributes(path))) TryWhileLocked([&] { return NativeDeleteFile(path); });
   });
 }
 
 // The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
 void ClearFolder(const Path& folder) {
   quietly([&] {
-    const DWORD attributes = NativeAttributes(folder);
-    if (!IsFolderAndNoLink(attributes) || (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
-    FolderListing listing(folder);
-    for (FolderEntry entry; !StopErase && listing.Next(entry);) {
-      if (IsPlainFile(entry.attributes)) NativeDeleteFile(folder / entry.name);
+    if ((NativeAttributes(folder) & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
+    OpenFolder opened(folder);
+    for (FolderEntry entry; !StopErase && opened.IsStillAt(folder, folder) && opened.Next(entry);) {
+      if (IsPlainFile(entry.attributes)) TryWhileLocked([&] { return opened.Delete(folder / entry.name); });
       DoEventsNowAndThen();
     }
   });

@@ -1,6 +1,7 @@
 #include "cleaners/folder_contents.h"
 
 #include <string>
+#include <utility>
 
 #include "cleaners/clean_log.h"
 #include "cleaners/folder_walk.h"
@@ -15,8 +16,7 @@ using namespace platform;
 
 namespace {
 
-void RemoveAndLog(const Path& folder) {
-  NativeRemoveFolder(folder);
+void LogErased(const Path& folder) {
   LogCleanResult(AppendBackslash(folder.Shown()).append(Wide<" Erased">()), ResultStamp());
 }
 
@@ -25,9 +25,13 @@ class Clearing final : public FolderVisitor {
   explicit Clearing(bool removeSubFolders) : removeSubFolders_(removeSubFolders) {}
 
   bool IsOver() override { return StopErase; }
-  void AtFile(const Path& path, const FolderEntry& entry) override { WipeListedFile(path, entry.size, WipePasses); }
-  void AtFolder(const Path& path) override {
-    if (removeSubFolders_) RemoveAndLog(path);
+  void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
+    WipeListedFile(in, path, entry.size, WipePasses);
+  }
+  void AtFolder(const OpenFolder& in, const Path& path) override {
+    if (!removeSubFolders_) return;
+    in.Remove(path);
+    LogErased(path);
   }
 
  private:
@@ -37,11 +41,14 @@ class Clearing final : public FolderVisitor {
 }  // namespace
 
 void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFolders) {
+  OpenFolder opened = OpenForWalk(folder);  // before events run: what was judged is what is cleared
   DoEvents();
-  if (!IsWalkableFolder(folder)) return;
+  if (!opened) return;
   Clearing clearing(removeSubFolders);
-  WalkFolder(folder, clearing);
-  if (removeFolder && !StopErase) RemoveAndLog(folder);
+  const bool isDone = WalkFolder(folder, std::move(opened), clearing);
+  if (!removeFolder || StopErase) return;
+  if (isDone) NativeRemoveFolder(folder);
+  LogErased(folder);
 }
 
 }  // namespace cleaners

@@ -1,9 +1,10 @@
-// The walk keeps one open listing per level on a stack of its own, so that neither deep trees nor folders with thousands
-// of subfolders cost more than their entries, and a name that cannot be deleted is met once.
+// The walk keeps one open folder per level on a stack of its own, so that neither deep trees nor folders with thousands
+// of subfolders cost more than their entries, and a name that cannot be deleted is met once. A level holds no path, and of
+// its listing no more than what is still to come.
 #include "cleaners/folder_walk.h"
 
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cleaners/listed_names.h"
@@ -16,22 +17,23 @@ namespace {
 
 class FolderWalk {
  public:
-  FolderWalk(const Path& root, FolderVisitor& visitor) : visitor_(visitor), path_(root) {}
+  FolderWalk(const Path& root, OpenFolder opened, FolderVisitor& visitor) : visitor_(visitor), root_(root), path_(root) {
+    if (opened) levels_.push_back(std::move(opened));
+  }
 
-  void Run() {
-    Enter();
+  bool Run() {
     while (!levels_.empty() && !visitor_.IsOver()) Step();
+    return isDone_;
   }
 
  private:
-  void Enter() { levels_.push_back(std::make_unique<FolderListing>(path_)); }
-
   void Step() {
-    if (!levels_.back()->Next(entry_)) {
+    if (!levels_.back().IsStillAt(path_, root_)) return Abandon();
+    if (!levels_.back().Next(entry_)) {
       Leave();
     } else if (!IsFolder(entry_.attributes)) {
       path_ /= entry_.name;
-      visitor_.AtFile(path_, entry_);
+      visitor_.AtFile(levels_.back(), path_, entry_);
       path_.RemoveName();
     } else if (!IsDoneWith(entry_.name)) {
       Descend();
@@ -41,17 +43,35 @@ class FolderWalk {
 
   void Descend() {
     path_ /= entry_.name;
-    // Asked once more: the listing may be minutes old, and a link may have taken the folder's place.
-    if (!IsLink(entry_.attributes) && !IsLink(NativeAttributes(path_))) return Enter();
-    if (IsNamedLink(entry_)) visitor_.AtLink(path_);
+    if (!IsLink(entry_.attributes)) {
+      // None where the listing is out of date and a link has taken the folder's place.
+      if (OpenFolder subfolder = levels_.back().Enter(path_)) {
+        levels_.back().Rest();
+        levels_.push_back(std::move(subfolder));
+        return;
+      }
+    } else if (IsNamedLink(entry_)) {
+      visitor_.AtLink(levels_.back(), path_);
+    }
     path_.RemoveName();
   }
 
   void Leave() {
-    levels_.pop_back();  // closes the listing; a folder that is being listed cannot be removed
-    if (levels_.empty()) return;
-    if (!visitor_.IsOver()) visitor_.AtFolder(path_);
+    OpenFolder done = std::move(levels_.back());
+    levels_.pop_back();
+    if (levels_.empty()) {
+      isDone_ = true;
+      return;
+    }
+    levels_.back().TakeOverFrom(done);
+    done = OpenFolder();  // an open folder cannot be removed
+    if (!visitor_.IsOver()) visitor_.AtFolder(levels_.back(), path_);
     path_.RemoveName();
+  }
+
+  void Abandon() {
+    levels_.pop_back();
+    if (!levels_.empty()) path_.RemoveName();
   }
 
   // The two entries that every folder has; the walk has done with them from the start.
@@ -62,15 +82,21 @@ class FolderWalk {
   }
 
   FolderVisitor& visitor_;
-  std::vector<std::unique_ptr<FolderListing>> levels_;
+  const Path& root_;
+  std::vector<OpenFolder> levels_;
   Path path_;  // the folder being listed
   FolderEntry entry_;
+  bool isDone_ = false;
 };
 
 }  // namespace
 
-bool IsWalkableFolder(const Path& folder) { return !folder.IsRoot() && IsFolderAndNoLink(NativeAttributes(folder)); }
+OpenFolder OpenForWalk(const Path& folder) {
+  return folder.IsEmpty() || folder.IsRoot() ? OpenFolder() : OpenFolder(folder);
+}
 
-void WalkFolder(const Path& walkableFolder, FolderVisitor& visitor) { FolderWalk(walkableFolder, visitor).Run(); }
+bool WalkFolder(const Path& folder, OpenFolder opened, FolderVisitor& visitor) {
+  return FolderWalk(folder, std::move(opened), visitor).Run();
+}
 
 }  // namespace cleaners

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "cleaners/clean_log.h"
+#include "cleaners/locked_files.h"
 #include "cleaners/mask_ending.h"
 #include "cleaners/wipe_fill.h"
 #include "cleaners/wipe_state.h"
 #include "platform/handles.h"
 #include "platform/message_pump.h"
-#include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/whole_file.h"
@@ -38,14 +38,17 @@ struct PassOutcome {
   RuntimeError failure;
 };
 
-PassOutcome Overwrite(const Path& path, std::uint64_t length) {
+PassOutcome Overwrite(const OpenFolder& in, const Path& path, std::uint64_t length) {
   std::srand(::GetTickCount());  // once for both: a second time in the same tick would make the second like the first
   const char a = NextFillCharacter();
   const FillBlocks blocks = MakeFillBlocks(a, NextFillCharacter());
   UniqueFile file;
   const RuntimeError failure = failureOf([&] {
-    file = NativeOpenForWriting(path);
-    if (!file) RaiseLastError();
+    const bool opened = TryWhileLocked([&] {
+      file = in.Open(path, GENERIC_WRITE, 0);
+      return static_cast<bool>(file);
+    });
+    if (!opened) RaiseLastError();
   });
   if (failure) return {false, failure};
   const std::uint64_t kilobytes = length / 1024;
@@ -63,22 +66,22 @@ PassOutcome Overwrite(const Path& path, std::uint64_t length) {
 
 }  // namespace
 
-RuntimeError Wipe(const Path& path, std::uint64_t length, std::int16_t passes) {
+RuntimeError Wipe(const OpenFolder& in, const Path& path, std::uint64_t length, std::int16_t passes) {
   PassOutcome outcome{true, {}};
-  for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(path, length);
+  for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(in, path, length);
   if (outcome.failure || StopErase) return outcome.failure;
   return failureOf([&] {
-    if (!NativeDeleteFile(path)) RaiseLastError();
+    if (!TryWhileLocked([&] { return in.Delete(path); })) RaiseLastError();
   });
 }
 
-RuntimeError WipeIfThere(const Path& path, std::int16_t passes) {
+RuntimeError WipeIfThere(const OpenFolder& in, const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
   std::uint64_t length = 0;
   const RuntimeError failure = failureOf([&] {
     if (passes > 0) length = FileLen(path);
   });
-  return failure ? failure : Wipe(path, length, passes);
+  return failure ? failure : Wipe(in, path, length, passes);
 }
 
 bool FileExistsFs(const Path& path) {
@@ -87,11 +90,12 @@ bool FileExistsFs(const Path& path) {
 }
 
 void WipeFile(const Path& path, std::int16_t passes) {
-  if (const RuntimeError failure = WipeIfThere(path, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
+  if (const RuntimeError failure = WipeIfThere(OpenFolder(), path, passes))
+    LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
-void WipeListedFile(const Path& path, std::uint64_t length, std::int16_t passes) {
-  if (const RuntimeError failure = Wipe(path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
+void WipeListedFile(const OpenFolder& in, const Path& path, std::uint64_t length, std::int16_t passes) {
+  if (const RuntimeError failure = Wipe(in, path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
 void WipeMatchingFiles(WideView mask) {

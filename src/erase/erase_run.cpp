@@ -1,5 +1,6 @@
 #include "erase/erase_run.h"
 
+#include "cleaners/locked_files.h"
 #include "erase/run_in_progress.h"
 #include "platform/runtime_error.h"
 #include "platform/text_value.h"
@@ -62,6 +63,7 @@ bool RunFromButton(EraseRunHost& host, const char* nothingSelected) {
 }
 
 void Run(EraseRunHost& host) {
+  cleaners::LockedFiles.BeginRun();
   resumeNext([&] { host.View().ClearLog(); });
   resumeNext([&] { host.SetStatusText("Please Wait .."); });
   resumeNext([&] { CloseBrowsersForSchedule(host); });

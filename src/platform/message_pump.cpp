@@ -8,6 +8,7 @@ namespace {
 
 MessageTranslator messageTranslator = nullptr;
 DWORD lastLook = 0;
+unsigned looks = 0;
 
 // Long enough that the look costs a walk nothing, short enough that a click is answered at once.
 constexpr DWORD kLookEvery = 30;
@@ -31,7 +32,10 @@ void DoEvents() {
   MSG message;
   while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) Process(message);
   lastLook = ::GetTickCount();
+  ++looks;
 }
+
+unsigned EventsRun() { return looks; }
 
 void DoEventsNowAndThen() {
   if (::GetTickCount() - lastLook >= kLookEvery) DoEvents();

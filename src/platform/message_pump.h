@@ -20,6 +20,9 @@ void DoEvents();
 // DoEvents, but at most about thirty times a second: for loops whose single step is shorter than a look at the queue.
 void DoEventsNowAndThen();
 
+// How many times events have run: while it stays the same, nothing that an event does can have happened.
+unsigned EventsRun();
+
 // Sleeps until an event arrives or the milliseconds are over, then processes what is in the queue.
 void WaitForEvents(std::uint32_t milliseconds);
 

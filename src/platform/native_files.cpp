@@ -40,7 +40,7 @@ void CopyEntry(const WIN32_FIND_DATAA& from, WIN32_FIND_DATAW& to) {
 }
 
 // A folder needs no access for what is asked of it here.
-UniqueFile OpenFolder(const Path& folder) {
+UniqueFile OpenToAsk(const Path& folder) {
   if (!UsesWideNames()) return UniqueFile();
   return UniqueFile(late::CreateFileWide(folder.Native().c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                          nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
@@ -116,6 +116,12 @@ bool IsNamedLink(const FolderEntry& entry) {
   return IsLink(entry.attributes) && (entry.linkTag & kNameSurrogate) != 0;
 }
 
+bool IsNamedLinkAt(const Path& path) {
+  FolderListing listing(path.Parent(), path.Name());
+  FolderEntry entry;
+  return listing.Next(entry) && IsNamedLink(entry);
+}
+
 bool NativeDeleteFile(const Path& path) {
   return (UsesWideNames() ? late::DeleteFileWide(path.Native().c_str()) : ::DeleteFileA(AnsiForm(path).c_str())) != 0;
 }
@@ -140,25 +146,34 @@ UniqueFile NativeOpenForWriting(const Path& path) { return NativeOpen(path, GENE
 UniqueFile NativeCreate(const Path& path) { return Open(path, GENERIC_WRITE, 0, CREATE_ALWAYS); }
 
 std::optional<FolderIdentity> NativeIdentity(const Path& folder) {
-  const UniqueFile opened = OpenFolder(folder);
+  const UniqueFile opened = OpenToAsk(folder);
+  return opened ? IdentityOf(opened.get()) : std::nullopt;
+}
+
+std::optional<FolderIdentity> IdentityOf(HANDLE opened) {
   BY_HANDLE_FILE_INFORMATION found;
-  if (!opened || !::GetFileInformationByHandle(opened.get(), &found)) return {};
+  if (!::GetFileInformationByHandle(opened, &found)) return {};
   if (found.nFileIndexHigh == 0 && found.nFileIndexLow == 0) return {};  // a file system that numbers nothing
   return FolderIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
 }
 
 Path NativeFinalPath(const Path& folder) {
-  const UniqueFile opened = OpenFolder(folder);
-  if (!opened || !late::GetFinalPathNameByHandle) return {};
+  const UniqueFile opened = OpenToAsk(folder);
+  return opened ? FinalPathOf(opened.get()) : Path();
+}
+
+Path FinalPathOf(HANDLE opened) {
+  if (!late::GetFinalPathNameByHandle) return {};
   return SpelledPath(TextOf<wchar_t>(
       [](wchar_t* text, DWORD size, const void* handle) -> DWORD {
         return late::GetFinalPathNameByHandle(const_cast<void*>(handle), text, size, 0);
       },
-      opened.get()));
+      opened));
 }
 
 FolderListing::FolderListing(const Path& folder, WideView mask) {
   if (!folder.IsEmpty()) pattern_ = AppendBackslash(folder.Native()).append(mask);
+  length_ = pattern_.size();
 }
 
 bool FolderListing::Read() {
@@ -167,6 +182,7 @@ bool FolderListing::Read() {
   if (UsesWideNames()) {
     if (!first) return late::FindNextFileWide(find_.get(), &data_) != 0;
     find_.reset(late::FindFirstFileWide(pattern_.c_str(), &data_));
+    pattern_ = WideText();
     return static_cast<bool>(find_);
   }
   WIN32_FIND_DATAA ansi = {};  // not every system fills every field
@@ -180,28 +196,31 @@ bool FolderListing::Read() {
   return true;
 }
 
-const wchar_t* FolderListing::UsableName() const {
-  const wchar_t* name = data_.cFileName;
-  const wchar_t* shortName = data_.cAlternateFileName;
+WideView UsableName(WideView name, WideView shortName, bool tooLong) {
   // The two entries of every folder have no short name; a name that only looks like theirs has one.
-  if ((name == Wide<".">() || name == Wide<"..">()) && shortName[0] == L'\0') return name;
-  // Room for a short name in the folder, as the A functions ask for.
-  const bool tooLong = !UsesWideNames() && pattern_.size() + std::wcslen(name) + kShortNameLength >= MAX_PATH;
+  if ((name == Wide<".">() || name == Wide<"..">()) && shortName.empty()) return name;
   if (LeadsToItself(name) && !(tooLong && LeadsToItself(shortName))) return name;
-  return LeadsToItself(shortName) ? shortName : nullptr;
+  return LeadsToItself(shortName) ? shortName : WideView();
+}
+
+WideView FolderListing::Usable() const {
+  const WideView name = data_.cFileName;
+  // Room for a short name in the folder, as the A functions ask for.
+  const bool tooLong = !UsesWideNames() && length_ + name.size() + kShortNameLength >= MAX_PATH;
+  return UsableName(name, data_.cAlternateFileName, tooLong);
 }
 
 bool FolderListing::Next(FolderEntry& entry) {
   if (started_ && !find_) return false;
-  const wchar_t* name = nullptr;
-  while (name == nullptr) {
+  WideView name;
+  while (name.empty()) {
     if (!Read()) {
       const DWORD reason = ::GetLastError();
       find_.reset();
       ::SetLastError(reason);
       return false;
     }
-    name = UsableName();
+    name = Usable();
   }
   entry.name = name;
   entry.listedName = data_.cFileName;

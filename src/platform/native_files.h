@@ -70,6 +70,7 @@ struct FolderEntry {
 // folder removes the name alone. False for a reparse point of any other kind, a cloud folder for example, and where no kind
 // is told: there the removal may reach the target.
 bool IsNamedLink(const FolderEntry& entry);
+bool IsNamedLinkAt(const Path& path);  // false for what is no link
 
 // Tells whether two paths lead to one folder. Nothing on Windows 9x, for a missing folder and where folders have no number.
 struct FolderIdentity {
@@ -77,9 +78,16 @@ struct FolderIdentity {
   friend bool operator==(const FolderIdentity&, const FolderIdentity&) = default;
 };
 std::optional<FolderIdentity> NativeIdentity(const Path& folder);
+std::optional<FolderIdentity> IdentityOf(HANDLE opened);
 
-// The folder's path with every link on the way followed; empty for a missing one and on systems before Windows Vista.
+// The folder's path with every link on the way followed; empty for a missing one and on systems before Windows Vista. The
+// same of what is open.
 Path NativeFinalPath(const Path& folder);
+Path FinalPathOf(HANDLE opened);
+
+// What a path has to hold for an entry that a listing names: its name, or its short name where the name leads elsewhere or
+// is too long; empty when neither leads to it. The two entries of every folder keep their names.
+WideView UsableName(WideView name, WideView shortName, bool tooLong = false);
 
 // One folder's entries, or those that a mask picks, in the system's order, hidden ones included, "." and ".." as well. An
 // entry that no path leads to is left out: it has a name that means something else in a path, and no short name.
@@ -93,9 +101,10 @@ class FolderListing {
 
  private:
   bool Read();
-  const wchar_t* UsableName() const;  // null when it has none
+  WideView Usable() const;
 
-  WideText pattern_;  // empty for an empty path
+  WideText pattern_;        // empty for an empty path, and once the listing has begun
+  std::size_t length_ = 0;  // of the pattern
   UniqueFind find_;
   WIN32_FIND_DATAW data_ = {};
   bool started_ = false;

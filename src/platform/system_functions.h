@@ -6,6 +6,7 @@
 
 #include <commdlg.h>
 #include <shellapi.h>
+#include <winternl.h>
 
 namespace platform {
 
@@ -125,6 +126,16 @@ inline const LateFunction<LONG(WINAPI*)(HKEY, DWORD, LPWSTR, DWORD*, DWORD*, LPW
 
 // The NT family.
 inline const LateFunction<LONG(WINAPI*)(HKEY)> NtDeleteKey{"ntdll.dll", "NtDeleteKey"};
+inline const LateFunction<LONG(WINAPI*)(HANDLE*, ACCESS_MASK, OBJECT_ATTRIBUTES*, IO_STATUS_BLOCK*, ULONG, ULONG)>
+    NtOpenFile{"ntdll.dll", "NtOpenFile"};
+inline const LateFunction<LONG(WINAPI*)(HANDLE, HANDLE, void*, void*, IO_STATUS_BLOCK*, void*, ULONG, ULONG, ULONG,
+                                        UNICODE_STRING*, ULONG)>
+    NtQueryDirectoryFile{"ntdll.dll", "NtQueryDirectoryFile"};
+inline const LateFunction<LONG(WINAPI*)(HANDLE, IO_STATUS_BLOCK*, void*, ULONG, ULONG)> NtQueryInformationFile{
+    "ntdll.dll", "NtQueryInformationFile"};
+inline const LateFunction<LONG(WINAPI*)(HANDLE, IO_STATUS_BLOCK*, void*, ULONG, ULONG)> NtSetInformationFile{
+    "ntdll.dll", "NtSetInformationFile"};
+inline const LateFunction<ULONG(WINAPI*)(LONG)> RtlNtStatusToDosError{"ntdll.dll", "RtlNtStatusToDosError"};
 
 // Windows 2000.
 inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, DWORD)> GetVolumePathName{"kernel32.dll", "GetVolumePathNameW"};

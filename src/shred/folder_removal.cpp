@@ -1,14 +1,15 @@
 #include "shred/folder_removal.h"
 
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "cleaners/folder_facts.h"
 #include "cleaners/folder_guard.h"
 #include "cleaners/folder_walk.h"
+#include "cleaners/locked_files.h"
 #include "cleaners/mask_ending.h"
 #include "platform/message_pump.h"
-#include "platform/native_files.h"
+#include "platform/open_folder.h"
 #include "platform/runtime_error.h"
 #include "shred/folder_chain.h"
 
@@ -18,40 +19,52 @@ using cleaners::FolderRefusal;
 
 namespace {
 
-// Why a folder stays as it is; as of what is no folder also where the system lacks a function that would tell which folders
-// to keep.
-FolderRefusal RefusalOf(const Path& folder) {
-  if (folder.IsRoot()) return FolderRefusal::Root;
-  if (IsLink(NativeAttributes(folder))) return FolderRefusal::Link;
+// A folder that may be removed, opened before it is judged, so that what is removed is what was judged; or why it stays as
+// it is. As of what is no folder also where the system lacks a function that would tell which folders to keep.
+struct Removable {
+  OpenFolder opened;
   FolderRefusal refusal = FolderRefusal::NoFolder;
-  resumeNext([&] {
-    if (cleaners::IsWalkableFolder(folder)) refusal = cleaners::RefusalOf(cleaners::FindFolderFacts(folder));
-  });
-  return refusal;
+};
+
+Removable OpenRemovable(const Path& folder) {
+  Removable found;
+  if (folder.IsRoot()) {
+    found.refusal = FolderRefusal::Root;
+  } else if (IsLink(NativeAttributes(folder))) {
+    found.refusal = FolderRefusal::Link;
+  } else if (OpenFolder opened = cleaners::OpenForWalk(folder)) {
+    resumeNext([&] { found.refusal = cleaners::RefusalOf(cleaners::FindFolderFacts(folder)); });
+    if (found.refusal == FolderRefusal::None) found.opened = std::move(opened);
+  }
+  return found;
 }
 
-bool IsRemovableFolder(const Path& folder) { return RefusalOf(folder) == FolderRefusal::None; }
-
-void DeleteFilesIn(const Path& folder, WideView mask) {
-  FolderListing listing(folder);
+// `from` is the folder that the user has named; `folder` is it or lies in it.
+void DeleteFilesIn(OpenFolder& opened, const Path& folder, const Path& from, WideView mask) {
   FolderEntry entry;
-  while (listing.Next(entry)) {
-    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) NativeDeleteFile(folder / entry.name);
+  opened.StartOver(folder);
+  while (opened.IsStillAt(folder, from) && opened.Next(entry)) {
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) opened.Delete(folder / entry.name);
     DoEventsNowAndThen();
   }
 }
 
-void RemoveSubfolder(const Path& folder, const FolderEntry& entry) {
-  // Asked once more: a link may have taken the folder's place since it was listed.
-  if (!IsLink(entry.attributes) && !IsLink(NativeAttributes(folder))) {
-    NativeSetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
+void RemoveSubfolder(OpenFolder& root, const Path& from, const FolderEntry& entry) {
+  const Path folder = from / entry.name;
+  if (!IsLink(entry.attributes)) {
+    OpenFolder opened = root.Enter(folder);
+    if (!opened) return;  // a link may have taken its place since it was listed
+    const DWORD attributes = NativeAttributes(folder);
+    root.SetAttributes(folder, FILE_ATTRIBUTE_NORMAL);
     for (const WideView mask : {Wide<"*.gif">(), Wide<"*.htm">(), Wide<"*.cab">(), Wide<"*.jpg">(), Wide<"*.css">(),
                                 Wide<"*.swf">(), Wide<"*">(), Wide<"*.*">()})
-      DeleteFilesIn(folder, mask);
-  } else if (!IsNamedLink(entry)) {
-    return;
+      DeleteFilesIn(opened, folder, from, mask);
+    if (!opened.IsStillAt(folder, from)) return;
+    opened = OpenFolder();  // an open one cannot be removed
+    if (!root.Remove(folder) && attributes != INVALID_FILE_ATTRIBUTES) root.SetAttributes(folder, attributes);
+  } else if (IsNamedLink(entry)) {
+    root.Remove(folder);
   }
-  NativeRemoveFolder(folder);
 }
 
 // Deletes what is read-only too.
@@ -59,38 +72,40 @@ class TreeRemoval final : public cleaners::FolderVisitor {
  public:
   bool IsOver() override { return false; }
 
-  void AtFile(const Path& path, const FolderEntry& entry) override {
-    if (NativeDeleteFile(path) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeDeleteFile(path);
+  void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
+    const auto deletes = [&] { return in.Delete(path); };
+    if (cleaners::TryWhileLocked(deletes) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
+    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    if (!cleaners::TryWhileLocked(deletes)) in.SetAttributes(path, entry.attributes);
   }
 
-  void AtFolder(const Path& path) override {
-    if (NativeRemoveFolder(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
-    NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    NativeRemoveFolder(path);
+  void AtFolder(const OpenFolder& in, const Path& path) override {
+    if (in.Remove(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
+    const DWORD attributes = NativeAttributes(path);
+    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+    if (!in.Remove(path) && attributes != INVALID_FILE_ATTRIBUTES) in.SetAttributes(path, attributes);
   }
 };
 
-void RemoveFirstSubfolder(const Path& root) {
-  FolderListing listing(root);
+void RemoveFirstSubfolder(OpenFolder& opened, const Path& root) {
   FolderEntry entry;
-  bool over = false;
-  while (!over && listing.Next(entry)) {
+  opened.StartOver(root);
+  while (opened.IsStillAt(root, root) && opened.Next(entry)) {
     if (IsFolder(entry.attributes) && entry.name != L"." && entry.name != L"..") {
-      RemoveSubfolder(root / entry.name, entry);
+      RemoveSubfolder(opened, root, entry);
+      DoEvents();
       // The walk and the test whether the subfolder exists share one listing: after the test it names that subfolder alone.
-      over = true;
+      return;
     }
     DoEvents();
   }
 }
 
 // True when the folder itself is gone.
-bool RemoveTree(const Path& root) {
+bool RemoveTree(const Path& root, OpenFolder opened) {
   TreeRemoval removal;
-  cleaners::WalkFolder(root, removal);
-  removal.AtFolder(root);
+  opened.StartOver(root);
+  if (cleaners::WalkFolder(root, std::move(opened), removal)) removal.AtFolder(OpenFolder(), root);
   return NativeAttributes(root) == INVALID_FILE_ATTRIBUTES;
 }
 
@@ -106,18 +121,22 @@ bool FolderCheck(const Path& path, bool create) {
 }
 
 void ClearSubFolders(const Path& folder) {
-  if (IsRemovableFolder(folder)) RemoveFirstSubfolder(folder);
+  Removable found = OpenRemovable(folder);
+  if (found.opened) RemoveFirstSubfolder(found.opened, folder);
 }
 
-bool RemoveFolderTree(const Path& folder) { return IsRemovableFolder(folder) && RemoveTree(folder); }
+bool RemoveFolderTree(const Path& folder) {
+  Removable found = OpenRemovable(folder);
+  return found.opened && RemoveTree(folder, std::move(found.opened));
+}
 
-// Each step judges the folder for itself: events run in the one before.
+// The folder is judged once and stays open through all three steps.
 FolderRefusal ShredFolder(const Path& folder) {
-  const FolderRefusal refusal = RefusalOf(folder);
-  if (refusal != FolderRefusal::None) return refusal;
-  DeleteFilesIn(folder, Wide<"*.*">());
-  ClearSubFolders(folder);
-  RemoveFolderTree(folder);
+  auto [opened, refusal] = OpenRemovable(folder);
+  if (!opened) return refusal;
+  DeleteFilesIn(opened, folder, folder, Wide<"*.*">());
+  RemoveFirstSubfolder(opened, folder);
+  RemoveTree(folder, std::move(opened));
   return FolderRefusal::None;
 }
 

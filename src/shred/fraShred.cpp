@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "cleaners/locked_files.h"
 #include "platform/ErroHandle.h"
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
@@ -129,6 +130,7 @@ std::string fraShred::ShredManually() {
     ShowMessage("File List is Empty", MB_ICONEXCLAMATION);
     return "";
   }
+  cleaners::LockedFiles.BeginRun();
   txtMessage.SetText(MessageBefore(txtLev.Text()));
   if (manual_.Count() > 0) txtMessage.SetText(SecondMessageBefore(txtLevel.Text()));
   std::string outcome = RunShred(manual_, txtLev, nullptr);
@@ -194,6 +196,7 @@ std::string fraShred::ShredFolders() {
     return "";
   }
   const Walk walk(*this);
+  cleaners::LockedFiles.BeginRun();
   int gone = 0;
   std::string refusals;
   const std::vector<Path> folders = folders_.Collection();

@@ -3,10 +3,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
+#include "cleaners/locked_files.h"
 #include "platform/ErroHandle.h"
+#include "platform/file_itself.h"
 #include "platform/handles.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
@@ -38,18 +41,78 @@ class Failures {
   RuntimeError first_;
 };
 
-// What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are let
-// in, and a link's target is not what is deleted afterwards.
-UniqueFile OpenForOverwriting(const Path& path) {
-  if (path.IsEmpty()) Raise(kBadFileName);  // of a device for example
-  const DWORD attributes = NativeAttributes(path);
-  if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
-  if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_REPARSE_POINT)) != 0) Raise(kPermissionDenied);
-  // Shared: what others only look at can be overwritten all the same.
-  UniqueFile file = NativeOpen(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
-  if (!file) RaiseLastError();
-  return file;
-}
+constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // what others only look at can be overwritten all the same
+constexpr DWORD kSharedByAll = kShared | FILE_SHARE_DELETE;
+
+// One file from its opening to its deletion. What was opened is what is deleted, whatever its path leads to by then: a
+// message may be on the screen between the two. On Windows 9x, where no handle deletes, it is the path.
+class Victim {
+ public:
+  explicit Victim(const Path& path) : path_(path) {}
+
+  // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are
+  // let in, and a link's target is not what is deleted afterwards.
+  void Open() {
+    if (path_.IsEmpty()) Raise(kBadFileName);  // of a device for example
+    const DWORD attributes = NativeAttributes(path_);
+    if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
+    isReparsePoint_ = IsLink(attributes);
+    if (isReparsePoint_) Raise(kPermissionDenied);
+    if ((attributes & FILE_ATTRIBUTE_READONLY) == 0 &&
+        cleaners::TryWhileLocked([this] { return OpenWith(DELETE) || OpenWith(0); }))
+      return;
+    const DWORD reason = (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? ERROR_ACCESS_DENIED : ::GetLastError();
+    if (const UniqueFile looked = OpenItself(path_, 0, kSharedByAll)) identity_ = IdentityOf(looked.get());
+    RaiseSystemError(reason);
+  }
+
+  HANDLE Handle() const { return file_.get(); }
+
+  // The bytes reach the disk first: a deletion that overtakes them would leave the old ones there.
+  void Close() {
+    const bool flushed = !file_ || ::FlushFileBuffers(file_.get());
+    const DWORD reason = ::GetLastError();
+    if (!deletes_) file_.reset();
+    if (!flushed) RaiseSystemError(reason);
+  }
+
+  void Delete() {
+    const bool isDone = deletes_ ? DeleteByHandle(file_.get()) : cleaners::TryWhileLocked([this] { return DeleteByPath(); });
+    file_.reset();
+    if (!isDone) RaiseLastError();
+  }
+
+ private:
+  bool OpenWith(DWORD deletion) {
+    if (deletion != 0 && !CanDeleteByHandle()) return false;
+    file_ = OpenItself(path_, GENERIC_WRITE | deletion, kShared);
+    if (!file_) return false;
+    deletes_ = deletion != 0;
+    if (!deletes_) identity_ = IdentityOf(file_.get());
+    return true;
+  }
+
+  // A link goes as one. A reparse point that is a file itself, an offline one for example, stays: it is not overwritten.
+  bool DeleteByPath() {
+    if (!CanDeleteByHandle()) return NativeDeleteFile(path_);
+    if (isReparsePoint_) {
+      if (IsNamedLinkAt(path_)) return NativeDeleteFile(path_);
+      ::SetLastError(ERROR_ACCESS_DENIED);
+      return false;
+    }
+    const UniqueFile again = OpenItself(path_, DELETE, kSharedByAll);
+    if (!again) return false;
+    if (identity_ && IdentityOf(again.get()) == identity_) return DeleteByHandle(again.get());
+    ::SetLastError(ERROR_FILE_NOT_FOUND);
+    return false;
+  }
+
+  const Path& path_;
+  UniqueFile file_;
+  bool deletes_ = false;  // the handle does
+  bool isReparsePoint_ = false;
+  std::optional<FolderIdentity> identity_;
+};
 
 void PutAt(HANDLE file, std::uint32_t offset, std::string_view bytes) {
   if (file == INVALID_HANDLE_VALUE) Raise(kBadFileName);
@@ -77,19 +140,32 @@ void WriteSequence(HANDLE file, std::int16_t repeatCount, Failures& failures) {
   for (const Block& block : BlocksOf(repeatCount)) writer.Write(block);
 }
 
-// Setting them takes as long as all the rest, so only where there is something to clear.
-void TakeAttributesAway(const Path& path) {
-  constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-  if ((NativeAttributes(path) & kInTheWay) != 0) NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-}
+// Of a file that is read-only, hidden or of the system, while this lives. One that is still there at the end gets them back.
+class WithoutAttributes {
+ public:
+  // Setting them takes as long as all the rest, so only where there is something to clear.
+  explicit WithoutAttributes(const Path& path) : path_(path) {
+    constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    const DWORD attributes = NativeAttributes(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kInTheWay) == 0) return;
+    const UniqueFile looked = OpenItself(path, 0, kSharedByAll);  // never those of a link's target
+    if (!looked || !NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL)) return;
+    taken_ = attributes;
+    identity_ = IdentityOf(looked.get());
+  }
+  WithoutAttributes(const WithoutAttributes&) = delete;
+  WithoutAttributes& operator=(const WithoutAttributes&) = delete;
+  ~WithoutAttributes() {
+    if (taken_ == 0) return;
+    const UniqueFile left = OpenItself(path_, 0, kSharedByAll);
+    if (left && IdentityOf(left.get()) == identity_) NativeSetAttributes(path_, taken_);
+  }
 
-// The bytes reach the disk first: a deletion that overtakes them would leave the old ones there.
-void Close(UniqueFile& file) {
-  const bool flushed = !file || ::FlushFileBuffers(file.get());
-  const DWORD reason = ::GetLastError();
-  file.reset();
-  if (!flushed) RaiseSystemError(reason);
-}
+ private:
+  const Path& path_;
+  DWORD taken_ = 0;
+  std::optional<FolderIdentity> identity_;
+};
 
 bool MayBeOnAnotherMedium(const Path& path) {
   const std::string drive = Narrow(DrivePart(path.Shown()));
@@ -114,14 +190,12 @@ RuntimeError DeleteFileShred(const Path& path, const std::string& levelText) {
   const ReportBurst burst;
   Failures failures;
   std::int16_t repeatCount = 0;
-  UniqueFile file;
+  Victim victim(path);
   failures.Try([&] { repeatCount = RepeatCount(levelText); });
-  failures.Try([&] { file = OpenForOverwriting(path); });
-  WriteSequence(file.get(), repeatCount, failures);
-  failures.Try([&] { Close(file); });
-  failures.Try([&] {
-    if (!NativeDeleteFile(path)) RaiseLastError();
-  });
+  failures.Try([&] { victim.Open(); });
+  WriteSequence(victim.Handle(), repeatCount, failures);
+  failures.Try([&] { victim.Close(); });
+  failures.Try([&] { victim.Delete(); });
   return failures.First();
 }
 
@@ -130,7 +204,7 @@ RuntimeError ShredFile(const Path& path, const std::string& levelText) {
     if (!Validate(path)) RaiseLastError();
   });
   if (!failure) {
-    TakeAttributesAway(path);
+    const WithoutAttributes whileShredded(path);
     failure = DeleteFileShred(path, levelText);
   }
   return failure;

@@ -16,7 +16,7 @@ RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
 ADD_FOLDER, COOKIES = "Quellix-Add Folder", "Cookies Manager"
 OF_FILES = {"CreateFileA", "CreateFileW", "DeleteFileA", "DeleteFileW", "DragQueryFileA", "DragQueryFileW", "FindFirstFileA",
             "FindFirstFileW", "GetFileInformationByHandle", "GetFinalPathNameByHandleW", "GetShortPathNameA", "MoveFileA",
-            "MoveFileExW", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
+            "MoveFileExW", "NtOpenFile", "NtSetInformationFile", "RemoveDirectoryA", "RemoveDirectoryW", "WriteFile"}
 PRIVILEGE = ["OpenProcessToken", "LookupPrivilegeValueA", "AdjustTokenPrivileges"]
 CACHE_WALK = ["FindFirstUrlCacheEntryA", "FindCloseUrlCache"]
 OTHERS = {*PRIVILEGE, *CACHE_WALK, "DeleteUrlCacheEntry", "DeleteUrlCacheEntryA", "ExitWindowsEx", "RegisterServiceProcess",
@@ -28,6 +28,8 @@ LOAD = ("chkStartUp", 0)
 LIST_FILE, KEEP_LIST = "QUELLIX_Shred", "SafeCookie.dat"
 LOG_OFF = r"C:\windows\system32\wineboot.exe"
 GENERIC_WRITE = 0x40000000
+DISPOSITION = 13  # of NtSetInformationFile: that the file goes
+DELETE_ON_CLOSE = 0x1000  # an option of NtOpenFile
 SPEED = 20
 
 
@@ -75,6 +77,25 @@ class UnderWindows(ShredderCase):
     def calls(self, *functions: str, text: str = "") -> list[Call]:
         return [call for call in self.d.calls(*functions) if not text or any(text in t for t in call.texts)]
 
+    def deletions(self, name: str) -> list[Call]:
+        """The calls that made a file or folder go whose path, or name in its folder, ends so: by paths or by handles."""
+        opened: dict[int, str] = {}
+        found = []
+        for call in self.calls("CreateFileW", "NtOpenFile", "NtSetInformationFile", "DeleteFileA", "DeleteFileW", "RemoveDirectoryA",
+                               "RemoveDirectoryW"):
+            if call.function == "CreateFileW" and call.texts:
+                opened[call.result] = call.texts[0]
+            elif call.function == "NtOpenFile" and call.result == 0:
+                opened[call.arguments[0]] = call.texts[0]
+                if call.arguments[5] & DELETE_ON_CLOSE and call.texts[0].endswith(name):
+                    found.append(call)
+            elif call.function == "NtSetInformationFile":
+                if call.arguments[4] == DISPOSITION and call.result == 0 and opened.get(call.arguments[0], "").endswith(name):
+                    found.append(call)
+            elif call.texts and call.result and call.texts[0].endswith(name):
+                found.append(call)
+        return found
+
     def order_of(self, *functions: str) -> list[str]:
         return [call.function for call in self.calls(*functions)]
 
@@ -106,6 +127,13 @@ class TheWholeProgram(UnderWindows):
     def form(self, function: str) -> str:
         """The form of a function that takes names: the wide one where it works."""
         return function + ("A" if self.is_9x else "W")
+
+    def check_deleted(self, name: str, times: int = 1) -> None:
+        """By its name on Windows 9x, by its handle on the NT family, but for a folder that somebody has chosen."""
+        deletions = self.deletions(name)
+        self.assertEqual(len(deletions), times, deletions)
+        allowed = {"DeleteFileA", "RemoveDirectoryA"} if self.is_9x else {"NtOpenFile", "NtSetInformationFile", "RemoveDirectoryW"}
+        self.assertLessEqual({call.function for call in deletions}, allowed)
 
     def check_only_what_is_there(self) -> None:
         """Nothing was asked for that a Windows 9x refuses, apart from the one look whether there are wide functions."""
@@ -175,10 +203,10 @@ class TheWholeProgram(UnderWindows):
         self.wait_count("lstFileShred", 0)
         d.wait_text("txtMessage", "1 folder deleted. 2 files shredded.")
         self.assertEqual((self.left(), second.stat().st_size), ([], overwritten_size(1)))
-        (written,) = [call for call in self.calls(self.form("CreateFile"), text=one) if call.arguments[1] == GENERIC_WRITE]
+        (written,) = [call for call in self.calls(self.form("CreateFile"), text=one) if call.arguments[1] & GENERIC_WRITE]
         self.assertTrue([call for call in self.calls("WriteFile") if call.arguments[0] == written.result], written)
-        self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text=one)], [1])
-        self.assertEqual([call.result for call in self.calls(self.form("RemoveDirectory"), text=self.folder)], [1])
+        self.check_deleted(one)
+        self.check_deleted(self.folder)
         self.check_only_what_is_there()
 
     def test_chooses_a_folder_in_its_own_dialog_and_shreds_it(self):
@@ -197,7 +225,7 @@ class TheWholeProgram(UnderWindows):
         d.click("cmdShredFolder")
         self.wait_count("lstFolder", 0)
         self.assertEqual((self.left(), d.text("txtMessage")), (["other.txt"], "1 folder deleted."))
-        self.assertEqual([call.result for call in self.calls(self.form("RemoveDirectory"), text=self.folder)], [1, 1])
+        self.check_deleted(self.folder, 2)
         self.check_only_what_is_there()
 
     def test_shreds_by_the_schedule_what_is_on_the_list_since_the_last_start(self):
@@ -214,7 +242,7 @@ class TheWholeProgram(UnderWindows):
         self.assertEqual(self.wait_run_over()[-2:], DONE)
         self.assertEqual(self.left(), [])
         for path in paths:
-            self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text=path)], [1])
+            self.check_deleted(path)
         self.check_only_what_is_there()
 
     def test_stores_the_keep_list_and_shows_it_again(self):
@@ -317,7 +345,7 @@ class TheWholeProgram(UnderWindows):
         self.assertEqual(d.wait_ended(), 0)
         d.wait_ended(leaving)
         self.assertFalse(trace.exists())
-        self.assertEqual([call.result for call in self.calls(self.form("DeleteFile"), text="trace.tmp")], [1])
+        self.check_deleted("trace.tmp")
         self.assertEqual(d.registry_section("CleanSettings"), only("OClean", "WinTempFileFolder")["CleanSettings"])
         self.check_only_what_is_there()
 
@@ -347,5 +375,5 @@ class Japanese:
         self.fill("lstFolder", [rf"C:\work\{chosen}"])
         self.d.click("cmdShredFolder")
         self.wait_count("lstFolder", 0)
-        deleted = [str(call) for call in self.calls("DeleteFileA", "DeleteFileW") if call.result]
+        deleted = [str(call) for call in self.deletions("")]
         self.assertEqual(self.left(), sorted([*beside, *(f"{folder}/file.txt" for folder in beside), f"{chosen}.txt"]), deleted)

@@ -21,7 +21,10 @@ SPECIAL = {
                   "MsgWaitForMultipleObjects": ("quick-wait", [3, 1, 1], []), "Sleep": ("quick-wait", [0, 1, 1], []),
                   "SetTimer": ("quick-wait", [2, 10, 1000], [])}),
     "links": (1, {name: ("tag-link", [], []) for name in _FIND} |
-              {f"RemoveDirectory{form}": ("remove-link", [], []) for form in "AW"}),
+              {f"RemoveDirectory{form}": ("remove-link", [], []) for form in "AW"} |
+              {"NtQueryDirectoryFile": ("tag-records", [], []), "NtOpenFile": ("open-link", [], []),
+               "NtSetInformationFile": ("remove-open-link", [], []),
+               "GetFileInformationByHandle": ("show-open-link", [], []), "CloseHandle": ("forget-open-link", [], [])}),
     "no-shared-deletion": (0, {f"CreateFile{form}": ("refuse-shared-deletion", [], []) for form in "AW"}),
     "no-folder-handles": (0, {f"CreateFile{form}": ("refuse-folder", [], []) for form in "AW"}),
     "keys-with-subkeys": (0, {"RegDeleteKeyA": ("delete-with-subkeys", [], [])}),

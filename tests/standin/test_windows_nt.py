@@ -14,6 +14,7 @@ from tests.standin.windows import WINDOWS, Systems
 from tools import run_job
 
 FORM_VALUES = r"Software\Microsoft\Internet Explorer\IntelliForms\Storage1"
+UNFOLLOWED = 0x200000  # an option of NtOpenFile
 SE_PRIVILEGE_ENABLED = 2
 STREAMS, STREAMS_BELOW = r"Software\Microsoft\Windows\CurrentVersion\StreamMRU", "0"
 # Without Internet Explorer there is no URL cache, and without the desktop update no function that empties the recycle bin.
@@ -64,12 +65,14 @@ class TheNtFamily(UnderWindows):
         self.assertEqual((self.left(), self.d.text("txtMessage")), ([], "1 folder deleted."))
         self.check_link(r"C:\work\folder")
 
-    def check_link(self, folder: str) -> None:
-        """A link went as a link: removed by its own name, with nothing behind it looked at."""
+    def check_link(self, folder: str, before: int = 0) -> None:
+        """A link went as a link, after so many others: removed by its own name, with nothing behind it looked at."""
         link = folder + r"\link"
-        removed = [call for call in self.calls("RemoveDirectoryW") if call.texts and call.texts[0].endswith(link)]
-        expected = [(1, f"links {WINDOWS[self.windows].links:#x}")] if WINDOWS[self.windows].links else []
-        self.assertEqual([(call.result, call.rule) for call in removed], expected)
+        removed = self.deletions("link")[before:]
+        expected = [("NtSetInformationFile", f"links {WINDOWS[self.windows].links:#x}")] if WINDOWS[self.windows].links else []
+        self.assertEqual([(call.function, call.rule) for call in removed], expected)
+        opened = [call for call in self.calls("NtOpenFile") if call.texts == ["link"]]
+        self.assertEqual({call.arguments[5] & UNFOLLOWED for call in opened}, {UNFOLLOWED} if expected else set(), opened)
         behind = [str(call) for call in self.calls() if any(link + "\\" in text for text in call.texts)]
         self.assertEqual(behind, [])
 
@@ -80,7 +83,7 @@ class TheNtFamily(UnderWindows):
         reboot = d.wait_call("ExitWindowsEx")
         self.assertEqual(self.log()[-2:], DONE)
         self.assertFalse((d.home.temp / "deep").exists())
-        self.check_link("\\Temp\\deep")
+        self.check_link("\\Temp\\deep", before=1)
         self.assertEqual(self.order_of(*PRIVILEGE, "ExitWindowsEx"), [*PRIVILEGE, "ExitWindowsEx"])
         asked, named, taken = self.calls(*PRIVILEGE)
         self.assertEqual((asked.arguments[1], named.texts, reboot.arguments), (0x28, ["", "SeShutdownPrivilege"], [6, 0]))

@@ -89,19 +89,96 @@ long LinuxCall(long number, const char* path, char* buffer, long size) {
   return result;
 }
 
-// By a call of the system that Wine runs on, since Wine itself cannot remove a link.
+// By calls of the system that Wine runs on, since Wine itself can neither remove a link nor open it as one.
+class UnixPath {
+ public:
+  explicit UnixPath(std::wstring path) {
+    using UnixName = char*(CDECL*)(const wchar_t*);
+    const auto unixName = reinterpret_cast<UnixName>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+    if (!path.empty() && path.back() == L'\\') path.pop_back();
+    char* const name = unixName(path.c_str());
+    if (name != nullptr) name_ = name;
+    ::HeapFree(::GetProcessHeap(), 0, name);
+  }
+  bool IsLink() const {
+    constexpr long kReadLink = 85;
+    char target[2];
+    return !name_.empty() && LinuxCall(kReadLink, name_.c_str(), target, 1) >= 0;
+  }
+  bool Unlink() const {
+    constexpr long kUnlink = 10;
+    return IsLink() && LinuxCall(kUnlink, name_.c_str(), nullptr, 0) == 0;
+  }
+
+ private:
+  std::string name_;
+};
+
 Acted RemoveLink(Call& call, const Rule&) {
-  constexpr long kUnlink = 10, kReadLink = 85;
-  using UnixName = char*(CDECL*)(const wchar_t*);
-  const auto unixName = reinterpret_cast<UnixName>(
-      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-  std::wstring path = call.PathOf();
-  if (!path.empty() && path.back() == L'\\') path.pop_back();
-  char* const name = unixName(path.c_str());
-  char target[2];
-  const bool gone = name && LinuxCall(kReadLink, name, target, 1) >= 0 && LinuxCall(kUnlink, name, nullptr, 0) == 0;
-  ::HeapFree(::GetProcessHeap(), 0, name);
-  return gone ? call.Answer(TRUE, ERROR_SUCCESS) : Acted::No;
+  return UnixPath(call.PathOf()).Unlink() ? call.Answer(TRUE, ERROR_SUCCESS) : Acted::No;
+}
+
+// What a handle means that was opened by NtOpenFile without following: the link itself.
+std::map<std::uint32_t, UnixPath> openLinks;
+
+struct NtName {
+  USHORT bytes, room;
+  const wchar_t* text;
+};
+struct NtNamed {
+  ULONG length;
+  HANDLE folder;
+  const NtName* name;
+};
+
+Acted TagRecords(Call& call, const Rule& rule) {
+  constexpr std::uint32_t kBothDirectory = 3;
+  call.MakeReal();
+  if (call.Result() != 0 || call.Argument(7) != kBothDirectory) return Acted::Instead;
+  // The offset of the next one, then at 56 the attributes and at 64 where the tag is.
+  for (char* record = call.Pointer<char>(5);;) {
+    auto* const words = reinterpret_cast<std::uint32_t*>(record);
+    if ((words[14] & FILE_ATTRIBUTE_REPARSE_POINT) != 0) words[16] = rule.numbers[0];
+    if (words[0] == 0) return Acted::Instead;
+    record += words[0];
+  }
+}
+
+Acted OpenLink(Call& call, const Rule&) {
+  constexpr std::uint32_t kUnfollowed = 0x200000;
+  const auto& named = *call.Pointer<NtNamed>(2);
+  using FinalPath = DWORD(WINAPI*)(HANDLE, wchar_t*, DWORD, DWORD);
+  const auto finalPath = reinterpret_cast<FinalPath>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "GetFinalPathNameByHandleW")));
+  wchar_t folder[1024] = L"";
+  finalPath(named.folder, folder, 1024, 0);
+  const std::wstring name(named.name->text, named.name->bytes / sizeof(wchar_t));
+  const UnixPath path(folder + (L'\\' + name));
+  if ((call.Argument(5) & kUnfollowed) == 0 || !path.IsLink()) return Acted::No;
+  const HANDLE any = ::CreateFileW(folder, 0, 7, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  *call.Pointer<HANDLE>(0) = any;
+  openLinks.insert_or_assign(reinterpret_cast<std::uint32_t>(any), path);
+  return call.Answer(0, ERROR_SUCCESS);
+}
+
+Acted RemoveOpenLink(Call& call, const Rule&) {
+  constexpr std::uint32_t kDisposition = 13;
+  const auto link = openLinks.find(call.Argument(0));
+  if (link == openLinks.end() || call.Argument(4) != kDisposition) return Acted::No;
+  return link->second.Unlink() ? call.Answer(0, ERROR_SUCCESS) : Acted::No;
+}
+
+Acted ShowOpenLink(Call& call, const Rule&) {
+  if (openLinks.count(call.Argument(0)) == 0) return Acted::No;
+  call.MakeReal();
+  call.Pointer<BY_HANDLE_FILE_INFORMATION>(1)->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+  return Acted::Instead;
+}
+
+Acted ForgetOpenLink(Call& call, const Rule&) {
+  openLinks.erase(call.Argument(0));
+  return Acted::No;
 }
 
 // What Windows 9x does otherwise.
@@ -139,6 +216,11 @@ const std::map<std::string, Act> kVerbs = {
     {"quick-wait", &QuickWait},
     {"tag-link", &TagLink},
     {"remove-link", &RemoveLink},
+    {"tag-records", &TagRecords},
+    {"open-link", &OpenLink},
+    {"remove-open-link", &RemoveOpenLink},
+    {"show-open-link", &ShowOpenLink},
+    {"forget-open-link", &ForgetOpenLink},
     {"refuse-shared-deletion", &RefuseSharedDeletion},
     {"refuse-folder", &RefuseFolder},
     {"delete-with-subkeys", &DeleteWithSubkeys},

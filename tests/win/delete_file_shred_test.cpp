@@ -133,7 +133,7 @@ BOOL WINAPI WriteHalfOnce(HANDLE file, const void* bytes, DWORD size, DWORD* don
 
 BOOL WINAPI LookAtTheFlush(HANDLE file) {
   ++calls;
-  lengthAtTheFlush = ReadWhole(watched).size();
+  lengthAtTheFlush = IsThere(watched) ? ::GetFileSize(file, nullptr) : 0;
   return systemFlushFileBuffers(file);
 }
 
@@ -304,6 +304,46 @@ TEST_F(DeleteFileShredTest, WritesNothingThroughALink) {
   EXPECT_EQ(ReadWhole(second), "somebody else's");
 }
 
+TEST_F(DeleteFileShredTest, LeavesAReparsePointThatIsTheFileItselfAndSaysSo) {
+  for (const DWORD tag : {0x80000013u /* deduplicated */, 0xC0000004u /* offline */, 0x9000001Au /* in a cloud */, 0u}) {
+    const std::string file = folder.File("file.txt", "the content");
+    const FileCalls calls;
+    calls.ShowAsLink(file, tag);
+    ExpectEachFailureReported(file);
+    EXPECT_EQ(ReadWhole(file), "the content") << std::hex << tag;
+  }
+}
+
+TEST_F(DeleteFileShredTest, LeavesTheTargetOfALinkThatTheSystemDoesNotTellOf) {
+  ExpectEachFailureReported("C:\\plant\\link to a file.txt");
+  EXPECT_EQ(ReadWhole("C:\\outside\\canary.txt"), "some bytes");
+  const ReportBurst burst;
+  ::SetFileAttributesA("C:\\outside\\canary.txt", FILE_ATTRIBUTE_READONLY);
+  ShredFile(At("C:\\plant\\link to a file.txt"), "0");
+  EXPECT_EQ(ReadWhole("C:\\outside\\canary.txt"), "some bytes");
+  EXPECT_NE(::GetFileAttributesA("C:\\outside\\canary.txt") & FILE_ATTRIBUTE_READONLY, 0u);
+}
+
+TEST_F(DeleteFileShredTest, ShredsAFileInAFolderThatALinkLeadsTo) {
+  EXPECT_EQ(Shred("C:\\plant\\link to a folder\\chosen.txt", "0"), 0);
+  EXPECT_FALSE(IsThere("C:\\outside\\folder\\chosen.txt"));
+}
+
+// The message about the one leaves time for the other.
+TEST_F(DeleteFileShredTest, DeletesNoFileThatTookThePlaceOfTheOneItCouldNotOpen) {
+  const std::string file = folder.File("file.txt", "the content");
+  UniqueFile holder = Hold(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE);
+  GoOnline();
+  user.AtTheNext([&] {
+    holder.reset();
+    ::MoveFileA(file.c_str(), (folder / "moved.txt").c_str());
+    folder.File("file.txt", "another one");
+  });
+  Shred(file, "0");
+  EXPECT_EQ(ReadWhole(file), "another one");
+  EXPECT_EQ(ReadWhole(folder / "moved.txt"), "the content");
+}
+
 TEST_F(DeleteFileShredTest, ShowsNothingOffLine) {
   ExpectEachFailureReported(folder / "missing");
   EXPECT_EQ(user.Boxes().size(), 0u);
@@ -417,6 +457,21 @@ TEST_F(ShredFileTest, SkipsWhatCannotBeReadWithoutAWord) {
   holder.reset();
   EXPECT_EQ(ReadWhole(file), "the content");
   EXPECT_EQ(::GetFileAttributesA(file.c_str()) & FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY);
+}
+
+TEST_F(ShredFileTest, GivesTheAttributesBackWhereTheFileStays) {
+  const std::string file = folder.File("kept.txt", "the content");
+  constexpr DWORD kAll = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  for (const bool ansi : {false, true}) {
+    AnsiNamesOnlyForTests = ansi;
+    ::SetFileAttributesA(file.c_str(), kAll);
+    UniqueFile holder = Hold(file, GENERIC_READ, FILE_SHARE_READ);
+    const ReportBurst burst;
+    ShredFile(At(file), "0");
+    holder.reset();
+    EXPECT_EQ(ReadWhole(file), "the content");
+    EXPECT_EQ(::GetFileAttributesA(file.c_str()) & kAll, kAll) << (ansi ? "by ANSI names" : "by wide names");
+  }
 }
 
 TEST_F(ShredFileTest, LooksAtNoEventsInTheMiddleOfAFileNorAfterIt) {

@@ -11,9 +11,12 @@
 #include <thread>
 
 #include "ansi_paths.h"
+#include "counted_memory.h"
+#include "exchange.h"
 #include "log_recorder.h"
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
+#include "window_event.h"
 
 using namespace cleaners;
 using namespace platform;
@@ -130,6 +133,22 @@ class FolderContents : public testing::TestWithParam<const char*> {
 
   void Clear() const { ClearFolderContents(place_, false, true); }
 
+  // A folder below it becomes a link by an event in the middle of the walk.
+  void ExchangeAfterTheFirstFolder(const std::string& what) const {
+    swap = "C:\\swap\\" + std::string(GetParam()) + "\\" + what;
+    queued = &events;
+    LogCleanResult = [](WideView, WideView) {
+      LogCleanResult = &RecordNothing;
+      queued->AtTheNext([] { ExchangeForALink(swap); });
+      LetTheNextLookBeDue();
+    };
+  }
+  static const std::string& Swap() { return swap; }
+
+  const WindowEvents events;
+  static inline std::string swap;
+  static inline const WindowEvents* queued;
+
  private:
   std::string place_;
   Names outside_;
@@ -208,16 +227,33 @@ TEST_P(FolderContents, RefusesAFolderThatIsALink) {
   EXPECT_TRUE(Exists(Planted("root")));
 }
 
+// The log tells of the first folder that was removed; the link comes with the next event.
 TEST_P(FolderContents, LeavesAFolderAloneThatBecameALinkAfterItWasListed) {
-  static std::string swap;
-  swap = "C:\\swap\\" + std::string(GetParam());
-  LogCleanResult = [](WideView, WideView) {
-    if (!Exists(swap + "\\please")) MakeFile(swap + "\\please");
-    for (int wait = 0; wait < 2000 && !Exists(swap + "\\done"); ++wait) ::Sleep(5);
-  };
-  ClearFolderContents(swap + "\\tree", false, true);
-  ASSERT_TRUE(Exists(swap + "\\done")) << "nobody put a link in the folder's place";
-  EXPECT_THAT(Everything(swap + "\\tree"), ElementsAre("b"));
+  ExchangeAfterTheFirstFolder("listed");
+  ClearFolderContents(Swap() + "\\tree", false, true);
+  EXPECT_THAT(Everything(Swap() + "\\tree"), ElementsAre("b"));
+}
+
+TEST_P(FolderContents, DeletesNothingFurtherInAFolderThatBecameALinkAfterItWasEntered) {
+  ExchangeAfterTheFirstFolder("entered");
+  ClearFolderContents(Swap() + "\\tree", false, true);
+  EXPECT_THAT(Everything(Swap() + "\\tree"), ElementsAre("b"));
+  EXPECT_LT(Everything(Swap() + "\\moved away").size(), 80u) << "nothing was deleted before";
+}
+
+TEST_P(FolderContents, LeavesTheTargetOfALinkThatTookThePlaceOfAFolderItHasEmptied) {
+  ExchangeAfterTheFirstFolder("emptied");
+  ClearFolderContents(Swap() + "\\tree", false, true);
+  EXPECT_TRUE(Exists(Outside() + "\\empty"));
+}
+
+TEST_P(FolderContents, ClearsNothingThatALinkAboveItLeadsToMeanwhile) {
+  if (ByAnsi()) GTEST_SKIP() << "Windows 9x has no links";
+  swap = "C:\\swap\\wide\\above";
+  events.AtTheNext([] { ExchangeForALink(swap); });
+  ClearFolderContents(Swap() + "\\above\\tree", true, true);
+  EXPECT_TRUE(events.HasRun());
+  EXPECT_TRUE(Exists(Outside() + "\\above\\tree\\canary.txt"));
 }
 
 TEST_P(FolderContents, IsNotLedOutOfItsFolderByTheNamesInIt) {
@@ -239,6 +275,15 @@ TEST_P(FolderContents, RemovesEveryNameThatTheFileSystemHolds) {
               ElementsAre("files", "files\\COM1", "files\\CON", "files\\LPT1.txt", "files\\NUL.txt", "files\\e<769>",
                           "files\\prn", "folders", "folders\\COM1", "folders\\CON", "folders\\LPT1.txt", "folders\\NUL.txt",
                           "folders\\e<769>", "folders\\e<769>\\inner.txt", "folders\\prn"));
+}
+
+// As long as the file systems of the machine under Wine let a path be.
+TEST_P(FolderContents, TakesMemoryByTheLevelsOfADeepTreeAndNotByTheirPaths) {
+  if (ByAnsi()) GTEST_SKIP() << "no path is that long";
+  const CountedMemory memory;
+  ClearFolderContents(Planted("long tower"), true, true);
+  EXPECT_FALSE(Exists(Planted("long tower")));
+  EXPECT_LT(memory.Most(), 120000u) << "bytes, for 60 levels whose paths take 240,000";
 }
 
 TEST_P(FolderContents, KeepsReadOnlyFilesAndRemovesHiddenAndSystemOnes) {

@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "ansi_paths.h"
+#include "exchange.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "netscape_profiles.h"
@@ -167,15 +169,14 @@ TEST_P(Netscape, TriesTheTablesInTheirOrderAndTheFirstTwice) {
   LayOutRegistered(communicator);
   const FileCalls calls;
   NSTypedUrl();
-  Names lookedAt = calls.LookedAt();
-  std::erase_if(lookedAt,
+  Names looked = calls.LookedAt();
+  std::erase_if(looked,
                 [this](const std::string& path) { return !path.starts_with(folder.Path()) && path != mozilla.Path(); });
-  EXPECT_THAT(lookedAt,
-              ElementsAre(communicator,                                                          // no folder to keep
-                          communicator, communicator, communicator, communicator, communicator,  // no link, for each of them
-                          mozilla.Path(), communicator + "\\FieldSchema.tbl", communicator + "\\SchemaConcat.tbl",
-                          communicator + "\\SchemaValue.tbl", communicator + "\\FieldSchema.tbl",
-                          communicator + "\\URLFieldSchema.tbl"))
+  std::erase(looked, communicator);  // judged, and entered for each of them
+  looked.erase(std::unique(looked.begin(), looked.end()), looked.end());
+  EXPECT_THAT(looked, ElementsAre(mozilla.Path(), communicator + "\\FieldSchema.tbl", communicator + "\\SchemaConcat.tbl",
+                                  communicator + "\\SchemaValue.tbl", communicator + "\\FieldSchema.tbl",
+                                  communicator + "\\URLFieldSchema.tbl"))
       << "everything is found before the first is taken";
   EXPECT_EQ(calls.Deleted().size(), 4u) << "the second attempt finds no file";
 }
@@ -189,6 +190,23 @@ TEST_P(Netscape, TakesTheFirstTableWithTheSecondAttemptWhenItHasComeBack) {
   });
   NSTypedUrl();
   EXPECT_FALSE(IsThere(communicator + "\\FieldSchema.tbl"));
+}
+
+// The preparation has laid out the profile and what the link leads to.
+TEST_P(Netscape, TakesNothingThroughALinkThatTookAFoldersPlaceAfterItWasSearched) {
+  const std::string place = "C:\\swap\\" + std::string(GetParam());
+  shell.Move(kProfileFolder, place);
+  {
+    const FileCalls calls;
+    calls.AfterEachDeletion([&](const std::string&) {
+      calls.AfterEachDeletion(nullptr);
+      events.AtTheNext([&place] { ExchangeForALink(place); });
+      LetTheNextLookBeDue();
+    });
+    CleanNetscapeMail();
+    EXPECT_EQ(calls.Deleted().size(), 1u);
+  }
+  EXPECT_EQ(FilesBelow("C:\\outside\\" + std::string(GetParam())).size(), 20u);
 }
 
 TEST_P(Netscape, TakesNothingWhenNothingIsInstalled) {

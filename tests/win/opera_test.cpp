@@ -9,6 +9,7 @@
 #include "cleaners/OperaClean.h"
 #include "cleaners/wipe_state.h"
 #include "connection.h"
+#include "exchange.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "nothing_pending.h"
@@ -199,6 +200,35 @@ TEST_P(Opera, LosesTheTwoFilesOfItsTypedAddressesOneAfterTheOther) {
   CleanOperaTypedUrls();
   EXPECT_THAT(calls.Deleted(), ElementsAre(profile + "\\global.dat", profile + "\\opera.dir"));
   EXPECT_THAT(InProfile(), UnorderedElementsAre("vlink4.dat", "opera6.ini", "opera6.adr", "mail", "mail\\global.dat"));
+}
+
+TEST_P(Opera, KeepsLinks) {
+  PutInProfile({"cookies4.dat", "cache4\\opr00001.htm"});
+  {
+    const FileCalls calls;
+    calls.ShowAsLink(profile + "\\cookies4.dat");
+    CleanOpera7Cookies();
+    calls.ShowAsLink(profile + "\\cache4");
+    CleanOpera7Cache();
+    EXPECT_THAT(calls.Deleted(), IsEmpty());
+  }
+  EXPECT_THAT(InProfile(), UnorderedElementsAre("cookies4.dat", "cache4", "cache4\\opr00001.htm"));
+}
+
+TEST_P(Opera, KeepsTheRestOfACacheFolderThatALinkTookThePlaceOf) {
+  const std::string place = "C:\\swap\\" + std::string(GetParam());
+  shell.Move(kApplicationDataFolder, place);
+  {
+    const FileCalls calls;
+    calls.AfterEachDeletion([&](const std::string&) {
+      calls.AfterEachDeletion(nullptr);
+      events.AtTheNext([&place] { ExchangeForALink(place); });
+      LetTheNextLookBeDue();
+    });
+    CleanOpera7Cache();
+    EXPECT_EQ(calls.Deleted().size(), 1u);
+  }
+  EXPECT_EQ(NamesBelow("C:\\outside\\" + std::string(GetParam()) + "\\twin").size(), 20u);
 }
 
 TEST_P(Opera, IsLookedForAfreshForEachOfThoseTwoFiles) {

@@ -7,12 +7,14 @@
 #include <cstdlib>
 
 #include "ansi_paths.h"
+#include "exchange.h"
 #include "file_calls.h"
 #include "import_hook.h"
 #include "platform/ErroHandle.h"
 #include "platform/native_files.h"
 #include "scratch_folder.h"
 #include "shred/folder_removal.h"
+#include "window_event.h"
 
 using namespace platform;
 using namespace shred;
@@ -21,6 +23,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 using testing::UnorderedElementsAre;
 using Names = std::vector<std::string>;
 
@@ -144,10 +147,28 @@ TEST_P(ShredFolders, LeaveTheRestOfAFolderThatALinkHasTakenThePlaceOfMeanwhile) 
   MakeFiles({"tree\\first.txt", "tree\\sub\\kept.txt"});
   {
     const FileCalls calls;
-    calls.AfterEachDeletion([&](const std::string&) { calls.ShowAsLink(folder / "tree"); });
+    calls.AfterEachDeletion([&](const std::string&) {
+      calls.ShowAsLink(folder / "tree");
+      LetTheNextLookBeDue();  // an event may have done it
+    });
     ShredFolder(folder / "tree");
   }
   EXPECT_THAT(Left(), UnorderedElementsAre("tree", "tree\\sub", "tree\\sub\\kept.txt"));
+}
+
+TEST_P(ShredFolders, DeleteNothingThatALinkLeadsToThatAnEventPutsInTheFoldersPlace) {
+  const std::string place = "C:\\swap\\" + std::string(GetParam());
+  {
+    const FileCalls calls;
+    const WindowEvents waiting;
+    calls.AfterEachDeletion([&](const std::string&) {
+      calls.AfterEachDeletion(nullptr);
+      waiting.AtTheNext([&place] { ExchangeForALink(place); });
+      LetTheNextLookBeDue();
+    });
+    ShredFolder(place + "\\tree");
+  }
+  EXPECT_THAT(NamesBelow(place + "\\moved away"), SizeIs(19)) << "one was deleted before";
 }
 
 TEST_P(ShredFolders, RemoveATreeWithEverythingInIt) {

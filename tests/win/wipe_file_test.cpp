@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "cleaners/locked_files.h"
 #include "import_hook.h"
 #include "late_calls.h"
 #include "log_recorder.h"
@@ -53,6 +54,15 @@ UniqueFile OpenForWriting(const std::string& path) {
 std::vector<std::string> writes;
 int opens;
 DWORD tick;
+
+// Of the pauses between two tries.
+DWORD slept;
+UniqueFile holderOfAMoment;
+void WINAPI NoteThePause(DWORD milliseconds) { slept += milliseconds; }
+void WINAPI LetGoAfterASecondPause(DWORD milliseconds) {
+  slept += milliseconds;
+  if (slept > 100) holderOfAMoment.reset();
+}
 
 const auto systemWriteFile = importedWriteFile;
 const auto systemCreateFile = importedCreateFileA;
@@ -266,6 +276,37 @@ TEST_F(WipeFileTest, LeavesAFileThatAnotherProgramHoldsOpen) {
   EXPECT_EQ(log.Lines(), (LogLines{{file, "Permission denied"}, {file, "Permission denied"}}));
 }
 
+TEST_F(WipeFileTest, TakesAFileThatIsLockedForAMoment) {
+  for (const bool ansi : {false, true}) {
+    AnsiNamesOnlyForTests = ansi;
+    const std::string file = folder.File("file.txt", "the content");
+    holderOfAMoment = OpenForWriting(file);
+    ASSERT_TRUE(holderOfAMoment);
+    slept = 0;
+    LockedFiles.BeginRun();
+    const ImportHook hook(importedSleep, &LetGoAfterASecondPause);
+    WipeFile(file, 0);
+    EXPECT_FALSE(IsThere(file)) << (ansi ? "by ANSI names" : "by wide names");
+    EXPECT_EQ(slept, 200u);
+  }
+  AnsiNamesOnlyForTests = false;
+  EXPECT_EQ(log.Lines(), LogLines());
+}
+
+TEST_F(WipeFileTest, WaitsForLockedFilesAloneAndNoLongerThanTwoSecondsInARun) {
+  const ImportHook hook(importedSleep, &NoteThePause);
+  slept = 0;
+  LockedFiles.BeginRun();
+  const std::string readOnly = ReadOnlyFile();
+  for (int number = 0; number < 50; ++number) WipeFile(readOnly, 0);
+  EXPECT_EQ(slept, 0u);
+  const std::string file = folder.File("locked.txt");
+  const UniqueFile holder = OpenForWriting(file);
+  for (int number = 0; number < 50; ++number) WipeFile(file, 0);
+  EXPECT_EQ(slept, 2000u);
+  LockedFiles.BeginRun();
+}
+
 TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
   const std::string file = folder.File("kept.txt", "the content");
   const UniqueFile holder(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -274,11 +315,12 @@ TEST_F(WipeFileTest, TriesToOpenAFileThatItCannotOpenOnceForAllPasses) {
     AnsiNamesOnlyForTests = ansi;
     const Path native = PathOf(Widen(file));
     opens = 0;
+    LockedFiles.BeginRun();
     {
       const ImportHook hook(importedCreateFileA, &CountTheAnsiOpen);
-      EXPECT_TRUE(Wipe(native, 11, 3)) << "there is a failure to tell of";
+      EXPECT_TRUE(Wipe(OpenFolder(), native, 11, 3)) << "there is a failure to tell of";
     }
-    EXPECT_EQ(opens, 1) << (ansi ? "by ANSI names" : "by wide names");
+    EXPECT_EQ(opens, 3) << "the tries of one opening, " << (ansi ? "by ANSI names" : "by wide names");
   }
   AnsiNamesOnlyForTests = false;
   EXPECT_EQ(ReadWhole(file), "the content");

@@ -1,10 +1,11 @@
-"""The proxy of the error reporter's tests, and where this user may mount one a drive D: of 64 kilobytes."""
+"""The proxy of the error reporter's tests, links in C:\\plant to what is in C:\\outside, and where this user may mount one a drive D: of 64 kilobytes."""
 import atexit
 import os
 import subprocess
 from pathlib import Path
 
 from tests.win.prepare import erro_handle_prepare
+from tests.win.prepare.folder_contents_prepare import put
 
 mounts: list[Path] = []
 
@@ -16,6 +17,11 @@ def let_go() -> None:
 
 def prepare(home) -> dict[str, str]:
     environment = erro_handle_prepare.prepare(home)
+    for name in ("canary.txt", "folder/chosen.txt"):
+        put(home.c / "outside" / name)
+    (home.c / "plant").mkdir()
+    (home.c / "plant/link to a file.txt").symlink_to("../outside/canary.txt")
+    (home.c / "plant/link to a folder").symlink_to("../outside/folder")
     drive = home.prefix / "drive_d"
     drive.mkdir()
     mount = ["mount", "-t", "tmpfs", "-o", "size=64k", "quellix-test", str(drive)]

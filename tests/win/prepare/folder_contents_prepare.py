@@ -63,7 +63,15 @@ def listing(folder: Path) -> list[str]:
     return sorted(found)
 
 
+def plant_many(folder: Path) -> None:
+    for number in range(40):
+        put(folder / f"file{number}.txt")
+        (folder / f"empty{number}").mkdir()
+
+
 def plant_outside(outside: Path) -> None:
+    plant_many(outside / "twin")
+    put(outside / "above/tree/canary.txt")
     put(outside / "canary.txt")
     put(outside / "full/inner/canary.txt")
     (outside / "empty").mkdir()
@@ -127,13 +135,25 @@ def plant_the_large(plant: Path) -> None:
         (plant / f"wide floor/folder{number}").mkdir(parents=True)
 
 
-def swap_when_asked(swap: Path, outside: Path) -> None:
-    """Puts a link in the place of a folder that the walk has listed and not yet entered."""
-    while not (swap / "please").exists():
+def exchange_when_asked(place: Path, folder: str, target: Path) -> None:
+    """Puts a link in the place of a folder, in the middle of the walk."""
+    while not (place / "please").exists():
         time.sleep(0.005)
-    (swap / "tree/b").rename(swap / "moved away")
-    (swap / "tree/b").symlink_to(outside / "full")
-    (swap / "done").touch()
+    (place / folder).rename(place / "moved away")
+    (place / folder).symlink_to(target)
+    (place / "done").touch()
+
+
+def plant_exchanges(swap: Path, outside: Path) -> None:
+    """In each folder one that is exchanged: listed and not yet entered, entered, emptied, and above the one that is cleared."""
+    for name in ("a", "b", "c"):
+        put(swap / "listed/tree" / name / "inner/file.txt")
+    plant_many(swap / "entered/tree/b")
+    (swap / "emptied/tree/b/inner").mkdir(parents=True)
+    put(swap / "above/above/tree/file.txt")
+    for name, folder, target in (("listed", "tree/b", "full"), ("entered", "tree/b", "twin"), ("emptied", "tree/b", "empty"),
+                                 ("above", "above", "above")):
+        threading.Thread(target=exchange_when_asked, args=(swap / name, folder, outside / target), daemon=True).start()
 
 
 def prepare(home) -> dict[str, str]:
@@ -148,11 +168,10 @@ def prepare(home) -> dict[str, str]:
         plant_traps(plant, outside)
         plant_long(plant, way)
         plant_tower(plant / "tower200", 200, "level")
+        plant_tower(plant / "long tower", 60, "n" * 60)
         if home.base.name.endswith("winxp"):
             plant_the_large(plant)
-        for name in ("a", "b", "c"):
-            put(swap / "tree" / name / "inner/file.txt")
-        threading.Thread(target=swap_when_asked, args=(swap, outside), daemon=True).start()
+        plant_exchanges(swap, outside)
         snapshots[outside] = listing(outside)
     return {}
 

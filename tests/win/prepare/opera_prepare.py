@@ -1,12 +1,16 @@
 """Plants links and names outside the code page in Opera's folders; what the links lead to is in C:\\outside."""
+import threading
+
 from tests.harness.proxy import start_proxy
-from tests.win.prepare.folder_contents_prepare import WAYS, expect, listing, put
+from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put
 
 STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
 STRANGE_TAKEN = ["cache4/opr00001.htm", "cookies4.dat", "global.dat", "opera.dir"]
 STRANGE_KEPT = ["cache4/sub/x", "opera6.adr"]
 
-CANARIES = ["canary.txt", "cookies.dat", "Cache/canary", "profile/cache4/canary", "profile/cookies4.dat"]
+CANARIES = ["canary.txt", "cookies.dat", "Cache/canary", "profile/cache4/canary", "profile/cookies4.dat",
+            *(f"twin/file{number}" for number in range(20))]
+CACHE = "Opera/OPERA7/profile/cache4"
 TAKEN = ["Привет", "日本語.dat", "😀", "opr00001.dat", " blank at the head", "blank at the end ", "dot.", "日" * 80, "x" * 250]
 
 
@@ -15,6 +19,9 @@ def prepare(home) -> dict[str, str]:
         plant, outside = home.c / "plant" / way, home.c / "outside" / way
         for name in CANARIES:
             put(outside / name)
+        for number in range(20):
+            put(home.c / "swap" / way / CACHE / f"file{number}")
+        threading.Thread(target=exchange_when_asked, args=(home.c / "swap" / way, CACHE, outside / "twin"), daemon=True).start()
         profile = plant / "names/Opera/OPERA7/profile"
         for name in TAKEN:
             put(profile / "cache4" / name)

@@ -3,9 +3,10 @@
 Everything is there twice, for the procedures by wide names and by ANSI names. C:\\canaries.txt tells the program under test
 where the canaries are; afterwards they are looked for from outside of Windows.
 """
+import threading
 from pathlib import Path
 
-WAYS = ("wide", "ansi")
+from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked
 
 LINKS = {  # name: target, seen from C:\plant\WAY\tree
     "absolute": "{c}/outside/{way}",
@@ -45,6 +46,10 @@ def plant(home, way: str) -> None:
         link(tree / name, target.format(c=home.c, way=way))
     for name in ("file.txt", "one/file.txt", "one/two/file.txt", "zz/file.txt"):
         put(tree / name)
+    for number in range(20):
+        canaries.append(put(outside / f"twin/file{number}.txt"))
+        put(home.c / "swap" / way / f"tree/file{number}.txt")
+    threading.Thread(target=exchange_when_asked, args=(home.c / "swap" / way, "tree", outside / "twin"), daemon=True).start()
     link(home.c / "plant" / way / "root", outside)
     link(home.c / "plant" / way / "only a link/sub", outside)
 

@@ -7,6 +7,7 @@
 extern "C" {
 extern decltype(&::WriteFile) importedWriteFile __asm__("__imp__WriteFile@20");
 extern decltype(&::CreateFileA) importedCreateFileA __asm__("__imp__CreateFileA@28");
+extern decltype(&::Sleep) importedSleep __asm__("__imp__Sleep@4");
 extern decltype(&::GetTickCount) importedGetTickCount __asm__("__imp__GetTickCount@0");
 extern decltype(&::GetLocalTime) importedGetLocalTime __asm__("__imp__GetLocalTime@4");
 extern decltype(&::FlushFileBuffers) importedFlushFileBuffers __asm__("__imp__FlushFileBuffers@4");

@@ -1,7 +1,9 @@
 // Answers the message boxes of this thread as a person would and keeps what they said.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/win32.h"
@@ -16,6 +18,7 @@ class MessageBoxUser {
  public:
   explicit MessageBoxUser(int answer = IDOK) {
     boxes_.clear();
+    action_ = nullptr;
     answer_ = answer;
     hook_ = ::SetWindowsHookExA(WH_CBT, &OnWindowEvent, nullptr, ::GetCurrentThreadId());
   }
@@ -32,6 +35,9 @@ class MessageBoxUser {
     return texts;
   }
 
+  // Runs once, while the next one is on the screen.
+  void AtTheNext(std::function<void()> action) const { action_ = std::move(action); }
+
  private:
   static LRESULT CALLBACK OnWindowEvent(int code, WPARAM wParam, LPARAM lParam) {
     const HWND window = reinterpret_cast<HWND>(wParam);
@@ -44,6 +50,7 @@ class MessageBoxUser {
     shown.title = TextOf(box);
     ::EnumChildWindows(box, &LookAt, reinterpret_cast<LPARAM>(&shown));
     boxes_.push_back(shown);
+    if (const auto action = std::exchange(action_, nullptr)) action();
     ::PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(answer_), 0);
   }
 
@@ -69,5 +76,6 @@ class MessageBoxUser {
 
   static inline std::vector<ShownBox> boxes_;
   static inline int answer_ = IDOK;
+  static inline std::function<void()> action_;
   HHOOK hook_;
 };
