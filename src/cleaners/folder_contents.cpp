@@ -51,4 +51,10 @@ void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFo
   LogErased(folder);
 }
 
+void ClearAndRemove(const OpenFolder& in, const Path& folder, OpenFolder opened) {
+  Clearing clearing(true);
+  const bool isDone = WalkFolder(folder, std::move(opened), clearing);
+  if (isDone && !StopErase) clearing.AtFolder(in, folder);
+}
+
 }  // namespace cleaners
