@@ -73,9 +73,13 @@ bool LiesIn(const Path& folder, const std::vector<Path>& outer) {
   std::vector<Path> chain;
   AppendWithParents(chain, folder);
   AppendWithParents(chain, ReallyAt(folder));
+  std::vector<FolderIdentity> identities;  // asked for once: each opens a folder
+  for (const Path& one : chain)
+    if (const std::optional<FolderIdentity> identity = NativeIdentity(one)) identities.push_back(*identity);
   return std::any_of(outer.begin(), outer.end(), [&](const Path& one) {
+    if (IsSameOrBelow(canonical, Canonical(one))) return true;
     const std::optional<FolderIdentity> identity = NativeIdentity(one);
-    return IsSameOrBelow(canonical, Canonical(one)) || (identity && IsOneOf(chain, *identity));
+    return identity && std::find(identities.begin(), identities.end(), *identity) != identities.end();
   });
 }
 
