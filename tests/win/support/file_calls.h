@@ -108,7 +108,8 @@ class FileCalls {
   static inline DWORD tag_;
   static inline const bool replaced_ =
       (ReplaceFunction("GetFileAttributesW", &LookWide), ReplaceFunction("DeleteFileW", &DeleteWide),
-       ReplaceFunction("FindFirstFileW", &FindWide), ReplaceFunction("NtSetInformationFile", &SetInformation), true);
+       ReplaceFunction("FindFirstFileW", &FindWide), ReplaceFunction("NtSetInformationFile", &SetInformation),
+       ReplaceFunction("NtOpenFile", &OpenFile), true);
 
   const ImportHook<decltype(importedGetFileAttributesA)> looking_{importedGetFileAttributesA, &LookAnsi};
   const ImportHook<decltype(importedDeleteFileA)> deleting_{importedDeleteFileA, &DeleteAnsi};
