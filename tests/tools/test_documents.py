@@ -7,8 +7,8 @@ from tools.package import release_day, version
 from tools.wine_home import ROOT
 
 PAGES = sorted([*ROOT.glob("*.md"), *(ROOT / "docs").glob("*.md"), *ROOT.glob("tests/*/README.md"), *ROOT.glob("tools/*/README.md")])
-# The kinds of tests to the files that hold one of a name; the rules are one program.
-KINDS = {"win": "tests/win/{}_test.cpp", "fuzz": "tests/fuzz/{}_fuzz.cpp", "ui": "tests/ui/test_{}.py",
+# The kinds of tests to the files that hold one of a name; the rules, `logic/rules`, are one program.
+KINDS = {"logic": "tests/logic/*_test.cpp", "win": "tests/win/{}_test.cpp", "fuzz": "tests/fuzz/{}_fuzz.cpp", "ui": "tests/ui/test_{}.py",
          "standin": "tests/standin/test_{}.py", "package": "tests/package/test_{}.py", "manual": "tests/manual/test_{}.py"}
 
 
@@ -29,6 +29,21 @@ class TheDocuments(unittest.TestCase):
                 self.assertTrue((ROOT / KINDS[kind].format(name)).exists(), f"{page.relative_to(ROOT)} names {kind}/{name}")
                 seen += 1
         self.assertGreater(seen, 40)
+
+    def test_name_cases_that_there_are(self):
+        """In brackets after a test: suites and tests of it, "…" for a part of the name that is left out."""
+        seen = 0
+        row = re.compile(r"`(logic|win|fuzz|ui|standin)/([a-z_0-9]+)`(?: \(([^)]*)\))?")
+        for kind, name, told in row.findall((ROOT / "docs/quality.md").read_text(encoding="utf-8")):
+            text = "\n".join(path.read_text(encoding="utf-8") for path in ROOT.glob(KINDS[kind].format(name)))
+            there = re.findall(r"^TEST(?:_[FP])?\((\w+),\s*(\w+)\)|^class (\w+)|^\s+def (?:test_)?(\w+)", text, re.M)
+            # What is no plain word.
+            for case in re.findall(r"…?(?:[A-Z]\w*[A-Z]\w*|[a-z]+_\w+|(?<=…)\w+)…?", told):
+                pattern = re.compile(re.escape(case).replace("…", r"\w*"))
+                self.assertTrue(any(pattern.fullmatch(part) for parts in there for part in parts if part),
+                                f"{kind}/{name} has no {case}")
+                seen += 1
+        self.assertGreater(seen, 80)
 
     def test_name_every_task_of_the_entry_script(self):
         usage = subprocess.run([ROOT / "quellix", "help"], check=True, capture_output=True, text=True).stdout
