@@ -1,6 +1,7 @@
 #include "cleaners/folder_facts.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -63,21 +64,22 @@ FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep) {
 }
 
 FolderFacts FindFolderFacts(const Path& folder, Untold untold) {
-  std::vector<Path> keep = KeptFolders(untold);
+  std::vector<Path> keep = KeptFolders(SharedFolders(untold), untold);
   keep.push_back(ProgramFolder());
   return FindFolderFacts(folder, keep);
 }
 
-bool LiesIn(const Path& folder, const std::vector<Path>& outer) {
-  const Path canonical = Canonical(folder);
+bool LiesInShared(const Path& folder, const FolderFacts& facts, const std::vector<Path>& shared) {
+  const auto end = facts.keep.begin() + static_cast<std::ptrdiff_t>(shared.size());
+  const auto holdsIt = [&facts](const Path& one) { return IsSameOrBelow(facts.canonical, one); };
+  if (std::any_of(facts.keep.begin(), end, holdsIt)) return true;
   std::vector<Path> chain;
   AppendWithParents(chain, folder);
   AppendWithParents(chain, ReallyAt(folder));
   std::vector<FolderIdentity> identities;  // asked for once: each opens a folder
   for (const Path& one : chain)
     if (const std::optional<FolderIdentity> identity = NativeIdentity(one)) identities.push_back(*identity);
-  return std::any_of(outer.begin(), outer.end(), [&](const Path& one) {
-    if (IsSameOrBelow(canonical, Canonical(one))) return true;
+  return std::any_of(shared.begin(), shared.end(), [&identities](const Path& one) {
     const std::optional<FolderIdentity> identity = NativeIdentity(one);
     return identity && std::find(identities.begin(), identities.end(), *identity) != identities.end();
   });

@@ -20,7 +20,8 @@ FolderFacts FindFolderFacts(const Path& folder, const std::vector<Path>& keep);
 // (kept_folders.h), nor the program's own.
 FolderFacts FindFolderFacts(const Path& folder, Untold untold = Untold::Raises);
 
-// Whether `folder` is or lies below one of `outer` by whatever path.
-bool LiesIn(const Path& folder, const std::vector<Path>& outer);
+// Whether `folder` is or lies below one of `shared` by whatever path. The facts are those about it, and the folders to keep
+// that they were asked with begin with `shared`.
+bool LiesInShared(const Path& folder, const FolderFacts& facts, const std::vector<Path>& shared);
 
 }  // namespace cleaners

@@ -52,8 +52,8 @@ std::vector<Path> SharedFolders(Untold untold) {
   return folders;
 }
 
-std::vector<Path> KeptFolders(Untold untold) {
-  std::vector<Path> folders = SharedFolders(untold);
+std::vector<Path> KeptFolders(std::vector<Path> shared, Untold untold) {
+  std::vector<Path> folders = std::move(shared);
   Append(folders, FullPath(EnvironmentText(Wide<"USERPROFILE">())));
   for (const int folder :
        {kProfileFolder, kDesktopFolder, kDocumentsFolder, kPicturesFolder, kMusicFolder, kVideoFolder, kFavoritesFolder,

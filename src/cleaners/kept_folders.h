@@ -17,7 +17,8 @@ enum class Untold { Raises, IsLeftOut };
 // by a user of this computer, unless that user names it.
 std::vector<Path> SharedFolders(Untold untold = Untold::Raises);
 
-// Those and the user's: profile, desktop, documents, start menu and the like. The program's own folder is none of them.
-std::vector<Path> KeptFolders(Untold untold = Untold::Raises);
+// Those, then the user's: profile, desktop, documents, start menu and the like. The program's own folder is none of them.
+// `shared` is what SharedFolders gives: the system takes its time over each folder.
+std::vector<Path> KeptFolders(std::vector<Path> shared, Untold untold = Untold::Raises);
 
 }  // namespace cleaners

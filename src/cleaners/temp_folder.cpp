@@ -39,16 +39,19 @@ WideText GetTempDir() {
   return Widen(::GetTempPathA(kSize, folder) < kSize ? folder : "");
 }
 
+// The folders are looked up and asked for only where the texts leave a question: there are dozens.
 TempFolderFacts FindTempFolderFacts() {
   TempFolderFacts facts;
   facts.configured = EnvironmentText(Wide<"TMP">());
   if (facts.configured.empty()) facts.configured = EnvironmentText(Wide<"TEMP">());
   facts.reported = AppendBackslash(GetTempDir());
   facts.folder = ReallyAt(FullPath(facts.reported));
-  std::vector<Path> keep = KeptFolders();
+  if (!MayBeTempFolder(facts) || facts.folder.IsEmpty() || facts.folder.IsRoot()) return facts;
+  const std::vector<Path> shared = SharedFolders();
+  std::vector<Path> keep = KeptFolders(shared);
   if (!HoldsProgram(facts.folder)) keep.push_back(ProgramFolder());
   static_cast<FolderFacts&>(facts) = FindFolderFacts(facts.folder, keep);
-  facts.liesInShared = LiesIn(facts.folder, SharedFolders());
+  facts.liesInShared = LiesInShared(facts.folder, facts, shared);
   return facts;
 }
 

@@ -18,11 +18,15 @@ bool IsCalledTemp(WideView name) {
 
 }  // namespace
 
-bool MayClearTempFolder(const TempFolderFacts& facts) {
+bool MayBeTempFolder(const TempFolderFacts& facts) {
   const WideText name = Trim(facts.reported);
   if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
   if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
-  if (facts.reported.find_first_of(Wide<"*?">()) != WideText::npos) return false;
+  return facts.reported.find_first_of(Wide<"*?">()) == WideText::npos;
+}
+
+bool MayClearTempFolder(const TempFolderFacts& facts) {
+  if (!MayBeTempFolder(facts)) return false;
   if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return false;
   return MayClearFolder(facts);
 }

@@ -14,6 +14,9 @@ struct TempFolderFacts : FolderFacts {
   bool liesInShared = false;  // inside Windows, Program Files or a folder of all users
 };
 
+// What the texts tell alone: false wherever the next one is false whatever else there is to know.
+bool MayBeTempFolder(const TempFolderFacts& facts);
+
 // False for the Windows folders by name, for a folder that is not the one that a variable names (without a variable, or
 // where its folder is missing, the system falls back to the profile or the current folder), one with a wildcard in its name,
 // one inside the folders that all share unless its own name is TEMP or TMP (a program without rights may set the variable of
