@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/file_itself.h"
 #include "platform/handles.h"
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
@@ -38,7 +39,7 @@ void OverwriteIndexFile(SpecialFolder folder, WideView name) {
   quietly([&] {
     const Path path = FindSpecialFolder(folder) / name;
     if (StopErase || IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
-    const UniqueFile file = NativeOpenForWriting(path);
+    const UniqueFile file = OpenItself(path, GENERIC_WRITE, 0);
     BY_HANDLE_FILE_INFORMATION facts;
     if (!file || !::GetFileInformationByHandle(file.get(), &facts)) RaiseLastError();
     if (facts.nNumberOfLinks > 1) return;  // what has a second name is somebody else's as well

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "platform/file_itself.h"
 #include "platform/message_pump.h"
 #include "platform/system_functions.h"
 
@@ -36,6 +37,13 @@ bool Succeeded(LONG status) {
   return false;
 }
 
+DWORD AttributesOf(HANDLE opened) {
+  FILE_BASIC_INFORMATION found;
+  IO_STATUS_BLOCK io;
+  const LONG status = late::NtQueryInformationFile(opened, &io, &found, sizeof found, kBasicInformation);
+  return Succeeded(status) ? found.FileAttributes : INVALID_FILE_ATTRIBUTES;
+}
+
 }  // namespace
 
 OpenFolder::OpenFolder(const Path& folder) {
@@ -57,11 +65,7 @@ OpenFolder::OpenFolder(const Path& folder) {
 
 // By its handle: closes it where it is no folder, or a link.
 bool OpenFolder::Judge() {
-  FILE_BASIC_INFORMATION found;
-  IO_STATUS_BLOCK io;
-  if (Succeeded(late::NtQueryInformationFile(folder_.get(), &io, &found, sizeof found, kBasicInformation)) &&
-      IsFolderAndNoLink(found.FileAttributes))
-    return true;
+  if (IsFolderAndNoLink(AttributesOf(folder_.get()))) return true;
   folder_.reset();
   ::SetLastError(ERROR_PATH_NOT_FOUND);
   return false;
@@ -201,8 +205,12 @@ bool OpenFolder::SetAttributes(const Path& entry, DWORD attributes) const {
 }
 
 UniqueFile OpenFolder::Open(const Path& file, DWORD access, DWORD share) const {
-  return folder_ ? OpenEntry(file, access | FILE_READ_ATTRIBUTES | SYNCHRONIZE, share, kNonDirectoryFile | kSynchronous)
-                 : NativeOpen(file, access, share);
+  if (!folder_) return OpenItself(file, access, share);
+  UniqueFile opened = OpenEntry(file, access | FILE_READ_ATTRIBUTES | SYNCHRONIZE, share, kNonDirectoryFile | kSynchronous);
+  if (!opened || (AttributesOf(opened.get()) & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return opened;
+  opened.reset();
+  ::SetLastError(ERROR_ACCESS_DENIED);
+  return opened;
 }
 
 }  // namespace platform

@@ -44,7 +44,8 @@ class OpenFolder {
   bool Remove(const Path& folder) const;  // an empty one, or a link, which goes and not its target
   bool SetAttributes(const Path& entry, DWORD attributes) const;
 
-  // An existing file in it, not truncated, as NativeOpen.
+  // An existing file in it, not truncated; none for a link and any other reparse point, as OpenItself, which opens it where
+  // this is no folder.
   UniqueFile Open(const Path& file, DWORD access, DWORD share) const;
 
  private:

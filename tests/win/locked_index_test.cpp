@@ -249,6 +249,20 @@ TEST_F(LockedIndexTest, PassesOverAFileWithASecondName) {
   ExpectBlankBut(history);
 }
 
+// A link that the system does not tell of as one: the file that was opened is elsewhere.
+TEST_F(LockedIndexTest, PassesOverALink) {
+  for (const std::string& file : Targets()) {
+    ASSERT_TRUE(::DeleteFileA(file.c_str()));
+    ASSERT_TRUE(::MoveFileA("C:\\links\\canary", file.c_str())) << "nobody planted a link";
+    ClearLockedIndexFiles();
+    EXPECT_EQ(ReadWhole("C:\\outside of all\\canary.txt"), "not ours") << file;
+    EXPECT_EQ(ReadWhole(file), "not ours") << "the link is still one";
+    ExpectBlankBut(file);
+    ASSERT_TRUE(::MoveFileA(file.c_str(), "C:\\links\\canary"));
+    for (const std::string& target : Targets()) WriteWhole(target, TracesOf(target));
+  }
+}
+
 TEST_F(LockedIndexTest, EndsAFileWhereTheDiskTakesNoMore) {
   const ImportHook hook(importedWriteFile, &WriteHalf);
   writes = 0;

@@ -113,6 +113,11 @@ BOOL WINAPI RemoveWhatIsNormal(LPCSTR path) {
   return FALSE;
 }
 
+BOOL WINAPI RemoveNothing(LPCSTR) {
+  ::SetLastError(ERROR_ACCESS_DENIED);
+  return FALSE;
+}
+
 int events;
 void CALLBACK CountEvent(HWND, UINT, UINT_PTR, DWORD) { ++events; }
 
@@ -370,6 +375,24 @@ TEST_P(ShredFolders, RemoveReadOnlyFolders) {
   EXPECT_TRUE(RemoveFolderTree(folder / "one\\tree"));
   ClearSubFolders(folder / "other");
   EXPECT_THAT(Left(), UnorderedElementsAre("one", "other"));
+}
+
+TEST_P(ShredFolders, GiveAFolderThatStaysItsAttributesBack) {
+  MakeFiles({"tree\\sub\\held.txt", "tree\\sub\\inner\\file.txt"});
+  const std::string sub = folder / "tree\\sub";
+  for (const std::string& hidden : {sub, sub + "\\inner"}) ::SetFileAttributesA(hidden.c_str(), FILE_ATTRIBUTE_HIDDEN);
+  const DWORD before = ::GetFileAttributesA(sub.c_str());
+  ASSERT_NE(before & FILE_ATTRIBUTE_HIDDEN, 0u);
+  {
+    const UniqueFile holder(
+        ::CreateFileA((sub + "\\held.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(holder);
+    const ImportHook removing(importedRemoveDirectoryA, &RemoveNothing);
+    ShredFolder(folder / "tree");
+  }
+  EXPECT_EQ(::GetFileAttributesA(sub.c_str()), before);
+  // The ANSI way alone is refused here with the reason for which a folder is made normal.
+  if (ByAnsi()) EXPECT_EQ(::GetFileAttributesA((sub + "\\inner").c_str()), before);
 }
 
 TEST_P(ShredFolders, ClearNothingWhereThereAreNoSubFolders) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <set>
 
 #include "cleaners/locked_files.h"
@@ -107,6 +108,20 @@ BOOL WINAPI TellNoLength(LPCWSTR path, GET_FILEEX_INFO_LEVELS level, void* found
 }
 
 [[maybe_unused]] const bool replacedToo = (ReplaceFunction("GetFileAttributesExW", &TellNoLength), true);
+
+bool allAreReparsePoints = false;  // whatever is opened
+
+LONG WINAPI ShowAReparsePoint(HANDLE file, IO_STATUS_BLOCK* io, void* found, ULONG size, ULONG kind) {
+  using Function = LONG(WINAPI*)(HANDLE, IO_STATUS_BLOCK*, void*, ULONG, ULONG);
+  constexpr ULONG kBasic = 4;
+  static const auto system = std::bit_cast<Function>(TrueFunction("ntdll.dll", "NtQueryInformationFile"));
+  const LONG status = system(file, io, found, size, kind);
+  if (allAreReparsePoints && kind == kBasic)
+    static_cast<FILE_BASIC_INFORMATION*>(found)->FileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+  return status;
+}
+
+[[maybe_unused]] const bool replacedAsWell = (ReplaceFunction("NtQueryInformationFile", &ShowAReparsePoint), true);
 
 void WINAPI SameTime(SYSTEMTIME* now) { *now = {2004, 5, 3, 12, 13, 14, 15, 160}; }
 
@@ -228,6 +243,27 @@ TEST_F(WipeFileTest, LeavesAFileWhoseLengthTheSystemDoesNotTell) {
   EXPECT_EQ(log.Lines().size(), 1u) << "with the reason";
   WipeFile(file, 0);  // which needs none
   noLengths = false;
+  EXPECT_FALSE(IsThere(file));
+}
+
+TEST_F(WipeFileTest, WritesNothingThroughALink) {
+  WipeFile("C:\\outside\\link", 1);
+  EXPECT_EQ(ReadWhole("C:\\outside\\canary.txt"), "not ours");
+  EXPECT_EQ(log.Lines(), (LogLines{{"C:\\outside\\link", "Permission denied"}}));
+}
+
+// A deduplicated or an offline file for example: the bytes would not go where the old ones are.
+TEST_F(WipeFileTest, LeavesAReparsePointThatIsToBeOverwrittenAndSaysSo) {
+  const std::string file = folder.File("kept.txt", "the content");
+  const OpenFolder in(PathOf(Widen(folder.Path())));
+  ASSERT_TRUE(in);
+  allAreReparsePoints = true;
+  WipeFile(file, 1);
+  WipeListedFile(in, PathOf(Widen(file)), 11, 1);
+  EXPECT_EQ(ReadWhole(file), "the content");
+  EXPECT_EQ(log.Lines(), (LogLines{{file, "Permission denied"}, {file, "Permission denied"}}));
+  WipeListedFile(in, PathOf(Widen(file)), 11, 0);  // which goes as such
+  allAreReparsePoints = false;
   EXPECT_FALSE(IsThere(file));
 }
 
