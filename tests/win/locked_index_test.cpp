@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "ansi_paths.h"
+#include "exchange.h"
 #include "import_hook.h"
 #include "platform/handles.h"
 #include "platform/runtime_error.h"
@@ -251,16 +252,10 @@ TEST_F(LockedIndexTest, PassesOverAFileWithASecondName) {
 
 // A link that the system does not tell of as one: the file that was opened is elsewhere.
 TEST_F(LockedIndexTest, PassesOverALink) {
-  for (const std::string& file : Targets()) {
-    ASSERT_TRUE(::DeleteFileA(file.c_str()));
-    ASSERT_TRUE(::MoveFileA("C:\\links\\canary", file.c_str())) << "nobody planted a link";
-    ClearLockedIndexFiles();
-    EXPECT_EQ(ReadWhole("C:\\outside of all\\canary.txt"), "not ours") << file;
-    EXPECT_EQ(ReadWhole(file), "not ours") << "the link is still one";
-    ExpectBlankBut(file);
-    ASSERT_TRUE(::MoveFileA(file.c_str(), "C:\\links\\canary"));
-    for (const std::string& target : Targets()) WriteWhole(target, TracesOf(target));
-  }
+  ExchangeForALink("C:\\links");
+  ClearLockedIndexFiles();
+  for (const std::string& file : Targets()) EXPECT_EQ(ReadWhole(file), "not ours") << file;
+  ExchangeForALink("C:\\no links");
 }
 
 TEST_F(LockedIndexTest, EndsAFileWhereTheDiskTakesNoMore) {

@@ -392,7 +392,9 @@ TEST_P(ShredFolders, GiveAFolderThatStaysItsAttributesBack) {
   }
   EXPECT_EQ(::GetFileAttributesA(sub.c_str()), before);
   // The ANSI way alone is refused here with the reason for which a folder is made normal.
-  if (ByAnsi()) EXPECT_EQ(::GetFileAttributesA((sub + "\\inner").c_str()), before);
+  if (ByAnsi()) {
+    EXPECT_EQ(::GetFileAttributesA((sub + "\\inner").c_str()), before);
+  }
 }
 
 TEST_P(ShredFolders, ClearNothingWhereThereAreNoSubFolders) {

@@ -13,6 +13,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/system_functions.h"
 #include "scratch_folder.h"
 #include "second_name.h"
 

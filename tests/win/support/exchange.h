@@ -1,4 +1,4 @@
-// A link takes a folder's place: the test's preparation (NAME_prepare.py) does it as soon as it is asked to.
+// A link takes the place of a folder or a file: the test's preparation (NAME_prepare.py) does it as soon as it is asked to.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,5 +14,5 @@ inline void ExchangeForALink(const std::string& place) {
   UniqueFile(::CreateFileA((place + "\\please").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
   const auto isDone = [done = place + "\\done"] { return ::GetFileAttributesA(done.c_str()) != INVALID_FILE_ATTRIBUTES; };
   for (int wait = 0; wait < 4000 && !isDone(); ++wait) ::Sleep(5);
-  EXPECT_TRUE(isDone()) << "nobody put a link in the folder's place below " << place;
+  EXPECT_TRUE(isDone()) << "nobody put a link in its place below " << place;
 }
