@@ -35,11 +35,15 @@ bool IsWhereItIsAskedFor(const Path& path, HANDLE file) {
   return final.IsEmpty() || EqualIgnoringCase(final.Native(), (NativeFinalPath(path.Parent()) / path.Name()).Native());
 }
 
-bool IsFileItself(const Path& path, HANDLE file) {
-  FILE_BASIC_INFORMATION found;
-  IO_STATUS_BLOCK io;
-  return late::NtQueryInformationFile(file, &io, &found, sizeof found, kBasicInformation) >= 0 &&
-         (found.FileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0 &&
+// Some file systems and some users are let into a read-only file.
+DWORD RefusedAttributes(DWORD access) {
+  const DWORD always = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+  return (access & GENERIC_WRITE) != 0 ? always | FILE_ATTRIBUTE_READONLY : always;
+}
+
+bool IsFileItself(const Path& path, HANDLE file, DWORD access) {
+  const DWORD attributes = AttributesOf(file);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & RefusedAttributes(access)) == 0 &&
          IsWhereItIsAskedFor(path, file);
 }
 
@@ -49,11 +53,25 @@ UniqueFile OpenItself(const Path& path, DWORD access, DWORD share) {
   if (!CanDeleteByHandle()) return NativeOpen(path, access, share);
   UniqueFile file(late::CreateFileWide(path.Native().c_str(), access, share, nullptr, OPEN_EXISTING,
                                        FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-  if (file && !IsFileItself(path, file.get())) {
+  if (file && !IsFileItself(path, file.get(), access)) {
     file.reset();
     ::SetLastError(ERROR_ACCESS_DENIED);
   }
   return file;
+}
+
+// Asked for alone where that is possible: all that there is to tell of a file takes as long as opening it.
+DWORD AttributesOf(HANDLE opened) {
+  if (!CanDeleteByHandle()) {
+    BY_HANDLE_FILE_INFORMATION all;
+    return ::GetFileInformationByHandle(opened, &all) ? all.dwFileAttributes : INVALID_FILE_ATTRIBUTES;
+  }
+  FILE_BASIC_INFORMATION found;
+  IO_STATUS_BLOCK io;
+  const LONG status = late::NtQueryInformationFile(opened, &io, &found, sizeof found, kBasicInformation);
+  if (status >= 0) return found.FileAttributes;
+  ::SetLastError(late::RtlNtStatusToDosError(status));
+  return INVALID_FILE_ATTRIBUTES;
 }
 
 bool CanDeleteByHandle() {

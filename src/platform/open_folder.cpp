@@ -37,13 +37,6 @@ bool Succeeded(LONG status) {
   return false;
 }
 
-DWORD AttributesOf(HANDLE opened) {
-  FILE_BASIC_INFORMATION found;
-  IO_STATUS_BLOCK io;
-  const LONG status = late::NtQueryInformationFile(opened, &io, &found, sizeof found, kBasicInformation);
-  return Succeeded(status) ? found.FileAttributes : INVALID_FILE_ATTRIBUTES;
-}
-
 }  // namespace
 
 OpenFolder::OpenFolder(const Path& folder) {

@@ -43,6 +43,7 @@ class Failures {
 
 constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // what others only look at can be overwritten all the same
 constexpr DWORD kSharedByAll = kShared | FILE_SHARE_DELETE;
+constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
 // One file from its opening to its deletion. What was opened is what is deleted, whatever its path leads to by then: a
 // message may be on the screen between the two. On Windows 9x, where no handle deletes, it is the path.
@@ -50,20 +51,27 @@ class Victim {
  public:
   explicit Victim(const Path& path) : path_(path) {}
 
-  // What is read-only or leads elsewhere is refused here and not left to the system: some file systems and some users are
-  // let in, and a link's target is not what is deleted afterwards.
+  // What is read-only or leads elsewhere is refused and not left to the system: some file systems and some users are let in,
+  // and a link's target is not what is deleted afterwards.
   void Open() {
+    if (file_) return;
     if (path_.IsEmpty()) Raise(kBadFileName);  // of a device for example
-    const DWORD attributes = NativeAttributes(path_);
-    if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
-    isReparsePoint_ = IsLink(attributes);
-    if (isReparsePoint_) Raise(kPermissionDenied);
-    if ((attributes & FILE_ATTRIBUTE_READONLY) == 0 &&
-        cleaners::TryWhileLocked([this] { return OpenWith(DELETE) || OpenWith(0); }))
-      return;
-    const DWORD reason = (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? ERROR_ACCESS_DENIED : ::GetLastError();
+    if (!CanDeleteByHandle() && (AttributesOrRaise() & FILE_ATTRIBUTE_READONLY) != 0) Raise(kPermissionDenied);
+    if (cleaners::TryWhileLocked([this] { return OpenWith(DELETE) || OpenWith(0); })) return;
+    const DWORD reason = ::GetLastError();
+    isReparsePoint_ = IsLink(AttributesOrRaise());
     if (const UniqueFile looked = OpenItself(path_, 0, kSharedByAll)) identity_ = IdentityOf(looked.get());
     RaiseSystemError(reason);
+  }
+
+  // One opening in the place of two and a look at the attributes: whether the file is plain, and can be read, overwritten
+  // and deleted, all at once. False where anything of that is not so, or the system does not tell; nothing is open then.
+  bool OpenPlain() {
+    if (path_.IsEmpty() || !OpenWith(DELETE | GENERIC_READ)) return false;
+    if ((AttributesOf(file_.get()) & kInTheWay) == 0) return true;
+    file_.reset();
+    deletes_ = false;
+    return false;
   }
 
   HANDLE Handle() const { return file_.get(); }
@@ -83,6 +91,12 @@ class Victim {
   }
 
  private:
+  DWORD AttributesOrRaise() const {
+    const DWORD attributes = NativeAttributes(path_);
+    if (attributes == INVALID_FILE_ATTRIBUTES) RaiseLastError();
+    return attributes;
+  }
+
   bool OpenWith(DWORD deletion) {
     if (deletion != 0 && !CanDeleteByHandle()) return false;
     file_ = OpenItself(path_, GENERIC_WRITE | deletion, kShared);
@@ -140,14 +154,24 @@ void WriteSequence(HANDLE file, std::int16_t repeatCount, Failures& failures) {
   for (const Block& block : BlocksOf(repeatCount)) writer.Write(block);
 }
 
+RuntimeError OverwriteAndDelete(Victim& victim, const std::string& levelText) {
+  const ReportBurst burst;
+  Failures failures;
+  std::int16_t repeatCount = 0;
+  failures.Try([&] { repeatCount = RepeatCount(levelText); });
+  failures.Try([&] { victim.Open(); });
+  WriteSequence(victim.Handle(), repeatCount, failures);
+  failures.Try([&] { victim.Close(); });
+  failures.Try([&] { victim.Delete(); });
+  return failures.First();
+}
+
 // Of a file that is read-only, hidden or of the system, while this lives. One that is still there at the end gets them back.
 class WithoutAttributes {
  public:
   // Setting them takes as long as all the rest, so only where there is something to clear.
-  explicit WithoutAttributes(const Path& path) : path_(path) {
-    constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    const DWORD attributes = NativeAttributes(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kInTheWay) == 0) return;
+  WithoutAttributes(const Path& path, DWORD attributes) : path_(path) {
+    if ((attributes & kInTheWay) == 0) return;
     const UniqueFile looked = OpenItself(path, 0, kSharedByAll);  // never those of a link's target
     if (!looked || !NativeSetAttributes(path, FILE_ATTRIBUTE_NORMAL)) return;
     taken_ = attributes;
@@ -167,6 +191,16 @@ class WithoutAttributes {
   std::optional<FolderIdentity> identity_;
 };
 
+UniqueFile OpenForReading(const Path& path) { return NativeOpen(path, GENERIC_READ, kShared); }
+
+// Of a file that can be read. Asked of what is open, which takes a fraction of looking the path up once more.
+DWORD AttributesOfReadable(const Path& path) {
+  const UniqueFile file = OpenForReading(path);
+  if (!file) RaiseLastError();
+  const DWORD attributes = AttributesOf(file.get());
+  return attributes != INVALID_FILE_ATTRIBUTES ? attributes : 0;  // nothing to clear where the system does not tell
+}
+
 bool MayBeOnAnotherMedium(const Path& path) {
   const std::string drive = Narrow(DrivePart(path.Shown()));
   if (drive.empty()) return false;  // a share
@@ -182,29 +216,20 @@ Presence PresenceOf(const Path& path) {
   return missing && !MayBeOnAnotherMedium(path) ? Presence::Gone : Presence::OutOfReach;
 }
 
-bool Validate(const Path& path) {
-  return static_cast<bool>(NativeOpen(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
-}
+bool Validate(const Path& path) { return static_cast<bool>(OpenForReading(path)); }
 
 RuntimeError DeleteFileShred(const Path& path, const std::string& levelText) {
-  const ReportBurst burst;
-  Failures failures;
-  std::int16_t repeatCount = 0;
   Victim victim(path);
-  failures.Try([&] { repeatCount = RepeatCount(levelText); });
-  failures.Try([&] { victim.Open(); });
-  WriteSequence(victim.Handle(), repeatCount, failures);
-  failures.Try([&] { victim.Close(); });
-  failures.Try([&] { victim.Delete(); });
-  return failures.First();
+  return OverwriteAndDelete(victim, levelText);
 }
 
 RuntimeError ShredFile(const Path& path, const std::string& levelText) {
-  RuntimeError failure = failureOf([&] {
-    if (!Validate(path)) RaiseLastError();
-  });
+  Victim victim(path);
+  if (victim.OpenPlain()) return OverwriteAndDelete(victim, levelText);
+  DWORD attributes = 0;
+  RuntimeError failure = failureOf([&] { attributes = AttributesOfReadable(path); });
   if (!failure) {
-    const WithoutAttributes whileShredded(path);
+    const WithoutAttributes whileShredded(path, attributes);
     failure = DeleteFileShred(path, levelText);
   }
   return failure;
