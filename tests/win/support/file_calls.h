@@ -90,6 +90,15 @@ class FileCalls {
     if (isFile) Noted(path, TRUE);
     return status;
   }
+  static LONG WINAPI QueryInformation(HANDLE file, IO_STATUS_BLOCK* io, void* what, ULONG size, ULONG kind) {
+    using Function = LONG(WINAPI*)(HANDLE, IO_STATUS_BLOCK*, void*, ULONG, ULONG);
+    constexpr ULONG kBasic = 4;
+    static const auto system = std::bit_cast<Function>(TrueFunction("ntdll.dll", "NtQueryInformationFile"));
+    const LONG status = system(file, io, what, size, kind);
+    if (status >= 0 && kind == kBasic && !link_.empty() && PathOf(file) == link_)
+      static_cast<FILE_BASIC_INFORMATION*>(what)->FileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    return status;
+  }
   static LONG WINAPI OpenFile(HANDLE* file, ACCESS_MASK access, OBJECT_ATTRIBUTES* object, IO_STATUS_BLOCK* io, ULONG share,
                               ULONG options) {
     using Function = LONG(WINAPI*)(HANDLE*, ACCESS_MASK, OBJECT_ATTRIBUTES*, IO_STATUS_BLOCK*, ULONG, ULONG);
@@ -109,7 +118,7 @@ class FileCalls {
   static inline const bool replaced_ =
       (ReplaceFunction("GetFileAttributesW", &LookWide), ReplaceFunction("DeleteFileW", &DeleteWide),
        ReplaceFunction("FindFirstFileW", &FindWide), ReplaceFunction("NtSetInformationFile", &SetInformation),
-       ReplaceFunction("NtOpenFile", &OpenFile), true);
+       ReplaceFunction("NtQueryInformationFile", &QueryInformation), ReplaceFunction("NtOpenFile", &OpenFile), true);
 
   const ImportHook<decltype(importedGetFileAttributesA)> looking_{importedGetFileAttributesA, &LookAnsi};
   const ImportHook<decltype(importedDeleteFileA)> deleting_{importedDeleteFileA, &DeleteAnsi};
