@@ -71,11 +71,38 @@ class OtherProcess {
     return call("user32.dll", function, arguments);
   }
 
+  // Gives a program that has not run yet a thread that only waits. What is done to a process from outside, for example a
+  // thread made in it, is done by a thread of its own that waits; Wine interrupts another one where none does, and one
+  // that is interrupted while it allocates waits for itself for ever.
+  bool addWaitingThread() const {
+    Memory memory(*this, kCodeSize);
+    memory.keep();
+    const HANDLE thread = startCall(memory, "kernel32.dll", "WaitForSingleObject", {kCurrentThread, INFINITE});
+    if (thread) ::CloseHandle(thread);
+    return thread != nullptr;
+  }
+
   // Calls a stdcall function of a system module there; nothing when it did not answer in time.
   std::optional<DWORD> call(const char* module, const char* function, std::initializer_list<DWORD> arguments) const {
+    Memory memory(*this, kCodeSize);
+    const HANDLE thread = startCall(memory, module, function, arguments);
+    if (!thread) return std::nullopt;
+    DWORD result = 0;
+    const bool ended = ::WaitForSingleObject(thread, 20000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
+    if (!ended) memory.keep();
+    ::CloseHandle(thread);
+    return ended ? std::optional(result) : std::nullopt;
+  }
+
+ private:
+  static constexpr size_t kCodeSize = 128;
+  static constexpr DWORD kCurrentThread = 0xFFFFFFFE;  // what GetCurrentThread answers in every thread
+
+  // A thread there that calls the function and ends with its answer.
+  HANDLE startCall(Memory& memory, const char* module, const char* function, std::initializer_list<DWORD> arguments) const {
     const auto address = functionThere(module, function);
-    if (!m_process || !address) return std::nullopt;
-    unsigned char code[128];
+    if (!m_process || !address) return nullptr;
+    unsigned char code[kCodeSize];
     size_t used = 0;
     const auto put = [&](unsigned char op, DWORD value) {
       code[used++] = op;
@@ -89,22 +116,13 @@ class OtherProcess {
     code[used++] = 0xC2;  // ret 4
     code[used++] = 0x04;
     code[used++] = 0x00;
-
-    Memory memory(*this, sizeof code);
-    if (!memory.write(code, used)) return std::nullopt;
+    if (!memory.write(code, used)) return nullptr;
     LPTHREAD_START_ROUTINE start;
     void* const entry = memory.address();
     std::memcpy(&start, &entry, sizeof start);
-    const HANDLE thread = ::CreateRemoteThread(m_process, nullptr, 0, start, nullptr, 0, nullptr);
-    if (!thread) return std::nullopt;
-    DWORD result = 0;
-    const bool ended = ::WaitForSingleObject(thread, 20000) == WAIT_OBJECT_0 && ::GetExitCodeThread(thread, &result);
-    if (!ended) memory.keep();
-    ::CloseHandle(thread);
-    return ended ? std::optional(result) : std::nullopt;
+    return ::CreateRemoteThread(m_process, nullptr, 0, start, nullptr, 0, nullptr);
   }
 
- private:
   DWORD functionThere(const char* moduleName, const char* function) const {
     const HMODULE here = ::GetModuleHandleA(moduleName);
     const HANDLE modules = ::CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, m_pid);

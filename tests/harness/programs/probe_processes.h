@@ -2,6 +2,7 @@
 #pragma once
 
 #include "probe_basics.h"
+#include "probe_other_process.h"
 
 #include <windows.h>
 
@@ -55,6 +56,10 @@ inline std::string start(const Words& words) {
   if (words.size() > 3 && !loadBefore(process, words[3])) {
     ::TerminateProcess(process.hProcess, 1);
     return failure("the library was not loaded");
+  }
+  if (!OtherProcess(process.dwProcessId).addWaitingThread()) {
+    ::TerminateProcess(process.hProcess, 1);
+    return failure("no thread was made in the program");
   }
   ::ResumeThread(process.hThread);
   ::CloseHandle(process.hThread);
