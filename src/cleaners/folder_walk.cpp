@@ -50,6 +50,9 @@ class FolderWalk {
         levels_.push_back(std::move(subfolder));
         return;
       }
+      // One that may not be listed may be empty and removed all the same; one that is not empty stays.
+      if (const DWORD error = ::GetLastError(); error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED)
+        visitor_.AtFolder(levels_.back(), path_);
     } else if (IsNamedLink(entry_)) {
       visitor_.AtLink(levels_.back(), path_);
     }
