@@ -105,9 +105,8 @@ class TheLoop(FaultCase):
         return " ".join(self.bench.run(scenario, *rules, clean=clean).problems)
 
     def test_finds_a_file_that_is_said_to_be_shredded(self):
-        # From the look on, whether it is gone.
-        self.assertRegex(self.problems("shred", "GetFileAttributesW answer 0xFFFFFFFF 2 from 5 with one.txt",
-                                       "DeleteFileW answer 1 with one.txt"), "3 files shredded.*' and only 2 are")
+        # What deletes an open file does nothing.
+        self.assertRegex(self.problems("shred", "NtSetInformationFile answer 0"), "3 files shredded.*' and only 0 are")
 
     def test_finds_a_setting_that_was_overwritten(self):
         self.assertRegex(self.problems("start", "GetWindowTextA fail 5"), "txtLevel'\\) is neither old nor new: '' instead of '1'")
