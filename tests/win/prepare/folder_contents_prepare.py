@@ -133,7 +133,7 @@ def plant_tower(folder: Path, levels: int, name: str) -> None:
 
 def plant_the_large(plant: Path) -> None:
     plant_tower(plant / "tower", LEVELS, "l")
-    plant_tower(plant / "tower too high", 500, "a longer name")
+    plant_tower(plant / "tower too high", 40, "n" * 200)
     for number in range(10000):
         (plant / f"wide floor/folder{number}").mkdir(parents=True)
 
