@@ -9,6 +9,8 @@ from tools.wine_home import wait_for
 
 
 class Input:
+    reachable_within = 120.0  # seconds until what is to be clicked can be
+
     def _xdotool(self, *words) -> str:
         return subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.PIPE, text=True,
                               env=dict(os.environ, DISPLAY=self.display.name)).stdout
@@ -63,7 +65,7 @@ class Input:
         finally:
             self._button(1, False)
 
-    def _reachable(self, name, window, even_if_disabled: bool = False, seconds: float = 120) -> View:
+    def _reachable(self, name, window, even_if_disabled: bool = False) -> View:
         """The control, as soon as a user can click it: a panel may be on its way."""
         why: list = [None]
 
@@ -71,7 +73,7 @@ class Input:
             why[0], target = self._why_not(self.control(name, window), even_if_disabled)
             return target if not why[0] else None
         try:
-            return wait_for("what is clicked", can_be_clicked, seconds)
+            return wait_for("what is clicked", can_be_clicked, self.reachable_within)
         except TimeoutError:
             raise AssertionError(f"a user cannot click {why[0]}") from None
 
