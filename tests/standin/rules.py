@@ -8,7 +8,8 @@ from tools.audit.pe_file import PeFile
 
 TABLE = Path(__file__).with_name("functions.txt")
 FOREVER = 0xFFFFFFFF
-FACILITY_WIN32 = 0x80070000
+# What an error code becomes: an HRESULT of Windows, an NTSTATUS that RtlNtStatusToDosError turns back into it.
+FACILITIES = {"hresult": 0x80070000, "status": 0xC0010000}
 # How many numbers follow, at least and at most.
 VERBS = {"fail": (1, 2), "answer": (1, 2), "slow": (1, 1), "hang": (0, 1), "put": (3, 99), "missing": (0, 0), "log": (0, 0),
          "kill": (0, 1), "crash": (0, 0)}
@@ -45,8 +46,9 @@ class Row(NamedTuple):
     def failed(self, error: int) -> int:
         if self.failing in ("-", "ends"):
             raise Refused("it has no failing result; give one")
-        result = FACILITY_WIN32 | error if self.failing == "hresult" and error < 1 << 31 else error
-        return result if self.failing in ("error", "hresult") else int(self.failing, 0)
+        if self.failing in FACILITIES:
+            return FACILITIES[self.failing] | error if error < 1 << 31 else error
+        return error if self.failing == "error" else int(self.failing, 0)
 
 
 @cache
@@ -130,7 +132,7 @@ class _Rules:
             row = table()[name]
             # In the C runtime the caller takes the arguments away.
             size = 4 * len(row.kinds.replace("-", "")) if row.dll != "msvcrt" else 0
-            kind = {"error": "e", "hresult": "h", "-": "n", "ends": "x"}.get(row.failing, "v")
+            kind = {"error": "e", "hresult": "h", "status": "h", "-": "n", "ends": "x"}.get(row.failing, "v")
             value = int(row.failing, 0) & FOREVER if kind == "v" else 0
             lines += [("F", name, row.kinds, size, kind, value, int(name in self._missing), int(name in self._logged)), *rules]
         return "".join(" ".join(map(str, line)) + "\n" for line in lines)

@@ -16,8 +16,8 @@ std::string Answer(std::uint64_t result) {
 }
 
 template <class Function>
-Function* Late(const char* name) {
-  return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), name)));
+Function* Late(const char* name, const char* library = "kernel32.dll") {
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA(library), name)));
 }
 
 std::wstring Wide(const std::string& text) { return {text.begin(), text.end()}; }
@@ -72,6 +72,13 @@ std::string DeleteKey(const std::string& path) {
   return std::to_string(::RegDeleteKeyA(HKEY_CURRENT_USER, path.c_str()));
 }
 
+// The status of a call that has one, as an error code.
+std::string Close(const std::string&) {
+  const HANDLE event = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
+  const LONG status = Late<LONG WINAPI(HANDLE)>("NtClose", "ntdll.dll")(event);
+  return status >= 0 ? "closed" : std::to_string(Late<ULONG WINAPI(LONG)>("RtlNtStatusToDosError", "ntdll.dll")(status));
+}
+
 // The C runtime leaves the arguments to its caller.
 std::string Allocate(const std::string& size) {
   void* const memory = std::malloc(static_cast<std::size_t>(std::atoi(size.c_str())));
@@ -90,6 +97,7 @@ std::uint32_t StackPointer() {
 const std::map<std::string, std::function<std::string(const std::string&)>> kCommands = {
     {"delete", &Delete},   {"remove", &Remove}, {"attributes", &Attributes}, {"open", &Open},         {"list", &List},
     {"version", &Version}, {"wait", &Wait},     {"deletekey", &DeleteKey},   {"allocate", &Allocate}, {"end", &End},
+    {"close", &Close},
 };
 
 }  // namespace

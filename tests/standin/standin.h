@@ -28,7 +28,7 @@ struct Function {
   std::uint32_t bytesToPop = 0;  // stays the first member: the stub's code reads it
   std::string name;
   std::string kinds;   // a letter an argument, as functions.txt explains
-  char failing = 'v';  // v value, e error, h HRESULT; n never, x does not return
+  char failing = 'v';  // v value, e error, h HRESULT or NTSTATUS; n never, x does not return
   std::uint32_t failingValue = 0;
   std::vector<Rule> rules;
   bool missing = false, logged = false;

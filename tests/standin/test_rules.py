@@ -56,6 +56,7 @@ class ARule(SampleCase):
         answers = self.run_sample(["GetFileAttributesA fail 5 only 1", "CreateFileA fail 32", "RegDeleteKeyA fail 6"],
                                   "attributes", THERE, "attributes", THERE, "open", THERE, "deletekey", r"Software\Sample")
         self.assertEqual(answers, ["-1 5", "32 5", "0 32", "6"])
+        self.assertEqual(self.run_sample(["NtClose fail 5 only 1"], "close", "first", "close", "second"), ["5", "closed"])
 
     def test_fails_with_a_given_result_or_answers_one(self):
         rules = ["GetFileAttributesA fail 3 0x10 only 1", "GetFileAttributesA answer 0x410"]
