@@ -75,6 +75,13 @@ void Control::Attach() {
   ShowState();
 }
 
+WNDPROC Control::PutBefore(const void* control, WNDPROC procedure) const {
+  const LONG known = reinterpret_cast<LONG>(control);
+  ::SetWindowLongA(window_, GWL_USERDATA, known);
+  if (::GetWindowLongA(window_, GWL_USERDATA) != known) return nullptr;
+  return reinterpret_cast<WNDPROC>(::SetWindowLongA(window_, GWL_WNDPROC, reinterpret_cast<LONG>(procedure)));
+}
+
 void Control::SetEnabled(bool enabled) {
   if (window_ == nullptr) {
     enabled_ = enabled;
@@ -166,10 +173,7 @@ LRESULT OptionButton::TakeKeyboard(WPARAM wParam, LPARAM lParam) {
 }
 
 void OptionButton::ShowState() {
-  if (system_ == nullptr) {
-    ::SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(this));
-    system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(Handle(), GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
-  }
+  if (system_ == nullptr) system_ = PutBefore(this, &Procedure);
   // Unchecking takes a button out of the tab order; while none is chosen, the first one stays in it.
   if (group_.chosen != 0) Send(BM_SETCHECK, group_.chosen == Id() ? BST_CHECKED : BST_UNCHECKED);
 }
@@ -291,10 +295,7 @@ LRESULT CALLBACK SpinButton::Procedure(HWND window, UINT message, WPARAM wParam,
 }
 
 void SpinButton::ShowState() {
-  if (system_ == nullptr) {
-    ::SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(this));
-    system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(Handle(), GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
-  }
+  if (system_ == nullptr) system_ = PutBefore(this, &Procedure);
   // Setting the position writes it into the buddy, whose text may be another one by now.
   const std::string text = buddy_.Text();
   Send(UDM_SETRANGE, 0, MAKELPARAM(max_, min_));

@@ -48,6 +48,10 @@ class Control : public DialogPart {
   void FireClick() { dialog_.Click(id_); }
   void IgnoreClicks(bool ignored) { dialog_.IgnoreClicksOf(ignored ? id_ : 0); }
 
+  // Has `procedure` called before the system's own, which is returned. It finds `control` in the window's user data. Null,
+  // and the control stays the system's, where the window cannot keep that.
+  WNDPROC PutBefore(const void* control, WNDPROC procedure) const;
+
  private:
   void Attach() final;
   void Detach() final { window_ = nullptr; }

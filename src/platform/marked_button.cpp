@@ -57,9 +57,7 @@ LRESULT CALLBACK MarkedButton::Procedure(HWND window, UINT message, WPARAM wPara
 }
 
 void MarkedButton::ShowState() {
-  if (system_ != nullptr) return;
-  ::SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(this));
-  system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(Handle(), GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
+  if (system_ == nullptr) system_ = PutBefore(this, &Procedure);
 }
 
 }  // namespace platform

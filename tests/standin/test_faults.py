@@ -75,6 +75,10 @@ class WhatTheLoopFound(FaultCase):
         self.check(Fault("start", "SetWindowLongA fail 5 only 1"))
         self.assertEqual([box[:32] for box in self.bench.boxes_told], ["Quellix cannot show its window. "])
 
+    def test_a_control_whose_window_knows_nothing_of_it_stays_the_systems_own(self):
+        for number in range(2, 6):
+            self.check(Fault("start", f"SetWindowLongA fail 5 only {number}"))
+
     def test_a_scheduled_list_that_could_not_be_read_keeps_what_was_on_it(self):
         self.check(Fault("save", "CreateFileW fail 5 only 1 with QUELLIX_Shred"))
         self.assertEqual(len(self.bench.state().files[LIST_FILE].split()), 3, "it was read when there was something to save")
