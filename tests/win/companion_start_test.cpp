@@ -55,10 +55,13 @@ class CompanionStart : public testing::Test {
     EXPECT_FALSE(IsThere("C:\\test\\1"));
   }
 
-  // Waits until the companion has been started.
+  // Waits until the companion has been started. What it tells is there as a whole, but who gave it its name may still have
+  // it open.
   static Testimony WaitForIt() {
-    for (const DWORD start = ::GetTickCount(); !IsThere(kTold) && ::GetTickCount() - start < 20000;) ::Sleep(5);
-    std::istringstream lines(ReadWhole(kTold));
+    std::string text;
+    for (const DWORD start = ::GetTickCount(); text.empty() && ::GetTickCount() - start < 20000; ::Sleep(5))
+      if (IsThere(kTold)) text = ReadWhole(kTold);
+    std::istringstream lines(text);
     Testimony told;
     for (std::string* line : {&told.showState, &told.commandLine, &told.currentFolder}) {
       std::getline(lines, *line);
