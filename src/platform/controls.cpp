@@ -143,11 +143,12 @@ std::vector<HWND> OptionButton::Group() const {
 }
 
 LRESULT CALLBACK OptionButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto& button = *reinterpret_cast<OptionButton*>(::GetWindowLongA(window, GWL_USERDATA));
+  auto* const button = Of<OptionButton>(window);
+  if (button == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
   std::optional<LRESULT> answer;
-  if (message == WM_SETFOCUS) quietly([&] { answer = button.TakeKeyboard(wParam, lParam); });
+  if (message == WM_SETFOCUS) quietly([&] { answer = button->TakeKeyboard(wParam, lParam); });
   if (answer) return *answer;
-  return ::CallWindowProcA(button.system_, window, message, wParam, lParam);
+  return ::CallWindowProcA(button->system_, window, message, wParam, lParam);
 }
 
 // Who was checked, and where the tab order enters the group, stays as it was.
@@ -282,13 +283,14 @@ void SpinButton::Turn(int by) {
 
 // The system's own draws nothing to show that it has the keyboard.
 LRESULT CALLBACK SpinButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto& spin = *reinterpret_cast<SpinButton*>(::GetWindowLongA(window, GWL_USERDATA));
+  auto* const spin = Of<SpinButton>(window);
+  if (spin == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
   if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
   if (message == WM_KEYDOWN && (wParam == VK_UP || wParam == VK_DOWN)) {
-    spin.Turn(wParam == VK_UP ? 1 : -1);
+    spin->Turn(wParam == VK_UP ? 1 : -1);
     return 0;
   }
-  const LRESULT result = ::CallWindowProcA(spin.system_, window, message, wParam, lParam);
+  const LRESULT result = ::CallWindowProcA(spin->system_, window, message, wParam, lParam);
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) ::InvalidateRect(window, nullptr, TRUE);
   if (message == WM_PAINT && ::GetFocus() == window) FrameInHighlight(window);
   return result;

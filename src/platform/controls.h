@@ -52,6 +52,12 @@ class Control : public DialogPart {
   // and the control stays the system's, where the window cannot keep that.
   WNDPROC PutBefore(const void* control, WNDPROC procedure) const;
 
+  // In such a procedure; null where the window does not tell.
+  template <class Kind>
+  static Kind* Of(HWND window) {
+    return reinterpret_cast<Kind*>(::GetWindowLongA(window, GWL_USERDATA));
+  }
+
  private:
   void Attach() final;
   void Detach() final { window_ = nullptr; }

@@ -38,11 +38,12 @@ void MarkedButton::DrawInHighContrast() const {
 
 // The system fills a pressed box with the scheme's light colour, on which a scheme of high contrast hides the text.
 LRESULT CALLBACK MarkedButton::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  const auto& button = *reinterpret_cast<MarkedButton*>(::GetWindowLongA(window, GWL_USERDATA));
-  const LRESULT result = ::CallWindowProcA(button.system_, window, message, wParam, lParam);
+  const auto* const button = Of<MarkedButton>(window);
+  if (button == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
+  const LRESULT result = ::CallWindowProcA(button->system_, window, message, wParam, lParam);
   switch (message) {
     case WM_PAINT:
-      button.DrawInHighContrast();
+      button->DrawInHighContrast();
       break;
     case BM_SETCHECK:
     case BM_SETSTATE:

@@ -12,6 +12,7 @@ from tests.standin.scenarios import LIST_FILE, PATIENCE, SCENARIOS, Bench
 
 SECONDS = 70  # for the sample, the runs without faults before it included
 AT_LEAST = 5
+GWL_USERDATA = 0xFFFFFFEB
 
 
 class FaultCase(unittest.TestCase):
@@ -78,6 +79,12 @@ class WhatTheLoopFound(FaultCase):
     def test_a_control_whose_window_knows_nothing_of_it_stays_the_systems_own(self):
         for number in range(2, 6):
             self.check(Fault("start", f"SetWindowLongA fail 5 only {number}"))
+
+    def test_a_control_that_its_window_does_not_tell_of_leaves_the_message_to_the_system(self):
+        self.bench.run("erase", "GetWindowLongA log")
+        asked = [number for number, call in enumerate(self.bench.calls("GetWindowLongA"), 1) if call.arguments[1] == GWL_USERDATA]
+        for number in asked[len(asked) // 4::len(asked) // 4]:
+            self.check(Fault("erase", f"GetWindowLongA fail 5 only {number}"))
 
     def test_a_scheduled_list_that_could_not_be_read_keeps_what_was_on_it(self):
         self.check(Fault("save", "CreateFileW fail 5 only 1 with QUELLIX_Shred"))
