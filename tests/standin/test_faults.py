@@ -58,7 +58,7 @@ class TheSample(FaultCase):
 class WhatTheLoopFound(FaultCase):
     """Each of these once did harm."""
 
-    def fail(self, scenario: str, name: str, first: int, last: int | None = None) -> None:
+    def check_calls(self, scenario: str, name: str, first: int, last: int | None = None) -> None:
         """The calls of a function from one to another, counted from the scenario's own first one."""
         clean = self.clean(scenario)
         first, last = own_call(clean, name, first), own_call(clean, name, last or first)
@@ -94,17 +94,17 @@ class WhatTheLoopFound(FaultCase):
 
     def test_a_name_that_cannot_be_told_keeps_no_file_from_its_turn(self):
         for number in range(1, 12):
-            self.fail("shred", "WideCharToMultiByte", number)
+            self.check_calls("shred", "WideCharToMultiByte", number)
 
     def test_a_keep_list_whose_place_is_not_told_is_not_overwritten(self):
-        self.fail("cookies", "GetModuleFileNameW", 1)
+        self.check_calls("cookies", "GetModuleFileNameW", 1)
 
     def test_a_keep_list_that_was_not_filled_is_not_overwritten(self):
-        self.fail("cookies", "PostMessageA", 1)
+        self.check_calls("cookies", "PostMessageA", 1)
 
     def test_a_text_that_cannot_be_converted_is_not_taken_for_an_empty_one(self):
-        self.fail("cookies", "MultiByteToWideChar", 1, 1000)
-        self.fail("cookies", "WideCharToMultiByte", 1, 1000)
+        self.check_calls("cookies", "MultiByteToWideChar", 1, 1000)
+        self.check_calls("cookies", "WideCharToMultiByte", 1, 1000)
         self.check(Fault("start", "MultiByteToWideChar fail 5 from 1"))
 
 
