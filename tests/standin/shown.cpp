@@ -36,20 +36,9 @@ std::string Ansi(const char* text) {
   return Quoted(wide, ::MultiByteToWideChar(CP_ACP, 0, text, length, wide, kLongest));
 }
 
-struct NtText {
-  USHORT bytes, room;
-  const wchar_t* text;
-};
-
-struct NtObject {
-  ULONG length;
-  HANDLE folder;
-  const NtText* name;
-};
-
-std::string Nt(const NtText* text) {
-  if (::IsBadReadPtr(text, sizeof *text) || ::IsBadReadPtr(text->text, text->bytes)) return {};
-  return Quoted(text->text, std::min<int>(text->bytes / sizeof(wchar_t), kLongest));
+std::string Nt(const UNICODE_STRING* text) {
+  if (::IsBadReadPtr(text, sizeof *text) || ::IsBadReadPtr(text->Buffer, text->Length)) return {};
+  return Quoted(text->Buffer, std::min<int>(text->Length / sizeof(wchar_t), kLongest));
 }
 
 std::string Bytes(std::uint32_t address, std::uint32_t size) {
@@ -83,8 +72,8 @@ std::string ShownArgument(char kind, std::uint32_t argument) {
     if (kind == 'w') text = Wide(&At<wchar_t>(argument));
     if (kind == 'r') text = Bytes(argument, std::min(At<std::uint32_t>(argument), 512u));
     if (kind >= '1' && kind <= '9') text = Bytes(argument, 4 * static_cast<std::uint32_t>(kind - '0'));
-    if (kind == 'u') text = Nt(&At<NtText>(argument));
-    if (kind == 'o') text = Nt(At<NtObject>(argument).name);
+    if (kind == 'u') text = Nt(&At<UNICODE_STRING>(argument));
+    if (kind == 'o') text = Nt(At<OBJECT_ATTRIBUTES>(argument).ObjectName);
   }
   return text.empty() ? Number(argument) : text;
 }

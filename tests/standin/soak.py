@@ -192,7 +192,7 @@ class Soak:
                 tenth = self._while_it_runs()
             time.sleep(0.02)
         end = self._while_it_runs()
-        grown = self._grown(tenth, end)
+        grown = self._grown(tenth, end, WINES_OWN["erase runs"] * runs)
         self.wrong += bool(grown) or runs < 5
         self.tell(f"{DAYS / self.share:.0f} days of an hourly schedule, {runs} runs seen: after the first tenth {tenth}; at the end "
                   f"{end}; {'more ' + ', '.join(grown) if grown else 'no more'} ({real:.0f} s)")

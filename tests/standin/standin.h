@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <winternl.h>
+
 #include <cstdint>
 #include <map>
 #include <string>

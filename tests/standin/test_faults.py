@@ -3,33 +3,19 @@
 QUELLIX_SEED=20261122 draws that of another day, QUELLIX_FAULT='shred: DeleteFileW fail 5 only 2' is one run alone.
 """
 import os
-import time
 import unittest
 from itertools import islice
 
-from tests.standin.faults import Fault, draw, own_call, record, try_fault
-from tests.standin.scenarios import LIST_FILE, PATIENCE, SCENARIOS, Bench
+from tests.standin.faults import Fault, draw, own_call, try_fault
+from tests.standin.scenario_case import ScenarioCase, seed, until
+from tests.standin.scenarios import LIST_FILE, PATIENCE, SCENARIOS
 
 SECONDS = 70  # for the sample, the runs without faults before it included
 AT_LEAST = 5
 GWL_USERDATA = 0xFFFFFFEB
 
 
-class FaultCase(unittest.TestCase):
-    """One Windows for a class."""
-
-    @classmethod
-    def setUpClass(cls):
-        cls.begun = time.monotonic()
-        cls.bench = cls.enterClassContext(Bench(f"faults-{cls.__name__.lower()}"))
-        cls.bench.set_up_profile()
-        cls.cleans = {}
-
-    def clean(self, scenario: str):
-        if scenario not in self.cleans:
-            self.cleans[scenario] = record(self.bench, scenario)
-        return self.cleans[scenario]
-
+class FaultCase(ScenarioCase):
     def check(self, fault: Fault) -> None:
         clean = self.clean(fault.scenario)
         with self.subTest(str(fault)):
@@ -40,13 +26,10 @@ class FaultCase(unittest.TestCase):
 class TheSample(FaultCase):
     def test_of_calls_that_fail_does_no_harm(self):
         if "QUELLIX_FAULT" in os.environ:
-            return self.check(Fault(*os.environ["QUELLIX_FAULT"].split(": ", 1)))
-        seed = int(os.environ.get("QUELLIX_SEED") or time.strftime("%Y%m%d"))
-        print(f"QUELLIX_SEED={seed}", flush=True)
-        for number, fault in enumerate(draw(seed, {scenario: self.clean(scenario) for scenario in SCENARIOS})):
-            if number >= AT_LEAST and time.monotonic() - self.begun > SECONDS:
-                return None
-            print(fault, flush=True)
+            self.check(Fault(*os.environ["QUELLIX_FAULT"].split(": ", 1)))
+            return
+        drawn = draw(seed(), {scenario: self.clean(scenario) for scenario in SCENARIOS})
+        for fault in until(self.begun + SECONDS, drawn, AT_LEAST):
             self.check(fault)
 
     def test_is_the_same_for_the_same_number(self):

@@ -1,26 +1,17 @@
 """A sample of the kills (kills.py), drawn by the date; QUELLIX_SEED=20261122 draws that of another day."""
-import os
 import time
 import unittest
 
 from tests.standin.kills import Kill, kill, kills, record_writes, sample, windows_98
-from tests.standin.scenarios import SCENARIOS, Bench
+from tests.standin.scenario_case import ScenarioCase, seed, until
+from tests.standin.scenarios import SCENARIOS
 
 SECONDS = 40
 AT_LEAST = 4
 
 
-class KillCase(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.bench = cls.enterClassContext(Bench(f"kills-{cls.__name__.lower()}"))
-        cls.bench.set_up_profile()
-        cls.cleans = {}
-
-    def clean(self, scenario: str):
-        if scenario not in self.cleans:
-            self.cleans[scenario] = record_writes(self.bench, scenario)
-        return self.cleans[scenario]
+class KillCase(ScenarioCase):
+    record = staticmethod(record_writes)
 
     def check(self, one: Kill) -> bool:
         """Whether the program came to the call: a key that a run before has made is not made again."""
@@ -32,16 +23,8 @@ class KillCase(unittest.TestCase):
 
 class TheSample(KillCase):
     def test_of_kills_leaves_everything_old_or_new(self):
-        seed = int(os.environ.get("QUELLIX_SEED") or time.strftime("%Y%m%d"))
-        print(f"QUELLIX_SEED={seed}", flush=True)
-        drawn = sample({scenario: self.clean(scenario) for scenario in SCENARIOS}, seed)
-        end = time.monotonic() + SECONDS
-        ended = []
-        for one in drawn:
-            if len(ended) >= AT_LEAST and time.monotonic() > end:
-                break
-            print(one, flush=True)
-            ended.append(self.check(one))
+        drawn = sample({scenario: self.clean(scenario) for scenario in SCENARIOS}, seed())
+        ended = [self.check(one) for one in until(time.monotonic() + SECONDS, drawn, AT_LEAST)]
         self.assertGreater(2 * sum(ended), len(ended), "most of the kills did not end the program")
 
     def test_has_kills_in_every_scenario_in_halves_too(self):

@@ -122,16 +122,6 @@ Acted RemoveLink(Call& call, const Rule&) {
 // What a handle means that was opened by NtOpenFile without following: the link itself.
 std::map<std::uint32_t, UnixPath> openLinks;
 
-struct NtName {
-  USHORT bytes, room;
-  const wchar_t* text;
-};
-struct NtNamed {
-  ULONG length;
-  HANDLE folder;
-  const NtName* name;
-};
-
 Acted TagRecords(Call& call, const Rule& rule) {
   constexpr std::uint32_t kBothDirectory = 3;
   call.MakeReal();
@@ -147,13 +137,13 @@ Acted TagRecords(Call& call, const Rule& rule) {
 
 Acted OpenLink(Call& call, const Rule&) {
   constexpr std::uint32_t kUnfollowed = 0x200000;
-  const auto& named = *call.Pointer<NtNamed>(2);
+  const auto& named = *call.Pointer<OBJECT_ATTRIBUTES>(2);
   using FinalPath = DWORD(WINAPI*)(HANDLE, wchar_t*, DWORD, DWORD);
   const auto finalPath = reinterpret_cast<FinalPath>(
       reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "GetFinalPathNameByHandleW")));
   wchar_t folder[1024] = L"";
-  finalPath(named.folder, folder, 1024, 0);
-  const std::wstring name(named.name->text, named.name->bytes / sizeof(wchar_t));
+  finalPath(named.RootDirectory, folder, 1024, 0);
+  const std::wstring name(named.ObjectName->Buffer, named.ObjectName->Length / sizeof(wchar_t));
   const UnixPath path(folder + (L'\\' + name));
   if ((call.Argument(5) & kUnfollowed) == 0 || !path.IsLink()) return Acted::No;
   const HANDLE any = ::CreateFileW(folder, 0, 7, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);

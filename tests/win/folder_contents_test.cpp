@@ -248,6 +248,7 @@ TEST_P(FolderContents, LeavesTheTargetOfALinkThatTookThePlaceOfAFolderItHasEmpti
 }
 
 TEST_P(FolderContents, ClearsNothingThatALinkAboveItLeadsToMeanwhile) {
+  // Runs in the row of the wide names: where only the ANSI ones are, nothing could put a link there.
   if (ByAnsi()) GTEST_SKIP() << "Windows 9x has no links";
   swap = "C:\\swap\\wide\\above";
   events.AtTheNext([] { ExchangeForALink(swap); });
@@ -279,6 +280,7 @@ TEST_P(FolderContents, RemovesEveryNameThatTheFileSystemHolds) {
 
 // As long as the file systems of the machine under Wine let a path be.
 TEST_P(FolderContents, TakesMemoryByTheLevelsOfADeepTreeAndNotByTheirPaths) {
+  // Runs in the row of the wide names: the ANSI ones end at 259 characters.
   if (ByAnsi()) GTEST_SKIP() << "no path is that long";
   const CountedMemory memory;
   ClearFolderContents(Planted("long tower"), true, true);

@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "ansi_paths.h"
-#include "exchange.h"
+#include "exchange_on_deletion.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "netscape_profiles.h"
@@ -198,11 +198,7 @@ TEST_P(Netscape, TakesNothingThroughALinkThatTookAFoldersPlaceAfterItWasSearched
   shell.Move(kProfileFolder, place);
   {
     const FileCalls calls;
-    calls.AfterEachDeletion([&](const std::string&) {
-      calls.AfterEachDeletion(nullptr);
-      events.AtTheNext([&place] { ExchangeForALink(place); });
-      LetTheNextLookBeDue();
-    });
+    ExchangeAfterTheFirstDeletion(calls, events, place);
     CleanNetscapeMail();
     EXPECT_EQ(calls.Deleted().size(), 1u);
   }

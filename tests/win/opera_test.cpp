@@ -9,7 +9,7 @@
 #include "cleaners/OperaClean.h"
 #include "cleaners/wipe_state.h"
 #include "connection.h"
-#include "exchange.h"
+#include "exchange_on_deletion.h"
 #include "file_calls.h"
 #include "log_recorder.h"
 #include "nothing_pending.h"
@@ -220,11 +220,7 @@ TEST_P(Opera, KeepsTheRestOfACacheFolderThatALinkTookThePlaceOf) {
   shell.Move(kApplicationDataFolder, place);
   {
     const FileCalls calls;
-    calls.AfterEachDeletion([&](const std::string&) {
-      calls.AfterEachDeletion(nullptr);
-      events.AtTheNext([&place] { ExchangeForALink(place); });
-      LetTheNextLookBeDue();
-    });
+    ExchangeAfterTheFirstDeletion(calls, events, place);
     CleanOpera7Cache();
     EXPECT_EQ(calls.Deleted().size(), 1u);
   }

@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "ansi_paths.h"
-#include "exchange.h"
+#include "exchange_on_deletion.h"
 #include "file_calls.h"
 #include "import_hook.h"
 #include "platform/ErroHandle.h"
@@ -166,11 +166,7 @@ TEST_P(ShredFolders, DeleteNothingThatALinkLeadsToThatAnEventPutsInTheFoldersPla
   {
     const FileCalls calls;
     const WindowEvents waiting;
-    calls.AfterEachDeletion([&](const std::string&) {
-      calls.AfterEachDeletion(nullptr);
-      waiting.AtTheNext([&place] { ExchangeForALink(place); });
-      LetTheNextLookBeDue();
-    });
+    ExchangeAfterTheFirstDeletion(calls, waiting, place);
     ShredFolder(place + "\\tree");
   }
   EXPECT_THAT(NamesBelow(place + "\\moved away"), SizeIs(19)) << "one was deleted before";
