@@ -9,6 +9,8 @@ set(LOGIC_SOURCES
   src/platform/plain_text.cpp
   src/platform/runtime_error.cpp
   src/platform/system_error.cpp
+  src/platform/tally.cpp
+  src/platform/tally_text.cpp
   src/platform/text_value.cpp
   src/platform/wide_text.cpp
   src/cleaners/cache_entry_rule.cpp

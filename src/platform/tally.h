@@ -1,0 +1,137 @@
+// What a run did, for those who ask: how many traces of each kind went, and what stayed and why. It is in memory alone, and
+// is overwritten as soon as nobody is to ask any more.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "platform/wide_text.h"
+
+namespace platform {
+
+enum class Trace : std::uint8_t {
+  File,
+  Folder,
+  IndexFile,  // filled with blanks in its place
+  CacheEntry,
+  Cookie,
+  HistoryEntry,
+  Key,
+  Value,
+  BinItem,
+  ClipboardFormat,
+  Kinds  // how many there are
+};
+inline constexpr std::size_t kTraceKinds = static_cast<std::size_t>(Trace::Kinds);
+
+// Why something stayed.
+enum class Why : std::uint8_t {
+  InUse,
+  NotAllowed,
+  Link,        // a reparse point that is not to be removed as a link
+  NotEmpty,    // a folder or key that holds something that stayed
+  NotPlain,    // hidden, read-only or of the system, where the cleaner takes plain files alone
+  SecondName,  // or gaps that overwriting would fill
+  NotOverwritten,
+  OutOfReach,
+  LeftByWindows,
+  NoFunction,
+  RefusedNoFolder,
+  RefusedNotNamed,
+  RefusedRoot,
+  RefusedLink,
+  RefusedWindows,
+  RefusedKept,
+  RefusedShared,
+  Other,
+  Gone,  // it did not stay: nothing is noted
+};
+
+// The reason in an error code of the system (winerror.h).
+Why WhyOf(std::uint32_t systemError);
+
+struct StayedTrace {
+  Trace what;
+  Why why;
+  std::uint32_t error;  // the system's, for Why::Other
+  WideText name;
+};
+
+// The share of one line of a log.
+struct LineTally {
+  static constexpr std::size_t kNames = 200;
+
+  std::array<std::uint64_t, kTraceKinds> erased{};
+  std::uint64_t bytes = 0;
+  std::uint64_t stayed = 0;
+  std::vector<StayedTrace> names;  // of the first that stayed; fewer where memory was short
+  bool isStopped = false;          // a stop came before its end
+  bool isCounted = true;           // false: somebody else erases, and does not tell what
+  bool isForgotten = false;        // nothing is kept of it, and nothing will be
+
+  // Memory that runs short costs the name and nothing else. One that is among the names is the same trace once more.
+  void Add(Trace what, WideView name, Why why, std::uint32_t error = 0);
+
+  // Every character of every name, then the rest.
+  void Overwrite();
+};
+
+// The lines of a log, in its order. Where a line is still to come nothing is kept.
+class Tally {
+ public:
+  static constexpr std::size_t kLines = 64;  // more than a log can have
+
+  Tally() = default;
+  Tally(const Tally&) = delete;
+  Tally& operator=(const Tally&) = delete;
+
+  void AddLine();  // reports belong to it from now on
+  void Clear();    // overwritten; no line is left
+  void Forget();   // overwritten; the lines stay, and what is reported to them is not kept
+
+  std::size_t Count() const { return count_; }
+  const LineTally& Line(std::size_t line) const { return lines_[line]; }
+
+  // Of all lines, without the names.
+  LineTally Sum() const;
+
+  // The line that reports belong to; null for none.
+  LineTally* Current();
+
+ private:
+  std::array<LineTally, kLines> lines_;
+  std::size_t count_ = 0;
+};
+
+// The interface through which whoever deletes tells what became of a trace: here, and nowhere else, it is told. Outside of a
+// run nobody listens.
+
+// Who listens; null for nobody.
+inline Tally* Listening = nullptr;
+
+// While the program is invisible nothing is kept of any run.
+inline bool NothingIsKept = false;
+
+// Reports go to this tally as long as one lives; those in the middle of an event come back to the one before.
+class ListeningScope {
+ public:
+  explicit ListeningScope(Tally* tally) : before_(Listening) { Listening = tally; }
+  ListeningScope(const ListeningScope&) = delete;
+  ListeningScope& operator=(const ListeningScope&) = delete;
+  ~ListeningScope() { Listening = before_; }
+
+ private:
+  Tally* before_;
+};
+
+void TellErased(Trace what, std::uint64_t count = 1, std::uint64_t bytes = 0);
+void TellStayed(Trace what, WideView name, Why why, std::uint32_t systemError = 0);
+void TellStopped();     // the work in hand was cut short
+void TellNotCounted();  // somebody else erases, and does not tell what
+
+// Overwrites memory for good: no compiler leaves it out.
+void OverwriteMemory(void* memory, std::size_t bytes);
+
+}  // namespace platform

@@ -1,0 +1,243 @@
+#include "platform/tally.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "platform/tally_text.h"
+
+using namespace platform;
+
+namespace {
+
+WideText NameOf(std::size_t number) {
+  const std::string digits = std::to_string(number);
+  return WideText(Wide<"C:\\Temp\\a file with a long name ">()).append(digits.begin(), digits.end());
+}
+
+// A log with one line that listens.
+class OneLine {
+ public:
+  OneLine() { tally.AddLine(); }
+  const LineTally& Line() const { return tally.Line(0); }
+
+  Tally tally;
+
+ private:
+  ListeningScope scope_{&tally};
+};
+
+std::string SentenceOf(std::size_t files, std::uint64_t bytes, std::size_t stayed) {
+  LineTally line;
+  line.erased[static_cast<std::size_t>(Trace::File)] = files;
+  line.bytes = bytes;
+  line.stayed = stayed;
+  return Sentence(line);
+}
+
+}  // namespace
+
+TEST(TallySentence, TellsFirstWhatWentAndThenWhatStayed) {
+  EXPECT_EQ(SentenceOf(312, 18 * 1024 * 1024, 3), "312 files, 18 MB erased; 3 stayed");
+  EXPECT_EQ(SentenceOf(1, 1, 0), "1 file, 1 byte erased");
+  EXPECT_EQ(SentenceOf(2, 0, 0), "2 files erased");
+  EXPECT_EQ(SentenceOf(0, 0, 0), "Nothing erased");
+  EXPECT_EQ(SentenceOf(0, 0, 100000), "Nothing erased; 100000 stayed");
+}
+
+TEST(TallySentence, NamesEveryKindOfTrace) {
+  LineTally line;
+  line.erased.fill(1);
+  EXPECT_EQ(Sentence(line),
+            "1 file, 1 folder, 1 index file, 1 cache entry, 1 cookie, 1 history entry, 1 registry key, 1 registry value, "
+            "1 item of the recycle bin, 1 clipboard format erased");
+  line.erased.fill(2);
+  EXPECT_EQ(Sentence(line),
+            "2 files, 2 folders, 2 index files, 2 cache entries, 2 cookies, 2 history entries, 2 registry keys, "
+            "2 registry values, 2 items of the recycle bin, 2 clipboard formats erased");
+}
+
+TEST(TallySentence, TellsOfWorkThatWasCutShort) {
+  LineTally line;
+  line.isStopped = true;
+  EXPECT_EQ(Sentence(line), "Nothing erased; stopped before the end");
+  line.stayed = 1;
+  EXPECT_EQ(Sentence(line), "Nothing erased; 1 stayed; stopped before the end");
+}
+
+TEST(TallySentence, DoesNotClaimToKnowWhatAnotherProgramErases) {
+  LineTally line;
+  line.isCounted = false;
+  EXPECT_EQ(Sentence(line), "iea.exe erases and does not tell what");
+  line.erased[0] = 1;
+  EXPECT_EQ(Sentence(line), "1 file erased; iea.exe erases and does not tell what");
+}
+
+TEST(BytesInATally, AreRoundedDown) {
+  EXPECT_EQ(BytesText(0), "0 bytes");
+  EXPECT_EQ(BytesText(1023), "1023 bytes");
+  EXPECT_EQ(BytesText(1024), "1 KB");
+  EXPECT_EQ(BytesText(1024 + 512), "1.5 KB");
+  EXPECT_EQ(BytesText(10 * 1024 + 1023), "10 KB");
+  EXPECT_EQ(BytesText(1024 * 1024 - 1), "1023 KB");
+  EXPECT_EQ(BytesText(std::uint64_t{5} << 30), "5 GB");
+  EXPECT_EQ(BytesText(std::uint64_t{5000} << 40), "5000 TB");
+}
+
+TEST(TallyReason, IsInPlainWordsForEveryReason) {
+  for (std::size_t why = 0; why < static_cast<std::size_t>(Why::Gone); ++why)
+    EXPECT_GT(Reason({Trace::File, static_cast<Why>(why), 0, {}}).size(), 5u) << why;
+  EXPECT_EQ(Reason({Trace::File, Why::InUse, 32, {}}), "in use by another program");
+  EXPECT_EQ(Reason({Trace::Folder, Why::RefusedShared, 0, {}}), "refused: this folder lies where all users share it");
+  EXPECT_EQ(Reason({Trace::File, Why::Other, 1117, {}}), "refused by Windows, error 1117");
+}
+
+TEST(TallyReason, ComesFromTheSystemsErrorCode) {
+  EXPECT_EQ(WhyOf(32), Why::InUse);
+  EXPECT_EQ(WhyOf(5), Why::NotAllowed);
+  EXPECT_EQ(WhyOf(145), Why::NotEmpty);
+  EXPECT_EQ(WhyOf(127), Why::NoFunction);
+  EXPECT_EQ(WhyOf(2), Why::Gone);
+  EXPECT_EQ(WhyOf(1117), Why::Other);
+}
+
+TEST(ATally, CountsWhatIsToldForTheLineInHand) {
+  Tally tally;
+  const ListeningScope scope(&tally);
+  TellErased(Trace::File);  // before any line
+  tally.AddLine();
+  TellErased(Trace::File, 1, 10);
+  TellErased(Trace::File, 2, 5);
+  tally.AddLine();
+  TellErased(Trace::Cookie);
+  TellStayed(Trace::Cookie, NameOf(1), Why::InUse);
+  TellStopped();
+  TellNotCounted();
+  EXPECT_EQ(Sentence(tally.Line(0)), "3 files, 15 bytes erased");
+  EXPECT_EQ(Sentence(tally.Line(1)),
+            "1 cookie erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
+  EXPECT_EQ(Sentence(tally.Sum()),
+            "3 files, 1 cookie, 15 bytes erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
+}
+
+TEST(ATally, HearsNothingOutsideOfARun) {
+  TellErased(Trace::File);
+  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellStopped();
+  TellNotCounted();
+  EXPECT_EQ(Listening, nullptr);
+}
+
+TEST(ATally, HearsAgainAfterARunInTheMiddleOfIt) {
+  OneLine outer;
+  {
+    OneLine inner;
+    TellErased(Trace::Folder);
+    EXPECT_EQ(Sentence(inner.Line()), "1 folder erased");
+  }
+  TellErased(Trace::File);
+  EXPECT_EQ(Sentence(outer.Line()), "1 file erased");
+}
+
+TEST(ATally, KeepsTheNamesOfTheFirstTwoHundredAndTheNumberOfAll) {
+  OneLine log;
+  for (std::size_t number = 0; number < 100000; ++number) TellStayed(Trace::File, NameOf(number), Why::NotAllowed);
+  EXPECT_EQ(log.Line().stayed, 100000u);
+  ASSERT_EQ(log.Line().names.size(), 200u);
+  EXPECT_EQ(log.Line().names.back().name, NameOf(199));
+  EXPECT_EQ(OthersText(log.Line()), "and 99800 more without a name");
+}
+
+TEST(ATally, CountsATraceThatIsMetTwiceOnce) {
+  OneLine log;
+  for (int time = 0; time < 2; ++time) TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellStayed(Trace::Folder, NameOf(1), Why::NotEmpty);
+  EXPECT_EQ(log.Line().stayed, 2u);
+}
+
+TEST(ATally, NotesNothingOfWhatIsGoneMeanwhile) {
+  OneLine log;
+  for (std::size_t number = 0; number < 10; ++number) TellStayed(Trace::File, NameOf(number), WhyOf(number % 2 + 2));
+  EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
+  EXPECT_TRUE(log.Line().names.empty());
+}
+
+TEST(ATally, KeepsNamesOfAnyLengthAndAnyCharacter) {
+  OneLine log;
+  const WideText longName(400, u'\x8868');
+  const WideText loneSurrogate(1, static_cast<WideChar>(0xD800));
+  TellStayed(Trace::File, longName, Why::InUse);
+  TellStayed(Trace::File, loneSurrogate, Why::InUse);
+  EXPECT_EQ(log.Line().names[0].name, longName);
+  EXPECT_EQ(log.Line().names[1].name, loneSurrogate);
+}
+
+TEST(ATally, HasNoLineMoreThanItCanHold) {
+  Tally tally;
+  const ListeningScope scope(&tally);
+  for (std::size_t line = 0; line < Tally::kLines + 3; ++line) {
+    tally.AddLine();
+    TellErased(Trace::File);
+  }
+  EXPECT_EQ(Sentence(tally.Sum()), std::to_string(Tally::kLines) + " files erased");
+}
+
+TEST(ATallyThatIsCleared, HasNoLineAndListensToNone) {
+  OneLine log;
+  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellErased(Trace::File, 5, 5);
+  log.tally.Clear();
+  EXPECT_EQ(log.tally.Count(), 0u);
+  TellErased(Trace::File);
+  log.tally.AddLine();
+  EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
+  EXPECT_TRUE(log.Line().names.empty());
+}
+
+TEST(AForgottenTally, KeepsItsLinesAndNothingElse) {
+  OneLine log;
+  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellErased(Trace::File, 5, 5);
+  log.tally.Forget();
+  TellErased(Trace::File);
+  TellStayed(Trace::File, NameOf(2), Why::InUse);
+  EXPECT_EQ(log.tally.Count(), 1u);
+  EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
+  EXPECT_TRUE(log.Line().names.empty());
+  EXPECT_EQ(log.Line().stayed, 0u);
+}
+
+TEST(ARunWhileInvisible, IsNotKept) {
+  NothingIsKept = true;
+  OneLine log;
+  TellErased(Trace::File);
+  NothingIsKept = false;
+  EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
+  log.tally.AddLine();
+  TellErased(Trace::File);
+  EXPECT_EQ(Sentence(log.tally.Line(1)), "1 file erased");
+}
+
+TEST(ATallyLine, IsCopiedWithEveryNameAndReason) {
+  OneLine log;
+  TellErased(Trace::File, 2, 2048);
+  TellStayed(Trace::File, u"C:\\a", Why::InUse);
+  TellStayed(Trace::Folder, u"C:\\b", Why::NotEmpty);
+  EXPECT_EQ(LineText(u"Erasing ...", log.Line()),
+            u"Erasing ...\r\n2 files, 2 KB erased; 2 stayed\r\n"
+            u"    C:\\a\tin use by another program\r\n    C:\\b\tstill holds something\r\n");
+  LineTally nameless;
+  nameless.stayed = 7;
+  EXPECT_EQ(LineText(u"", nameless), u"Nothing erased; 7 stayed\r\n    and 7 without a name\r\n");
+}
+
+TEST(OverwrittenMemory, HoldsNothing) {
+  std::vector<unsigned char> memory(1000, 'x');
+  OverwriteMemory(memory.data() + 1, memory.size() - 2);
+  EXPECT_EQ(memory.front(), 'x');
+  EXPECT_EQ(memory.back(), 'x');
+  EXPECT_TRUE(std::all_of(memory.begin() + 1, memory.end() - 1, [](unsigned char byte) { return byte == 0; }));
+  OverwriteMemory(nullptr, 0);
+}
