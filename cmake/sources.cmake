@@ -43,12 +43,14 @@ set(LOGIC_SOURCES
 set(WINDOWS_SOURCES
   src/platform/ErroHandle.cpp
   src/platform/Reg32.cpp
+  src/platform/asked_log.cpp
   src/platform/child_program.cpp
   src/platform/clsIni.cpp
   src/platform/clsMemoryManagement.cpp
   src/platform/controls.cpp
   src/platform/dialog.cpp
   src/platform/final_path.cpp
+  src/platform/frmStayed.cpp
   src/platform/hardening.cpp
   src/platform/high_contrast.cpp
   src/platform/internet_transfer.cpp
@@ -65,6 +67,7 @@ set(WINDOWS_SOURCES
   src/platform/plain_key.cpp
   src/platform/special_folder.cpp
   src/platform/whole_file.cpp
+  src/platform/told_of_files.cpp
   src/platform/upper_case.cpp
   src/platform/wide_system.cpp
   src/platform/window_text.cpp

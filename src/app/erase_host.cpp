@@ -8,6 +8,7 @@
 #include "platform/message_box.h"
 #include "platform/message_pump.h"
 #include "platform/stop_request.h"
+#include "platform/tally.h"
 #include "settings/settings_variables.h"
 
 namespace app {
@@ -21,7 +22,18 @@ void EraseHost::SetStopRequest(bool stop) { StopErase = stop; }
 
 void EraseHost::TellEachFailureOnce(Statement run) {
   const ReportBurst burst;
+  const ListeningScope scope(panels_.clean.RunTally());
   run();
+}
+
+// A stop request that is there afterwards came in the middle of it: otherwise it would not have begun.
+void EraseHost::RunCleaner(erase::Cleaner cleaner) {
+  struct AtEnd {
+    ~AtEnd() {
+      if (StopErase) TellStopped();
+    }
+  } const atEnd;
+  cleaner();
 }
 
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.

@@ -8,6 +8,7 @@
 #include "automation/fraScheduleManager.h"
 #include "erase/erase_item.h"
 #include "erase/erase_run.h"
+#include "erase/fraClean.h"
 #include "platform/main_window.h"
 #include "shred/fraShred.h"
 
@@ -17,7 +18,7 @@ class EraseHost final : public erase::EraseRunHost {
  public:
   struct Panels {
     fraMain& main;
-    erase::RunView& clean;
+    erase::fraClean& clean;
     shred::fraShred& shred;
     automation::fraScheduleManager& scheduleManager;
   };
@@ -37,7 +38,7 @@ class EraseHost final : public erase::EraseRunHost {
   bool StopRequested() override;
   void SetStopRequest(bool stop) override;
   void TellEachFailureOnce(platform::Statement run) override;
-  void RunCleaner(erase::Cleaner cleaner) override { cleaner(); }
+  void RunCleaner(erase::Cleaner cleaner) override;
   void PauseAfterItem() override;
   void CloseBrowserFrames() override;
   void CloseWindowByTitle(const char* title) override;

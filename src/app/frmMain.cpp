@@ -292,6 +292,10 @@ bool frmMain::ForwardCommand(WPARAM wParam, LPARAM lParam) {
   return true;
 }
 
+void frmMain::ForgetRuns() {
+  for (const Row& row : rows_) quietly([&row] { row.panel.ForgetRuns(); });
+}
+
 void frmMain::ShowIcon(bool shown) { shown ? icon_.Add() : icon_.Remove(); }
 
 void frmMain::OnTrayCallback(WPARAM wParam, LPARAM lParam) {
@@ -356,6 +360,7 @@ void frmMain::Unload() {
   resumeNext([this] { SaveAllSettings(); });
   resumeNext([this] { icon_.Remove(); });
   resumeNext([this] { stealth_.BringBrowsersBack(); });
+  ForgetRuns();
   ::ExitProcess(0);
 }
 

@@ -53,6 +53,7 @@ class frmMain final : public Dialog, public MainWindow, private StartUpSteps, pr
   void ShowBossKey(const std::string& name) override { main_.ShowBossKey(name); }
   void SaveAllSettings() override;
   std::string PanelCaption() const override { return rows_[shown_].panel.Caption(); }
+  void ForgetRuns() override;
   void ShowIcon(bool shown) override;
 
  private:

@@ -10,6 +10,7 @@
 #include "platform/owned_windows.h"
 #include "platform/plain_text.h"
 #include "platform/runtime_error.h"
+#include "platform/tally.h"
 #include "settings/schema.h"
 #include "settings/settings_store.h"
 #include "settings/settings_variables.h"
@@ -106,7 +107,8 @@ void Stealth::Take(const Way& way) {
   else
     TakeWindow(way);
   if (way.icon != Icon::Leave) {
-    invisible_ = way.icon == Icon::Remove;
+    invisible_ = NothingIsKept = way.icon == Icon::Remove;
+    if (invisible_) resumeNext([this] { window_.ForgetRuns(); });
     resumeNext([this] { window_.ShowIcon(!invisible_); });
   }
   if (out)

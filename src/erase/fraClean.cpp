@@ -5,7 +5,14 @@
 namespace erase {
 using namespace platform;
 
+// What was told of the lines goes with them.
+void fraClean::ClearLog() {
+  asked_.Clear();
+  lstCln.Clear();
+}
+
 void fraClean::AddLogLine(const std::string& line) {
+  RunTally().AddLine();
   lstCln.AddItem(line);
   lstCln.ShowLast();
 }

@@ -5,6 +5,7 @@
 
 #include "erase/erase_run.h"
 #include "erase/fraClean_ids.h"
+#include "platform/asked_log.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/panel.h"
@@ -17,7 +18,7 @@ class fraClean final : public Panel, public RunView {
   explicit fraClean(EraseRunHost& host) : Panel(IDD_fraClean, IDC_fraClean), host_(host) {}
 
   // RunView
-  void ClearLog() override { lstCln.Clear(); }
+  void ClearLog() override;
   void AddLogLine(const std::string& line) override;
   int ProgressValue() override { return PbarClean.Value(); }
   int ProgressMax() override { return PbarClean.Max(); }
@@ -26,16 +27,21 @@ class fraClean final : public Panel, public RunView {
   void ShowProgress() override { PbarClean.SetVisible(true); }
   void EnableStopButton(bool enabled) override { cmdStop.SetEnabled(enabled); }
 
+  // What the run in progress tells goes here: a line of it is a line of the log.
+  Tally& RunTally() { return asked_.OfRun(); }
+
  private:
   void BeforeFront() override { ClearLog(); }
   void AfterFront() override;
   void OnClick(int id) override;
+  void ForgetRuns() override { asked_.Forget(); }
 
   EraseRunHost& host_;
   Button cmdClean{*this, IDC_cmdClean};
   Button cmdStop{*this, IDC_cmdStop};
   ProgressBar PbarClean{*this, IDC_PbarClean};
   ListBox lstCln{*this, IDC_lstCln};
+  AskedLog asked_{*this, IDC_lstCln};
 };
 
 }  // namespace erase

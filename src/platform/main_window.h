@@ -33,6 +33,9 @@ class MainWindow {
   // What was chosen, into the store; errors are passed over.
   virtual void SaveAllSettings() = 0;
 
+  // Overwrites what is kept of every run, and closes the windows that show it.
+  virtual void ForgetRuns() = 0;
+
   // The notification icon, added again or removed.
   virtual void ShowIcon(bool shown) = 0;
 

@@ -30,7 +30,10 @@ constexpr Mapping kMappings[] = {
     {1018, Why::Gone},       // ERROR_KEY_DELETED
     {1020, Why::NotEmpty},   // ERROR_KEY_HAS_CHILDREN
     {1224, Why::InUse},      // ERROR_USER_MAPPED_FILE
+    {1921, Why::Link},       // ERROR_CANT_RESOLVE_FILENAME
 };
+
+constexpr std::size_t kAround = 3;  // characters of a name's entry beside the name
 
 LineTally* ListeningLine() { return Listening == nullptr ? nullptr : Listening->Current(); }
 
@@ -42,28 +45,35 @@ Why WhyOf(std::uint32_t systemError) {
   return found != std::end(kMappings) ? found->why : Why::Other;
 }
 
-void LineTally::Add(Trace what, WideView name, Why why, std::uint32_t error) {
-  if (names.size() >= kNames) {
-    ++stayed;
-    return;
-  }
-  const bool isKnown =
-      std::any_of(names.begin(), names.end(), [&](const StayedTrace& one) { return one.what == what && one.name == name; });
-  if (isKnown) return;
+void LineTally::Add(const StayedTrace& one) {
+  StayedTrace other{};
+  for (std::size_t at = 0; named < kNames && Next(at, other);)
+    if (other.what == one.what && other.name == one.name) return;
   ++stayed;
-  quietly([&] { names.push_back({what, why, error, WideText(name)}); });
+  if (named >= kNames) return;
+  quietly([&] {
+    names_.reserve(names_.size() + one.name.size() + kAround);  // so that a name is there as a whole or not at all
+    names_ += static_cast<WideChar>(static_cast<int>(one.what) << 8 | static_cast<int>(one.why));
+    names_ += static_cast<WideChar>(one.error);
+    names_ += one.name;
+    names_ += WideChar();
+    ++named;
+  });
+}
+
+bool LineTally::Next(std::size_t& at, StayedTrace& one) const {
+  if (at >= names_.size()) return false;
+  one.what = static_cast<Trace>(names_[at] >> 8);
+  one.why = static_cast<Why>(names_[at] & 0xFF);
+  one.error = names_[at + 1];
+  one.name = WideView(names_.c_str() + at + 2);
+  at += one.name.size() + kAround;
+  return true;
 }
 
 void LineTally::Overwrite() {
-  for (StayedTrace& one : names) {
-    OverwriteMemory(one.name.data(), one.name.size() * sizeof(WideChar));
-    one = {};
-  }
-  names.clear();
-  erased = {};
-  bytes = stayed = 0;
-  isStopped = false;
-  isCounted = true;
+  OverwriteMemory(names_.data(), names_.size() * sizeof(WideChar));
+  *this = LineTally();
 }
 
 void Tally::AddLine() {
@@ -83,13 +93,14 @@ void Tally::Forget() {
   }
 }
 
-LineTally Tally::Sum() const {
+LineTally Tally::Sum(std::size_t first, std::size_t last) const {
   LineTally sum;
-  for (std::size_t at = 0; at < std::min(count_, kLines); ++at) {
+  for (std::size_t at = first; at < std::min(last, kLines); ++at) {
     const LineTally& line = lines_[at];
     for (std::size_t kind = 0; kind < kTraceKinds; ++kind) sum.erased[kind] += line.erased[kind];
     sum.bytes += line.bytes;
     sum.stayed += line.stayed;
+    sum.named += line.named;
     sum.isStopped |= line.isStopped;
     sum.isCounted &= line.isCounted;
     sum.isForgotten |= line.isForgotten;
@@ -103,7 +114,7 @@ LineTally* Tally::Current() {
   return line.isForgotten ? nullptr : &line;
 }
 
-void TellErased(Trace what, std::uint64_t count, std::uint64_t bytes) {
+void TellErased(Trace what, int count, std::uint64_t bytes) {
   LineTally* const line = ListeningLine();
   if (line == nullptr) return;
   line->erased[static_cast<std::size_t>(what)] += count;
@@ -112,7 +123,7 @@ void TellErased(Trace what, std::uint64_t count, std::uint64_t bytes) {
 
 void TellStayed(Trace what, WideView name, Why why, std::uint32_t systemError) {
   LineTally* const line = ListeningLine();
-  if (line != nullptr && why != Why::Gone) line->Add(what, name, why, systemError);
+  if (line != nullptr && why != Why::Gone) line->Add({what, why, static_cast<int>(systemError), name});
 }
 
 void TellStopped() {

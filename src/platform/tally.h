@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <string_view>
 
 #include "platform/wide_text.h"
 
@@ -30,12 +30,13 @@ inline constexpr std::size_t kTraceKinds = static_cast<std::size_t>(Trace::Kinds
 enum class Why : std::uint8_t {
   InUse,
   NotAllowed,
-  Link,        // a reparse point that is not to be removed as a link
-  NotEmpty,    // a folder or key that holds something that stayed
+  Link,        // not to be followed, or not to be removed as a link
+  NotEmpty,    // a folder that holds something that stayed
   NotPlain,    // hidden, read-only or of the system, where the cleaner takes plain files alone
   SecondName,  // or gaps that overwriting would fill
   NotOverwritten,
   OutOfReach,
+  NotFromHere,  // the folder that is current leads elsewhere
   LeftByWindows,
   NoFunction,
   RefusedNoFolder,
@@ -55,27 +56,35 @@ Why WhyOf(std::uint32_t systemError);
 struct StayedTrace {
   Trace what;
   Why why;
-  std::uint32_t error;  // the system's, for Why::Other
-  WideText name;
+  int error;      // the system's, for Why::Other
+  WideView name;  // as long as the line's names do not change
 };
 
 // The share of one line of a log.
-struct LineTally {
-  static constexpr std::size_t kNames = 200;
+class LineTally {
+ public:
+  static constexpr int kNames = 200;
 
-  std::array<std::uint64_t, kTraceKinds> erased{};
+  std::array<int, kTraceKinds> erased{};
   std::uint64_t bytes = 0;
-  std::uint64_t stayed = 0;
-  std::vector<StayedTrace> names;  // of the first that stayed; fewer where memory was short
-  bool isStopped = false;          // a stop came before its end
-  bool isCounted = true;           // false: somebody else erases, and does not tell what
-  bool isForgotten = false;        // nothing is kept of it, and nothing will be
+  int stayed = 0;
+  int named = 0;             // how many of them have their names here; fewer than they could where memory was short
+  bool isStopped = false;    // a stop came before its end
+  bool isCounted = true;     // false: somebody else erases, and does not tell what
+  bool isForgotten = false;  // nothing is kept of it, and nothing will be
 
   // Memory that runs short costs the name and nothing else. One that is among the names is the same trace once more.
-  void Add(Trace what, WideView name, Why why, std::uint32_t error = 0);
+  void Add(const StayedTrace& one);
+
+  // The names in their order: `at` is 0 for the first, and belongs to the next one afterwards. False after the last.
+  bool Next(std::size_t& at, StayedTrace& one) const;
 
   // Every character of every name, then the rest.
   void Overwrite();
+
+ private:
+  // Each name with two characters before it, what and why, and the error, and a NUL after it.
+  WideText names_;
 };
 
 // The lines of a log, in its order. Where a line is still to come nothing is kept.
@@ -94,8 +103,8 @@ class Tally {
   std::size_t Count() const { return count_; }
   const LineTally& Line(std::size_t line) const { return lines_[line]; }
 
-  // Of all lines, without the names.
-  LineTally Sum() const;
+  // Of the lines from the first to the one before the last, without the names.
+  LineTally Sum(std::size_t first, std::size_t last) const;
 
   // The line that reports belong to; null for none.
   LineTally* Current();
@@ -117,7 +126,7 @@ inline bool NothingIsKept = false;
 // Reports go to this tally as long as one lives; those in the middle of an event come back to the one before.
 class ListeningScope {
  public:
-  explicit ListeningScope(Tally* tally) : before_(Listening) { Listening = tally; }
+  explicit ListeningScope(Tally& tally) : before_(Listening) { Listening = &tally; }
   ListeningScope(const ListeningScope&) = delete;
   ListeningScope& operator=(const ListeningScope&) = delete;
   ~ListeningScope() { Listening = before_; }
@@ -126,7 +135,7 @@ class ListeningScope {
   Tally* before_;
 };
 
-void TellErased(Trace what, std::uint64_t count = 1, std::uint64_t bytes = 0);
+void TellErased(Trace what, int count = 1, std::uint64_t bytes = 0);
 void TellStayed(Trace what, WideView name, Why why, std::uint32_t systemError = 0);
 void TellStopped();     // the work in hand was cut short
 void TellNotCounted();  // somebody else erases, and does not tell what

@@ -35,6 +35,7 @@ constexpr const char* kReasons[] = {
     "hidden, read-only or of the system, left alone",
     "has a second name or gaps, left alone",
     "deleted, but not overwritten as a whole",
+    "out of reach",
     "out of reach from the folder in which Quellix was started",
     "left by Windows",
     "this system lacks the function",
@@ -49,73 +50,118 @@ constexpr const char* kReasons[] = {
 };
 static_assert(std::size(kReasons) == static_cast<std::size_t>(Why::Gone));
 
-void Append(std::string& list, const std::string& part) {
-  if (!list.empty()) list += ", ";
-  list += part;
-}
-
-std::string ErasedText(const LineTally& line) {
-  std::string text;
-  for (std::size_t kind = 0; kind < kTraceKinds; ++kind) {
-    const std::uint64_t count = line.erased[kind];
-    if (count > 0) Append(text, std::to_string(count) + " " + (count == 1 ? kNouns[kind].one : kNouns[kind].several));
+// Put together in its place: a text that grew as a string does would cost the program a page of code.
+class Words {
+ public:
+  Words& operator<<(const char* words) {
+    while (*words != '\0' && length_ < sizeof text_) text_[length_++] = *words++;
+    return *this;
   }
-  if (line.bytes > 0) Append(text, BytesText(line.bytes));
-  return text;
+  Words& operator<<(int number) { return *this << std::to_string(number).c_str(); }
+  bool IsEmpty() const { return length_ == 0; }
+  std::string Text() const { return {text_, length_}; }
+
+ private:
+  char text_[512];
+  std::size_t length_ = 0;
+};
+
+void PutBytes(Words& words, std::uint64_t bytes) {
+  constexpr const char* kUnits[] = {" bytes", " KB", " MB", " GB", " TB"};
+  std::size_t unit = 0;
+  int rest = 0;
+  for (; bytes >= 1024 && unit + 1 < std::size(kUnits); ++unit) {
+    rest = static_cast<int>(bytes & 1023);
+    bytes >>= 10;
+  }
+  words << static_cast<int>(bytes);
+  if (const int tenths = rest * 10 / 1024; bytes < 10 && tenths > 0) words << "." << tenths;
+  words << (bytes == 1 && unit == 0 ? " byte" : kUnits[unit]);
 }
 
-WideText WideOf(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+void PutErased(Words& words, const LineTally& line) {
+  const char* comma = "";
+  for (std::size_t kind = 0; kind < kTraceKinds; ++kind) {
+    const int count = line.erased[kind];
+    if (count == 0) continue;
+    words << comma << count << " " << (count == 1 ? kNouns[kind].one : kNouns[kind].several);
+    comma = ", ";
+  }
+  if (line.bytes > 0) PutBytes(words << comma, line.bytes);
+}
+
+void PutReason(Words& words, const StayedTrace& stayed) {
+  words << kReasons[static_cast<std::size_t>(stayed.why)];
+  if (stayed.why == Why::Other) words << stayed.error;
+}
+
+void PutOthers(Words& words, const LineTally& line) {
+  const int others = line.stayed - line.named;
+  if (others > 0) words << "and " << others << " without a name";
+}
+
+void PutSentence(Words& words, const LineTally& line) {
+  if (line.isForgotten) {
+    words << "Not kept: Quellix was invisible";
+    return;
+  }
+  PutErased(words, line);
+  if (!words.IsEmpty())
+    words << " erased";
+  else if (line.isCounted)
+    words << "Nothing erased";
+  if (!line.isCounted) words << (words.IsEmpty() ? "" : "; ") << "iea.exe erases and does not tell what";
+  if (line.stayed > 0) words << "; " << line.stayed << " stayed";
+  if (line.isStopped) words << "; stopped before the end";
+}
+
+void Append(WideText& text, const Words& words) {
+  for (const char letter : words.Text()) text += static_cast<WideChar>(letter);
+}
 
 }  // namespace
 
 std::string Sentence(const LineTally& line) {
-  if (line.isForgotten) return "Not kept: Quellix was invisible";
-  const std::string erased = ErasedText(line);
-  std::string text = erased.empty() ? line.isCounted ? "Nothing erased" : "" : erased + " erased";
-  if (!line.isCounted) text += (text.empty() ? "" : "; ") + std::string("iea.exe erases and does not tell what");
-  if (line.stayed > 0) text += "; " + std::to_string(line.stayed) + " stayed";
-  if (line.isStopped) text += "; stopped before the end";
-  return text;
+  Words words;
+  PutSentence(words, line);
+  return words.Text();
 }
 
 std::string Reason(const StayedTrace& stayed) {
-  if (stayed.why == Why::Gone) return {};
-  const std::string text = kReasons[static_cast<std::size_t>(stayed.why)];
-  return stayed.why == Why::Other ? text + std::to_string(stayed.error) : text;
+  Words words;
+  PutReason(words, stayed);
+  return words.Text();
 }
 
 std::string BytesText(std::uint64_t bytes) {
-  constexpr const char* kUnits[] = {"bytes", "KB", "MB", "GB", "TB"};
-  if (bytes == 1) return "1 byte";
-  std::size_t unit = 0;
-  std::uint64_t tenths = bytes * 10;
-  for (; tenths >= 10240 && unit + 1 < std::size(kUnits); ++unit) tenths /= 1024;
-  std::string text = std::to_string(tenths / 10);
-  if (unit > 0 && tenths < 100 && tenths % 10 != 0) text += "." + std::to_string(tenths % 10);
-  return text + " " + kUnits[unit];
+  Words words;
+  PutBytes(words, bytes);
+  return words.Text();
 }
 
 std::string OthersText(const LineTally& line) {
-  const std::uint64_t others = line.stayed - line.names.size();
-  if (others == 0) return {};
-  return "and " + std::to_string(others) + (line.names.empty() ? " without a name" : " more without a name");
+  Words words;
+  PutOthers(words, line);
+  return words.Text();
 }
 
-WideText LineText(WideView caption, const LineTally& line) {
-  WideText text(caption);
-  const auto end = [&text] { text.append(Wide<"\r\n">()); };
-  if (!text.empty()) end();
-  text += WideOf(Sentence(line));
-  end();
-  for (const StayedTrace& one : line.names) {
-    text.append(Wide<"    ">()).append(one.name).append(Wide<"\t">()).append(WideOf(Reason(one)));
-    end();
+void AppendText(WideText& text, const std::string& caption, const LineTally& line) {
+  Words head, sentence;
+  Append(text, head << caption.c_str() << "\r\n");
+  PutSentence(sentence, line);
+  Append(text, sentence << "\r\n");
+  StayedTrace one{};
+  for (std::size_t at = 0; line.Next(at, one);) {
+    Words why;
+    PutReason(why << "\t", one);
+    text += static_cast<WideChar>('\t');
+    text += one.name;
+    Append(text, why << "\r\n");
   }
-  if (const std::string others = OthersText(line); !others.empty()) {
-    text.append(Wide<"    ">()).append(WideOf(others));
-    end();
-  }
-  return text;
+  if (line.stayed == line.named) return;
+  Words others;
+  PutOthers(others << "\t", line);
+  Append(text, others << "\r\n");
 }
 
 }  // namespace platform

@@ -17,11 +17,11 @@ std::string Reason(const StayedTrace& stayed);
 // "18 MB": rounded down, with a decimal place below 10.
 std::string BytesText(std::uint64_t bytes);
 
+// What follows the names of those that have one; empty where every one has.
+std::string OthersText(const LineTally& line);
+
 // The line with everything that it tells, to be copied: `caption` as the log has it, the sentence, a line a name with the
 // name, a tab and the reason. Each ends in CR LF.
-WideText LineText(WideView caption, const LineTally& line);
-
-// What LineText adds for those that stayed and have no name here; empty for none.
-std::string OthersText(const LineTally& line);
+void AppendText(WideText& text, const std::string& caption, const LineTally& line);
 
 }  // namespace platform

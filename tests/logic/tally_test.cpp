@@ -17,6 +17,13 @@ WideText NameOf(std::size_t number) {
   return WideText(Wide<"C:\\Temp\\a file with a long name ">()).append(digits.begin(), digits.end());
 }
 
+std::vector<WideText> NamesOf(const LineTally& line) {
+  std::vector<WideText> names;
+  StayedTrace one{};
+  for (std::size_t at = 0; line.Next(at, one);) names.emplace_back(one.name);
+  return names;
+}
+
 // A log with one line that listens.
 class OneLine {
  public:
@@ -26,10 +33,10 @@ class OneLine {
   Tally tally;
 
  private:
-  ListeningScope scope_{&tally};
+  ListeningScope scope_{tally};
 };
 
-std::string SentenceOf(std::size_t files, std::uint64_t bytes, std::size_t stayed) {
+std::string SentenceOf(int files, std::uint64_t bytes, int stayed) {
   LineTally line;
   line.erased[static_cast<std::size_t>(Trace::File)] = files;
   line.bytes = bytes;
@@ -105,7 +112,7 @@ TEST(TallyReason, ComesFromTheSystemsErrorCode) {
 
 TEST(ATally, CountsWhatIsToldForTheLineInHand) {
   Tally tally;
-  const ListeningScope scope(&tally);
+  const ListeningScope scope(tally);
   TellErased(Trace::File);  // before any line
   tally.AddLine();
   TellErased(Trace::File, 1, 10);
@@ -118,7 +125,7 @@ TEST(ATally, CountsWhatIsToldForTheLineInHand) {
   EXPECT_EQ(Sentence(tally.Line(0)), "3 files, 15 bytes erased");
   EXPECT_EQ(Sentence(tally.Line(1)),
             "1 cookie erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
-  EXPECT_EQ(Sentence(tally.Sum()),
+  EXPECT_EQ(Sentence(tally.Sum(0, tally.Count())),
             "3 files, 1 cookie, 15 bytes erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
 }
 
@@ -144,24 +151,24 @@ TEST(ATally, HearsAgainAfterARunInTheMiddleOfIt) {
 TEST(ATally, KeepsTheNamesOfTheFirstTwoHundredAndTheNumberOfAll) {
   OneLine log;
   for (std::size_t number = 0; number < 100000; ++number) TellStayed(Trace::File, NameOf(number), Why::NotAllowed);
-  EXPECT_EQ(log.Line().stayed, 100000u);
-  ASSERT_EQ(log.Line().names.size(), 200u);
-  EXPECT_EQ(log.Line().names.back().name, NameOf(199));
-  EXPECT_EQ(OthersText(log.Line()), "and 99800 more without a name");
+  EXPECT_EQ(log.Line().stayed, 100000);
+  ASSERT_EQ(NamesOf(log.Line()).size(), 200u);
+  EXPECT_EQ(NamesOf(log.Line()).back(), NameOf(199));
+  EXPECT_EQ(OthersText(log.Line()), "and 99800 without a name");
 }
 
 TEST(ATally, CountsATraceThatIsMetTwiceOnce) {
   OneLine log;
   for (int time = 0; time < 2; ++time) TellStayed(Trace::File, NameOf(1), Why::InUse);
   TellStayed(Trace::Folder, NameOf(1), Why::NotEmpty);
-  EXPECT_EQ(log.Line().stayed, 2u);
+  EXPECT_EQ(log.Line().stayed, 2);
 }
 
 TEST(ATally, NotesNothingOfWhatIsGoneMeanwhile) {
   OneLine log;
   for (std::size_t number = 0; number < 10; ++number) TellStayed(Trace::File, NameOf(number), WhyOf(number % 2 + 2));
   EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
-  EXPECT_TRUE(log.Line().names.empty());
+  EXPECT_TRUE(NamesOf(log.Line()).empty());
 }
 
 TEST(ATally, KeepsNamesOfAnyLengthAndAnyCharacter) {
@@ -170,18 +177,18 @@ TEST(ATally, KeepsNamesOfAnyLengthAndAnyCharacter) {
   const WideText loneSurrogate(1, static_cast<WideChar>(0xD800));
   TellStayed(Trace::File, longName, Why::InUse);
   TellStayed(Trace::File, loneSurrogate, Why::InUse);
-  EXPECT_EQ(log.Line().names[0].name, longName);
-  EXPECT_EQ(log.Line().names[1].name, loneSurrogate);
+  EXPECT_EQ(NamesOf(log.Line())[0], longName);
+  EXPECT_EQ(NamesOf(log.Line())[1], loneSurrogate);
 }
 
 TEST(ATally, HasNoLineMoreThanItCanHold) {
   Tally tally;
-  const ListeningScope scope(&tally);
+  const ListeningScope scope(tally);
   for (std::size_t line = 0; line < Tally::kLines + 3; ++line) {
     tally.AddLine();
     TellErased(Trace::File);
   }
-  EXPECT_EQ(Sentence(tally.Sum()), std::to_string(Tally::kLines) + " files erased");
+  EXPECT_EQ(Sentence(tally.Sum(0, tally.Count())), std::to_string(Tally::kLines) + " files erased");
 }
 
 TEST(ATallyThatIsCleared, HasNoLineAndListensToNone) {
@@ -193,7 +200,7 @@ TEST(ATallyThatIsCleared, HasNoLineAndListensToNone) {
   TellErased(Trace::File);
   log.tally.AddLine();
   EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
-  EXPECT_TRUE(log.Line().names.empty());
+  EXPECT_TRUE(NamesOf(log.Line()).empty());
 }
 
 TEST(AForgottenTally, KeepsItsLinesAndNothingElse) {
@@ -205,8 +212,8 @@ TEST(AForgottenTally, KeepsItsLinesAndNothingElse) {
   TellStayed(Trace::File, NameOf(2), Why::InUse);
   EXPECT_EQ(log.tally.Count(), 1u);
   EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
-  EXPECT_TRUE(log.Line().names.empty());
-  EXPECT_EQ(log.Line().stayed, 0u);
+  EXPECT_TRUE(NamesOf(log.Line()).empty());
+  EXPECT_EQ(log.Line().stayed, 0);
 }
 
 TEST(ARunWhileInvisible, IsNotKept) {
@@ -220,17 +227,38 @@ TEST(ARunWhileInvisible, IsNotKept) {
   EXPECT_EQ(Sentence(log.tally.Line(1)), "1 file erased");
 }
 
+TEST(ATallyLine, TellsOfEachNameWhatItIsAndWhyItStayed) {
+  OneLine log;
+  TellStayed(Trace::ClipboardFormat, u"", Why::Other, 1117);
+  TellStayed(Trace::File, u"C:\\a", Why::InUse);
+  StayedTrace one{};
+  std::size_t at = 0;
+  ASSERT_TRUE(log.Line().Next(at, one));
+  EXPECT_EQ(one.what, Trace::ClipboardFormat);
+  EXPECT_EQ(one.why, Why::Other);
+  EXPECT_EQ(one.error, 1117);
+  EXPECT_EQ(one.name, u"");
+  ASSERT_TRUE(log.Line().Next(at, one));
+  EXPECT_EQ(one.what, Trace::File);
+  EXPECT_EQ(one.name, u"C:\\a");
+  EXPECT_FALSE(log.Line().Next(at, one));
+}
+
 TEST(ATallyLine, IsCopiedWithEveryNameAndReason) {
   OneLine log;
   TellErased(Trace::File, 2, 2048);
   TellStayed(Trace::File, u"C:\\a", Why::InUse);
   TellStayed(Trace::Folder, u"C:\\b", Why::NotEmpty);
-  EXPECT_EQ(LineText(u"Erasing ...", log.Line()),
+  WideText text;
+  AppendText(text, "Erasing ...", log.Line());
+  EXPECT_EQ(text,
             u"Erasing ...\r\n2 files, 2 KB erased; 2 stayed\r\n"
-            u"    C:\\a\tin use by another program\r\n    C:\\b\tstill holds something\r\n");
+            u"\tC:\\a\tin use by another program\r\n\tC:\\b\tstill holds something\r\n");
   LineTally nameless;
   nameless.stayed = 7;
-  EXPECT_EQ(LineText(u"", nameless), u"Nothing erased; 7 stayed\r\n    and 7 without a name\r\n");
+  text.clear();
+  AppendText(text, "", nameless);
+  EXPECT_EQ(text, u"\r\nNothing erased; 7 stayed\r\n\tand 7 without a name\r\n");
 }
 
 TEST(OverwrittenMemory, HoldsNothing) {

@@ -22,16 +22,16 @@ bool noMemoryIsLeft = false;
 
 TEST(ATallyWithoutMemory, GoesOnWithoutNames) {
   Tally tally;
-  const ListeningScope scope(&tally);
+  const ListeningScope scope(tally);
   tally.AddLine();
   const WideText name(400, L'n');
   noMemoryIsLeft = true;
   TellErased(Trace::File, 3, 30);
   TellStayed(Trace::File, name, Why::InUse);
   noMemoryIsLeft = false;
-  EXPECT_EQ(tally.Line(0).erased[0], 3u);
-  EXPECT_EQ(tally.Line(0).stayed, 1u);
-  EXPECT_TRUE(tally.Line(0).names.empty());
+  EXPECT_EQ(tally.Line(0).erased[0], 3);
+  EXPECT_EQ(tally.Line(0).stayed, 1);
+  EXPECT_EQ(tally.Line(0).named, 0);
   TellStayed(Trace::File, name, Why::InUse);
-  EXPECT_EQ(tally.Line(0).names.size(), 1u);
+  EXPECT_EQ(tally.Line(0).named, 1);
 }

@@ -18,6 +18,7 @@ class MainWindowStub final : public MainWindow {
   void ShowBossKey(const std::string&) override {}
   std::string PanelCaption() const override { return {}; }
   void SaveAllSettings() override {}
+  void ForgetRuns() override {}
   void ShowIcon(bool) override {}
 
  private:
