@@ -8,7 +8,9 @@
 #include "platform/path.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/tally.h"
 #include "platform/whole_file.h"
+#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;
@@ -31,14 +33,32 @@ std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
   return valueOr(std::int64_t{0}, [&] { return static_cast<std::int64_t>(FileLen(SpelledPath(walk.LocalFile()))); });
 }
 
+// What the cookie walk leaves the cache walk meets again: that one tells of it.
+enum class Failures { Tell, LeaveToAnother };
+
+void DeleteEntry(UrlCacheWalk& walk, std::int64_t length, Failures failures) {
+  bool isDeleted = false;
+  DWORD reason = ERROR_PROC_NOT_FOUND;
+  quietly([&] {
+    isDeleted = walk.DeleteEntry();
+    reason = ::GetLastError();
+  });
+  const Trace what = IsCookieUrl(walk.Url()) ? Trace::Cookie : Trace::CacheEntry;
+  if (isDeleted)
+    TellErased(what, 1, static_cast<std::uint64_t>(length));
+  else if (failures == Failures::Tell)
+    quietly([&] { TellStayed(what, Widen(walk.Url()), WhyOf(reason), reason); });
+}
+
 }  // namespace
 
 std::int64_t ClearUrlCache() {
   std::int64_t total = 0;
   WalkUrlCache(nullptr, [&](UrlCacheWalk& walk) {
     if (!IsDeletedByCacheWalk(walk.Url())) return;
-    total += LengthOfLocalFile(walk);
-    quietly([&] { walk.DeleteEntry(); });
+    const std::int64_t length = LengthOfLocalFile(walk);
+    total += length;
+    DeleteEntry(walk, length, Failures::Tell);
   });
   return total;
 }
@@ -52,7 +72,7 @@ std::int64_t ClearCookies() {
     if (lstSafeList != nullptr && lstSafeList->Holds(CookieName(walk.LocalFile())))
       total -= length;
     else
-      quietly([&] { walk.DeleteEntry(); });
+      DeleteEntry(walk, length, Failures::LeaveToAnother);
   });
   return total;
 }

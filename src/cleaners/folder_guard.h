@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/path.h"
+#include "platform/tally.h"
 
 namespace cleaners {
 using namespace platform;
@@ -19,6 +20,9 @@ struct FolderFacts {
 // Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`.
 enum class FolderRefusal { None, NoFolder, Root, Link, Kept };
 FolderRefusal RefusalOf(const FolderFacts& facts);
+
+// The same for the tally of a run; Why::Gone for None.
+Why WhyOf(FolderRefusal refusal);
 
 inline bool MayClearFolder(const FolderFacts& facts) { return RefusalOf(facts) == FolderRefusal::None; }
 

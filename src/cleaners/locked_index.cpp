@@ -12,6 +12,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 #include "platform/whole_file.h"
 
 namespace cleaners {
@@ -38,14 +39,26 @@ void FillWithBlanks(HANDLE file, std::uint64_t length) {
 void OverwriteIndexFile(SpecialFolder folder, WideView name) {
   quietly([&] {
     const Path path = FindSpecialFolder(folder) / name;
-    if (StopErase || IsLink(NativeAttributes(path))) return;  // the blanks would fill another file
+    if (StopErase) return;
+    // The blanks would fill another file.
+    if (IsLink(NativeAttributes(path))) return TellStayed(Trace::IndexFile, path, Why::Link);
     const UniqueFile file = OpenItself(path, GENERIC_WRITE, 0);
     BY_HANDLE_FILE_INFORMATION facts;
-    if (!file || !::GetFileInformationByHandle(file.get(), &facts)) RaiseLastError();
-    if (facts.nNumberOfLinks > 1) return;  // what has a second name is somebody else's as well
-    // Blanks would take the room that the gaps of a sparse file only pretend to take.
-    if ((facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0) return;
-    FillWithBlanks(file.get(), static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow);
+    if (!file || !::GetFileInformationByHandle(file.get(), &facts)) {
+      Told(false, Trace::IndexFile, path);
+      RaiseLastError();
+    }
+    // What has a second name is somebody else's as well. Blanks would take the room that the gaps of a sparse file only
+    // pretend to take.
+    if (facts.nNumberOfLinks > 1 ||
+        (facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0)
+      return TellStayed(Trace::IndexFile, path, Why::SecondName);
+    const std::uint64_t length = static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
+    if (const RuntimeError failure = failureOf([&] { FillWithBlanks(file.get(), length); })) {
+      TellStayed(Trace::IndexFile, path, Why::NotOverwritten);
+      throw failure;
+    }
+    if (!StopErase) TellErased(Trace::IndexFile, 1, length);
   });
 }
 

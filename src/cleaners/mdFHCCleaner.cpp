@@ -16,6 +16,7 @@
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
+#include "platform/tally.h"
 #include "platform/wide_system.h"
 
 namespace cleaners {
@@ -47,6 +48,7 @@ void SweepValues(HKEY key, LONG status) {
     DWORD size = 0;
     status = ::RegEnumValueA(key, index, name, &length, nullptr, nullptr, nullptr, &size);
     if (status == ERROR_SUCCESS) status = ::RegDeleteValueA(key, name);
+    if (status == ERROR_SUCCESS) TellErased(Trace::Value);
   }
 }
 
@@ -67,6 +69,7 @@ void cmdAutoComplte() {
     StartByShell(
         MainWindowHandle,
         {.verb = L"open", .what = L'"' + companion.Shown() + L'"', .arguments = L"1", .folder = L"1", .show = SW_HIDE});
+    TellNotCounted();
   });
 }
 
@@ -80,8 +83,11 @@ void ClearIEHistory() {
   if (StopErase) return;
   reportAndLeave("mdFHCCleaner,ClearIEHistory", [] {
     CURLHistory history;
+    const std::int32_t before = history.Count();
     history.Clear();
     history.Refresh(L"", 0);
+    if (before > history.Count()) TellErased(Trace::HistoryEntry, before - history.Count());
+    for (const URLHistoryItem& item : history.NewEnum()) TellStayed(Trace::HistoryEntry, item.URL(), Why::LeftByWindows);
   });
 }
 

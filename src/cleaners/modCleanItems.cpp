@@ -1,10 +1,17 @@
 #include "cleaners/modCleanItems.h"
 
+#include <cstdint>
+
 #include "cleaners/clean_log.h"
 #include "cleaners/recycle_bin_root.h"
+#include "platform/key_tree.h"
 #include "platform/main_window.h"
+#include "platform/native_files.h"
 #include "platform/runtime_error.h"
+#include "platform/special_folder.h"
 #include "platform/system_functions.h"
+#include "platform/told_of_files.h"
+#include "platform/wide_system.h"
 #include "platform/wide_text.h"
 #include "platform/window_answers.h"
 
@@ -20,17 +27,60 @@ bool OwnerAnswers() {
   return !::IsWindow(owner) || AnswersWithin(kPatience, owner);
 }
 
+// The list itself, and the shortcuts that Windows keeps beside it.
+constexpr char kRecentKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs";
+
+constexpr WideView kRecent = Wide<"RecentDocs">();
+
+struct RecentDocs {
+  KeyContents list;
+  int shortcuts = 0;
+};
+
+RecentDocs FindRecentDocs() {
+  RecentDocs found{ContentsOfKey(HKEY_CURRENT_USER, kRecentKey)};
+  FolderListing listing(FindSpecialFolder(kRecentFolder), Wide<"*.lnk">());
+  for (FolderEntry entry; listing.Next(entry);) ++found.shortcuts;
+  return found;
+}
+
+void TellDifference(Trace what, int before, int after, WideView name) {
+  if (after < before) TellErased(what, before - after);
+  if (after > 0) TellStayed(what, name, Why::LeftByWindows);
+}
+
+constexpr WideView kBin = Wide<"the recycle bin">();
+
+// 0 where the system does not tell.
+int ItemsInBin(const std::string& root) {
+  SHQUERYRBINFO facts{};
+  facts.cbSize = sizeof facts;
+  static_assert(sizeof facts == 20);
+  if (late::SHQueryRecycleBin) late::SHQueryRecycleBin(root.c_str(), &facts);
+  return static_cast<int>(facts.i64NumItems);
+}
+
 }  // namespace
 
 void ClearRecentDocs() {
-  resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
+  resumeNext([] {
+    const RecentDocs before = FindRecentDocs();
+    resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
+    const RecentDocs after = FindRecentDocs();
+    TellDifference(Trace::File, before.shortcuts, after.shortcuts, Wide<"shortcuts to recent documents">());
+    TellDifference(Trace::Key, static_cast<int>(before.list.keys), static_cast<int>(after.list.keys), kRecent);
+    TellDifference(Trace::Value, static_cast<int>(before.list.values), static_cast<int>(after.list.values), kRecent);
+  });
   resumeNext([] { LogCleanResult(Wide<"Recent Docs List Cleared">(), ResultStamp()); });
 }
 
 void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noProgress, bool noSound) {
   resumeNext([&] {
     const std::string root = RecycleBinRoot(driveRoot);
+    const int before = ItemsInBin(root);
+    if (!late::SHEmptyRecycleBin) TellStayed(Trace::BinItem, kBin, Why::NoFunction);
     late::SHEmptyRecycleBin(MainWindowHandle, root.c_str(), RecycleBinFlags(noConfirmation, noProgress, noSound));
+    TellDifference(Trace::BinItem, before, ItemsInBin(root), kBin);
   });
   resumeNext([] { LogCleanResult(Wide<"Recycle Bin Cleared ">(), ResultStamp()); });
 }
@@ -38,10 +88,14 @@ void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noP
 void ClearClipboard() {
   ::OpenClipboard(MainWindowHandle);
   resumeNext([] {
-    if (OwnerAnswers() && ::EmptyClipboard())
+    const int formats = ::CountClipboardFormats();
+    if (OwnerAnswers() && ::EmptyClipboard()) {
+      TellErased(Trace::ClipboardFormat, formats);
       LogCleanResult(Wide<"Clipboard Cleared">(), ResultStamp());
-    else
+    } else {
+      TellStayed(Trace::ClipboardFormat, Wide<"the clipboard">(), Why::InUse);
       LogCleanResult(Wide<"Clipboard ">(), Wide<"Terminated">());
+    }
   });
   ::CloseClipboard();
 }

@@ -14,6 +14,7 @@
 #include "platform/plain_key.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 #include "platform/wide_text.h"
 
 namespace cleaners {
@@ -35,6 +36,7 @@ void DeleteValuesFromTheFront(HKEY key, LONG status) {
     DWORD length = sizeof name;
     status = ::RegEnumValueA(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr);
     if (status == ERROR_SUCCESS) status = ::RegDeleteValueA(key, name);
+    if (status == ERROR_SUCCESS) TellErased(Trace::Value);
   }
 }
 
@@ -51,7 +53,8 @@ void ClearFindKey(const char* path) {
 void ClearWindowsTemp() {
   resumeNext([] {
     const TempFolderFacts facts = FindTempFolderFacts();
-    if (!MayClearTempFolder(facts)) {
+    if (const Why refusal = RefusalOfTempFolder(facts); refusal != Why::Gone) {
+      TellStayed(Trace::Folder, facts.reported, refusal);
       LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }

@@ -46,7 +46,7 @@ TempFolderFacts FindTempFolderFacts() {
   if (facts.configured.empty()) facts.configured = EnvironmentText(Wide<"TEMP">());
   facts.reported = AppendBackslash(GetTempDir());
   facts.folder = ReallyAt(FullPath(facts.reported));
-  if (!MayBeTempFolder(facts) || facts.folder.IsEmpty() || facts.folder.IsRoot()) return facts;
+  if (RefusalByName(facts) != Why::Gone || facts.folder.IsEmpty() || facts.folder.IsRoot()) return facts;
   const std::vector<Path> shared = SharedFolders();
   std::vector<Path> keep = KeptFolders(shared);
   if (!HoldsProgram(facts.folder)) keep.push_back(ProgramFolder());

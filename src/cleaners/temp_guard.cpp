@@ -16,19 +16,26 @@ bool IsCalledTemp(WideView name) {
   return EqualIgnoringCase(name, Wide<"TEMP">()) || EqualIgnoringCase(name, Wide<"TMP">());
 }
 
-}  // namespace
-
-bool MayBeTempFolder(const TempFolderFacts& facts) {
-  const WideText name = Trim(facts.reported);
-  if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">())) return false;
-  if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return false;
-  return facts.reported.find_first_of(Wide<"*?">()) == WideText::npos;
+// The first of the folders to keep is Windows itself.
+bool HoldsWindows(const TempFolderFacts& facts) {
+  return !facts.keep.empty() && IsSameOrBelow(facts.keep.front(), facts.canonical);
 }
 
-bool MayClearTempFolder(const TempFolderFacts& facts) {
-  if (!MayBeTempFolder(facts)) return false;
-  if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return false;
-  return MayClearFolder(facts);
+}  // namespace
+
+Why RefusalByName(const TempFolderFacts& facts) {
+  const WideText name = Trim(facts.reported);
+  if (EqualIgnoringCase(name, Wide<"C:\\WINDOWS\\">()) || EqualIgnoringCase(name, Wide<"C:\\WINNT\\">()))
+    return Why::RefusedWindows;
+  if (!IsAbsolutePath(Trim(facts.configured)) || !IsTheNamedFolder(facts)) return Why::RefusedNotNamed;
+  return facts.reported.find_first_of(Wide<"*?">()) == WideText::npos ? Why::Gone : Why::RefusedNoFolder;
+}
+
+Why RefusalOfTempFolder(const TempFolderFacts& facts) {
+  if (const Why byName = RefusalByName(facts); byName != Why::Gone) return byName;
+  if (facts.liesInShared && !IsCalledTemp(facts.folder.Name())) return Why::RefusedShared;
+  const FolderRefusal refusal = RefusalOf(facts);
+  return refusal == FolderRefusal::Kept && HoldsWindows(facts) ? Why::RefusedWindows : WhyOf(refusal);
 }
 
 }  // namespace cleaners

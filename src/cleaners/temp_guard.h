@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cleaners/folder_guard.h"
+#include "platform/tally.h"
 #include "platform/wide_text.h"
 
 namespace cleaners {
@@ -14,13 +15,14 @@ struct TempFolderFacts : FolderFacts {
   bool liesInShared = false;  // inside Windows, Program Files or a folder of all users
 };
 
-// What the texts tell alone: false wherever the next one is false whatever else there is to know.
-bool MayBeTempFolder(const TempFolderFacts& facts);
+// Why a folder may not be; Why::Gone where it may. It may not: the Windows folders by name, a folder that is not the one that
+// a variable names (without a variable, or where its folder is missing, the system falls back to the profile or the current
+// folder), one with a wildcard in its name, one inside the folders that all share unless its own name is TEMP or TMP (a
+// program without rights may set the variable of an administrator), and one that MayClearFolder refuses.
+Why RefusalOfTempFolder(const TempFolderFacts& facts);
+inline bool MayClearTempFolder(const TempFolderFacts& facts) { return RefusalOfTempFolder(facts) == Why::Gone; }
 
-// False for the Windows folders by name, for a folder that is not the one that a variable names (without a variable, or
-// where its folder is missing, the system falls back to the profile or the current folder), one with a wildcard in its name,
-// one inside the folders that all share unless its own name is TEMP or TMP (a program without rights may set the variable of
-// an administrator), and one that MayClearFolder refuses.
-bool MayClearTempFolder(const TempFolderFacts& facts);
+// What the texts tell alone: whatever else there is to know does not lift it.
+Why RefusalByName(const TempFolderFacts& facts);
 
 }  // namespace cleaners

@@ -65,14 +65,13 @@ std::string UrlCacheWalk::Text(std::uint32_t address) const {
   return block_.ExtractString(reinterpret_cast<const char*>(address), kLongestText);
 }
 
-void UrlCacheWalk::DeleteEntry() {
-  if (record_.sourceUrlName == 0) return;
+bool UrlCacheWalk::DeleteEntry() {
+  ::SetLastError(ERROR_FILE_NOT_FOUND);
+  if (record_.sourceUrlName == 0) return false;
   const std::string url = Text(record_.sourceUrlName);
   // Internet Explorer 3 and 4 have the function under the shorter name.
-  if (late::DeleteUrlCacheEntryA)
-    late::DeleteUrlCacheEntryA(url.c_str());
-  else
-    late::DeleteUrlCacheEntry(url.c_str());
+  if (late::DeleteUrlCacheEntryA) return late::DeleteUrlCacheEntryA(url.c_str()) != FALSE;
+  return late::DeleteUrlCacheEntry(url.c_str()) != FALSE;
 }
 
 }  // namespace cleaners

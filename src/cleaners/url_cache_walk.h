@@ -31,8 +31,8 @@ class UrlCacheWalk {
   const std::string& Url() const { return url_; }           // empty when it has none
   const WideText& LocalFile() const { return localFile_; }  // as the cache has it; empty for an entry without a file
 
-  // Removes the entry together with its file. One that is in use, or gone by now, stays as it is.
-  void DeleteEntry();
+  // Removes the entry together with its file. False for one that is in use, or gone by now, with the reason in GetLastError.
+  bool DeleteEntry();
 
  private:
   bool Fetch();

@@ -5,7 +5,10 @@
 
 #include "platform/handles.h"
 #include "platform/plain_key.h"
+#include "platform/runtime_error.h"
 #include "platform/system_functions.h"
+#include "platform/tally.h"
+#include "platform/wide_system.h"
 
 namespace platform {
 
@@ -18,12 +21,13 @@ constexpr REGSAM kToDelete = DELETE | KEY_ENUMERATE_SUB_KEYS | KEY_QUERY_VALUE;
 struct Level {
   UniqueKey key;
   DWORD left = 0;
+  DWORD values = 0;
 };
 
 void Take(UniqueKey key, Level& level) {
   level.key = std::move(key);
-  ::RegQueryInfoKeyA(level.key.get(), nullptr, nullptr, nullptr, &level.left, nullptr, nullptr, nullptr, nullptr, nullptr,
-                     nullptr, nullptr);
+  ::RegQueryInfoKeyA(level.key.get(), nullptr, nullptr, nullptr, &level.left, nullptr, nullptr, &level.values, nullptr,
+                     nullptr, nullptr, nullptr);
 }
 
 LONG Open(HKEY parent, const wchar_t* name, Level& level) {
@@ -32,6 +36,11 @@ LONG Open(HKEY parent, const wchar_t* name, Level& level) {
   const LONG status = late::RegOpenKeyExWide(parent, name, REG_OPTION_OPEN_LINK, kToDelete, &opened);
   if (status == ERROR_SUCCESS) Take(UniqueKey(opened), level);
   return status;
+}
+
+void TellKeysErased(const KeyContents& keys) {
+  TellErased(Trace::Key, static_cast<int>(keys.keys));
+  TellErased(Trace::Value, static_cast<int>(keys.values));
 }
 
 // Goes on after a failure and gives the first one.
@@ -46,7 +55,10 @@ LONG DeleteFrom(Level top) {
     Level& level = levels.back();
     if (level.left == 0) {
       // By its handle: a name could lead somewhere else by now.
-      if (late::NtDeleteKey(level.key.get()) < 0) note(ERROR_ACCESS_DENIED);
+      if (late::NtDeleteKey(level.key.get()) < 0)
+        note(ERROR_ACCESS_DENIED);
+      else
+        TellKeysErased({1, level.values});
       levels.pop_back();
       continue;
     }
@@ -63,20 +75,41 @@ LONG DeleteFrom(Level top) {
   return failure;
 }
 
+LONG DeleteInOneStep(HKEY root, const char* path) {
+  const KeyContents contents = Listening == nullptr ? KeyContents() : ContentsOfKey(root, path);
+  const LONG status = late::SHDeleteKey ? static_cast<LONG>(late::SHDeleteKey(root, path))
+                                        : ::RegDeleteKeyA(root, path);  // which takes the subkeys along
+  if (status == ERROR_SUCCESS) TellKeysErased(contents);
+  return status;
+}
+
 }  // namespace
 
 LONG DeleteKeyTree(HKEY root, const char* path) {
   if (path == nullptr || *path == '\0') return ERROR_INVALID_PARAMETER;
   UniqueKey key;
-  const LONG status = OpenKeyItself(root, path, kToDelete, key);
-  if (status == ERROR_CALL_NOT_IMPLEMENTED) {
-    if (late::SHDeleteKey) return static_cast<LONG>(late::SHDeleteKey(root, path));
-    return ::RegDeleteKeyA(root, path);  // which takes the subkeys along
+  LONG status = OpenKeyItself(root, path, kToDelete, key);
+  if (status == ERROR_SUCCESS) {
+    Level top;
+    Take(std::move(key), top);
+    status = DeleteFrom(std::move(top));
+  } else if (status == ERROR_CALL_NOT_IMPLEMENTED) {
+    status = DeleteInOneStep(root, path);
   }
-  if (status != ERROR_SUCCESS) return status;
-  Level top;
-  Take(std::move(key), top);
-  return DeleteFrom(std::move(top));
+  if (status != ERROR_SUCCESS)
+    quietly([&] { TellStayed(Trace::Key, Widen(path), WhyOf(static_cast<DWORD>(status)), static_cast<DWORD>(status)); });
+  return status;
+}
+
+KeyContents ContentsOfKey(HKEY root, const char* path) {
+  KeyContents contents;
+  HKEY opened = nullptr;
+  if (::RegOpenKeyExA(root, path, 0, KEY_READ, &opened) != ERROR_SUCCESS) return contents;
+  Level level;
+  Take(UniqueKey(opened), level);
+  contents.keys = level.left + 1;
+  contents.values = level.values;
+  return contents;
 }
 
 }  // namespace platform

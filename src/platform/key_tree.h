@@ -9,6 +9,13 @@ namespace platform {
 // system's own. What cannot be deleted stays, with the keys above it; the rest goes. A link goes as a link, and a path
 // through one is refused. So is an empty path, since it would mean everything below the root. Gives the error code of the
 // first failure; a missing key is one.
+// What it deletes is told to the run's tally.
 LONG DeleteKeyTree(HKEY root, const char* path);
+
+// A key with the keys in it, and its own values; nothing for a missing one.
+struct KeyContents {
+  DWORD keys = 0, values = 0;
+};
+KeyContents ContentsOfKey(HKEY root, const char* path);
 
 }  // namespace platform

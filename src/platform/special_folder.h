@@ -10,6 +10,7 @@ enum SpecialFolder : int {
   kProgramsFolder = 2,  // of the start menu
   kDocumentsFolder = 5,
   kFavoritesFolder = 6,
+  kRecentFolder = 8,
   kStartMenuFolder = 11,
   kMusicFolder = 13,
   kVideoFolder = 14,

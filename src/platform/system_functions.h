@@ -17,6 +17,7 @@ namespace late {
 // Internet Explorer 4 or the first system that came with it.
 inline const LateFunction<DWORD(WINAPI*)(HKEY, LPCSTR)> SHDeleteKey{"shlwapi.dll", "SHDeleteKeyA"};
 inline const LateFunction<HRESULT(WINAPI*)(HWND, LPCSTR, DWORD)> SHEmptyRecycleBin{"shell32.dll", "SHEmptyRecycleBinA"};
+inline const LateFunction<HRESULT(WINAPI*)(LPCSTR, SHQUERYRBINFO*)> SHQueryRecycleBin{"shell32.dll", "SHQueryRecycleBinA"};
 
 // Every system has these. They are bound late because loading the shell takes longer than making the main window, and
 // nothing needs it before the window is on the screen.
