@@ -17,6 +17,7 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -145,7 +146,8 @@ class Emptying final : public FolderVisitor {
   void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
     static_cast<void>(Wipe(in, path, entry.size, WipePasses));
   }
-  void AtFolder(const OpenFolder& in, const Path& path) override { in.Remove(path); }
+  void AtFolder(const OpenFolder& in, const Path& path) override { Told(in.Remove(path), Trace::Folder, path); }
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void Search(const Path& root, FolderVisitor& search) { WalkFolder(root, OpenForWalk(root), search); }

@@ -8,6 +8,8 @@
 #include "platform/runtime_error.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
+#include "platform/whole_file.h"
 #include "platform/wide_system.h"
 
 namespace cleaners {
@@ -25,7 +27,13 @@ bool IsPlainFile(DWORD attributes) { return attributes != INVALID_FILE_ATTRIBUTE
 
 void WipeQuietly(const Path& path) {
   quietly([&] {
-    if (IsPlainFile(NativeAttributes(path))) TryWhileLocked([&] { return NativeDeleteFile(path); });
+    const DWORD attributes = NativeAttributes(path);
+    if (IsPlainFile(attributes)) {
+      const std::uint64_t length = valueOr(std::uint64_t{0}, [&] { return FileLen(path); });
+      Told(TryWhileLocked([&] { return NativeDeleteFile(path); }), Trace::File, path, length);
+    } else if (attributes != INVALID_FILE_ATTRIBUTES) {
+      TellStayed(Trace::File, path, Why::NotPlain);
+    }
   });
 }
 
@@ -35,7 +43,11 @@ void ClearFolder(const Path& folder) {
     if ((NativeAttributes(folder) & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
     OpenFolder opened(folder);
     for (FolderEntry entry; !StopErase && opened.IsStillAt(folder, folder) && opened.Next(entry);) {
-      if (IsPlainFile(entry.attributes)) TryWhileLocked([&] { return opened.Delete(folder / entry.name); });
+      const Path path = folder / entry.name;
+      if (IsPlainFile(entry.attributes))
+        Told(TryWhileLocked([&] { return opened.Delete(path); }), Trace::File, path, entry.size);
+      else if (!IsFolder(entry.attributes))
+        TellStayed(Trace::File, path, Why::NotPlain);
       DoEventsNowAndThen();
     }
   });

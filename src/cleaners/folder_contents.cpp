@@ -10,6 +10,7 @@
 #include "platform/message_pump.h"
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -30,9 +31,10 @@ class Clearing final : public FolderVisitor {
   }
   void AtFolder(const OpenFolder& in, const Path& path) override {
     if (!removeSubFolders_) return;
-    in.Remove(path);
+    Told(in.Remove(path), Trace::Folder, path);
     LogErased(path);
   }
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 
  private:
   bool removeSubFolders_;
@@ -47,7 +49,7 @@ void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFo
   Clearing clearing(removeSubFolders);
   const bool isDone = WalkFolder(folder, std::move(opened), clearing);
   if (!removeFolder || StopErase) return;
-  if (isDone) NativeRemoveFolder(folder);
+  if (isDone) Told(NativeRemoveFolder(folder), Trace::Folder, folder);
   LogErased(folder);
 }
 

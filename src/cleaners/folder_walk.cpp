@@ -55,6 +55,8 @@ class FolderWalk {
         visitor_.AtFolder(levels_.back(), path_);
     } else if (IsNamedLink(entry_)) {
       visitor_.AtLink(levels_.back(), path_);
+    } else {
+      visitor_.AtOtherLink(path_);
     }
     path_.RemoveName();
   }

@@ -12,6 +12,7 @@
 #include "platform/open_folder.h"
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -24,7 +25,10 @@ void ClearAround(const Path& folder, OpenFolder opened, const Path& from, const 
 // `path` is not the folder's own entry.
 void ClearSubfolder(const OpenFolder& in, const Path& path, const FolderEntry& entry, const Path& from, const Path& kept) {
   if (IsLink(entry.attributes)) {
-    if (IsNamedLink(entry)) in.Remove(path);
+    if (IsNamedLink(entry))
+      Told(in.Remove(path), Trace::Folder, path);
+    else
+      TellStayed(Trace::Folder, path, Why::Link);
     return;
   }
   OpenFolder opened = in.Enter(path);

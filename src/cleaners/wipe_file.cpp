@@ -12,6 +12,7 @@
 #include "platform/message_pump.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 #include "platform/whole_file.h"
 #include "platform/wide_system.h"
 
@@ -48,7 +49,9 @@ PassOutcome Overwrite(const OpenFolder& in, const Path& path, std::uint64_t leng
       file = in.Open(path, GENERIC_WRITE, 0);
       return static_cast<bool>(file);
     });
-    if (!opened) RaiseLastError();
+    if (opened) return;
+    Told(false, Trace::File, path);
+    RaiseLastError();
   });
   if (failure) return {false, failure};
   const std::uint64_t kilobytes = length / 1024;
@@ -71,17 +74,15 @@ RuntimeError Wipe(const OpenFolder& in, const Path& path, std::uint64_t length, 
   for (std::int16_t pass = 0; pass < passes && outcome.goOn; ++pass) outcome = Overwrite(in, path, length);
   if (outcome.failure || StopErase) return outcome.failure;
   return failureOf([&] {
-    if (!TryWhileLocked([&] { return in.Delete(path); })) RaiseLastError();
+    if (!Told(TryWhileLocked([&] { return in.Delete(path); }), Trace::File, path, length)) RaiseLastError();
   });
 }
 
 RuntimeError WipeIfThere(const OpenFolder& in, const Path& path, std::int16_t passes) {
   if (!FileExistsFs(path)) return {};
   std::uint64_t length = 0;
-  const RuntimeError failure = failureOf([&] {
-    if (passes > 0) length = FileLen(path);
-  });
-  return failure ? failure : Wipe(in, path, length, passes);
+  const RuntimeError failure = failureOf([&] { length = FileLen(path); });
+  return failure && passes > 0 ? failure : Wipe(in, path, length, passes);
 }
 
 bool FileExistsFs(const Path& path) {
@@ -98,12 +99,24 @@ void WipeListedFile(const OpenFolder& in, const Path& path, std::uint64_t length
   if (const RuntimeError failure = Wipe(in, path, length, passes)) LogCleanResult(path.Shown(), Widen(failure.description));
 }
 
+namespace {
+
+// By its bare name, which leads to the file where the listed folder is the current one.
+void WipeNamed(WideView listedFolder, const FolderEntry& entry) {
+  const Path path = PathOf(Wide<".">()) / entry.name;
+  if (FileExistsFs(path))
+    WipeFile(path, WipePasses);
+  else
+    TellStayed(Trace::File, WideText(listedFolder).append(entry.name), Why::NotFromHere);
+}
+
+}  // namespace
+
 void WipeMatchingFiles(WideView mask) {
   const std::size_t name = mask.rfind(L'\\') + 1;
   FolderListing listing(PathOf(name == 0 ? Wide<".">() : mask.substr(0, name)), mask.substr(name));
   for (FolderEntry entry; !StopErase && listing.Next(entry);) {
-    if (!IsFolder(entry.attributes) && IsMeantByMask(entry.listedName, mask))
-      WipeFile(PathOf(Wide<".">()) / entry.name, WipePasses);
+    if (!IsFolder(entry.attributes) && IsMeantByMask(entry.listedName, mask)) WipeNamed(mask.substr(0, name), entry);
     DoEventsNowAndThen();
   }
 }
