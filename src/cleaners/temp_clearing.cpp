@@ -32,8 +32,8 @@ void ClearSubfolder(const OpenFolder& in, const Path& path, const FolderEntry& e
     return;
   }
   OpenFolder opened = in.Enter(path);
+  if (!opened) return static_cast<void>(Told(false, Trace::Folder, path));
   const Path canonical = Canonical(path);
-  if (!opened) return;
   if (!IsSameOrBelow(kept, canonical))
     ClearAndRemove(in, path, std::move(opened));
   else if (!IsSameOrBelow(canonical, kept))

@@ -11,6 +11,7 @@
 #include "platform/message_pump.h"
 #include "platform/open_folder.h"
 #include "platform/runtime_error.h"
+#include "platform/told_of_files.h"
 #include "shred/folder_chain.h"
 
 namespace shred {
@@ -44,7 +45,9 @@ void DeleteFilesIn(OpenFolder& opened, const Path& folder, const Path& from, Wid
   FolderEntry entry;
   opened.StartOver(folder);
   while (opened.IsStillAt(folder, from) && opened.Next(entry)) {
-    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask)) opened.Delete(folder / entry.name);
+    // What stays is met again by the removal of the tree, which tells of it.
+    if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask) && opened.Delete(folder / entry.name))
+      TellErased(Trace::File, 1, entry.size);
     DoEventsNowAndThen();
   }
 }
@@ -61,9 +64,12 @@ void RemoveSubfolder(OpenFolder& root, const Path& from, const FolderEntry& entr
       DeleteFilesIn(opened, folder, from, mask);
     if (!opened.IsStillAt(folder, from)) return;
     opened = OpenFolder();  // an open one cannot be removed
-    if (!root.Remove(folder) && attributes != INVALID_FILE_ATTRIBUTES) root.SetAttributes(folder, attributes);
-  } else if (IsNamedLink(entry)) {
-    root.Remove(folder);
+    if (root.Remove(folder))
+      TellErased(Trace::Folder);
+    else if (attributes != INVALID_FILE_ATTRIBUTES)
+      root.SetAttributes(folder, attributes);
+  } else if (IsNamedLink(entry) && root.Remove(folder)) {
+    TellErased(Trace::Folder);
   }
 }
 
@@ -74,17 +80,24 @@ class TreeRemoval final : public cleaners::FolderVisitor {
 
   void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
     const auto deletes = [&] { return in.Delete(path); };
-    if (cleaners::TryWhileLocked(deletes) || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
+    bool isDone = cleaners::TryWhileLocked(deletes);
+    if (isDone || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0)
+      return static_cast<void>(Told(isDone, Trace::File, path, entry.size));
     in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    if (!cleaners::TryWhileLocked(deletes)) in.SetAttributes(path, entry.attributes);
+    isDone = Told(cleaners::TryWhileLocked(deletes), Trace::File, path, entry.size);
+    if (!isDone) in.SetAttributes(path, entry.attributes);
   }
 
   void AtFolder(const OpenFolder& in, const Path& path) override {
-    if (in.Remove(path) || ::GetLastError() != ERROR_ACCESS_DENIED) return;
+    bool isDone = in.Remove(path);
+    if (isDone || ::GetLastError() != ERROR_ACCESS_DENIED) return static_cast<void>(Told(isDone, Trace::Folder, path));
     const DWORD attributes = NativeAttributes(path);
     in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    if (!in.Remove(path) && attributes != INVALID_FILE_ATTRIBUTES) in.SetAttributes(path, attributes);
+    isDone = Told(in.Remove(path), Trace::Folder, path);
+    if (!isDone && attributes != INVALID_FILE_ATTRIBUTES) in.SetAttributes(path, attributes);
   }
+
+  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void RemoveFirstSubfolder(OpenFolder& opened, const Path& root) {

@@ -11,6 +11,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "platform/told_of_files.h"
 #include "platform/wide_system.h"
 #include "shred/dropped_files.h"
 #include "shred/folder_removal.h"
@@ -94,6 +95,11 @@ std::optional<LRESULT> fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM l
   return {};
 }
 
+fraShred::Run::Run(fraShred& panel) : Walk(panel), runs_(panel.runs_), listening_(panel.asked_.OfRun()) {
+  if (runs_++ == 0) panel.asked_.Clear();
+  panel.asked_.OfRun().AddLine();
+}
+
 void fraShred::ShowFileCount(int count) { FileCount.SetText(FilesReady(count)); }
 
 void fraShred::ResetStatus() {
@@ -148,7 +154,7 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     ShowMessage("Error: Enter a file for shredding!", MB_ICONERROR);
     return "";
   }
-  const Walk walk(*this);
+  const Run shredding(*this);
   DoEvents();
   PbarShred.SetRange(0, run.Count());
   const ReportBurst burst;
@@ -165,6 +171,7 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
       file.failure = failure ? failure.description : broken.description;
       file.after = failure || broken ? PresenceOf(path) : Presence::Gone;
       name = Narrow(path.Shown());
+      if (file.after == Presence::OutOfReach) TellStayed(Trace::File, path, Why::OutOfReach);
     });
     quietly([&] { run.Add(file, name); });
     if (LeavesTheList(file)) list.MarkGone(place);
@@ -195,7 +202,7 @@ std::string fraShred::ShredFolders() {
     ShowMessage("Folder List is Empty", MB_ICONEXCLAMATION);
     return "";
   }
-  const Walk walk(*this);
+  const Run shredding(*this);
   cleaners::LockedFiles.BeginRun();
   int gone = 0;
   std::string refusals;
@@ -204,6 +211,7 @@ std::string fraShred::ShredFolders() {
     if (!FolderCheck(folder)) continue;
     resumeNext([&] {
       const cleaners::FolderRefusal refusal = ShredFolder(folder);
+      TellStayed(Trace::Folder, folder, cleaners::WhyOf(refusal));
       if (refusal != cleaners::FolderRefusal::None) refusals += " " + NeverShredded(Narrow(folder.Shown()), refusal);
     });
     gone += FolderCheck(folder) ? 0 : 1;
@@ -216,6 +224,7 @@ std::string fraShred::ShredFolders() {
 
 // Both are told of at the end.
 void fraShred::ShredAll() {
+  const Run both(*this);
   std::string ofFolders;
   std::string ofFiles;
   resumeNext([&] { ofFolders = ShredFolders(); });

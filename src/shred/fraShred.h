@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "platform/asked_log.h"
 #include "platform/controls.h"
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
+#include "platform/tally.h"
 #include "platform/runtime_error.h"
 #include "settings/bound_controls.h"
 #include "settings/schema.h"
@@ -40,6 +42,7 @@ class fraShred final : public Panel {
   // Panel
   void LoadEraseSettings() override;
   void KeepSettings() override;
+  void ForgetRuns() override { asked_.Forget(); }
 
  private:
   friend struct PanelForTests;  // which fills the controls as their user would
@@ -58,6 +61,17 @@ class fraShred final : public Panel {
 
    private:
     fraShred& panel_;
+  };
+
+  // A walk that shreds: what it does is told of by the message line. One in the middle of another adds to what that one tells.
+  class Run : Walk {
+   public:
+    explicit Run(fraShred& panel);
+    ~Run() { --runs_; }
+
+   private:
+    int& runs_;
+    ListeningScope listening_;
   };
 
   bool AddFiles(ShredList& list);
@@ -91,12 +105,14 @@ class fraShred final : public Panel {
   Label FileCount{*this, IDC_FileCount};
   Label lStat{*this, IDC_lStat};
   ProgressBar PbarShred{*this, IDC_PbarShred};
+  AskedLog asked_{*this, IDC_txtMessage};
 
   ShredList manual_{lstFileShred};
   ShredList folders_{lstFolder};
   ShredList scheduled_{lstFiles};
   frmAddDir addDir_;
   int walks_ = 0;
+  int runs_ = 0;
   bool fileHasMore_ = false;  // the list's file than the list
   bool fileUnread_ = false;   // there is a list's file, and the list knows nothing of it
 };

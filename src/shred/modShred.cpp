@@ -15,6 +15,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/system_error.h"
+#include "platform/told_of_files.h"
 #include "platform/wide_system.h"
 #include "shred/block_writer.h"
 #include "shred/overwrite_sequence.h"
@@ -44,6 +45,13 @@ class Failures {
 constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // what others only look at can be overwritten all the same
 constexpr DWORD kSharedByAll = kShared | FILE_SHARE_DELETE;
 constexpr DWORD kInTheWay = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+
+// Bytes.
+std::uint64_t LengthOf(HANDLE file) {
+  DWORD high = 0;
+  const std::uint64_t low = ::GetFileSize(file, &high);
+  return static_cast<std::uint64_t>(high) << 32 | low;
+}
 
 // One file from its opening to its deletion. What was opened is what is deleted, whatever its path leads to by then: a
 // message may be on the screen between the two. On Windows 9x, where no handle deletes, it is the path.
@@ -84,10 +92,11 @@ class Victim {
     if (!flushed) RaiseSystemError(reason);
   }
 
-  void Delete() {
+  void Delete(bool isOverwritten) {
     const bool isDone = deletes_ ? DeleteByHandle(file_.get()) : cleaners::TryWhileLocked([this] { return DeleteByPath(); });
     file_.reset();
-    if (!isDone) RaiseLastError();
+    if (!Told(isDone, Trace::File, path_, length_)) RaiseLastError();
+    if (!isOverwritten) TellStayed(Trace::File, path_, Why::NotOverwritten);
   }
 
  private:
@@ -103,6 +112,7 @@ class Victim {
     if (!file_) return false;
     deletes_ = deletion != 0;
     if (!deletes_) identity_ = IdentityOf(file_.get());
+    if (Listening != nullptr) length_ = LengthOf(file_.get());  // the overwriting may make it longer
     return true;
   }
 
@@ -123,6 +133,7 @@ class Victim {
 
   const Path& path_;
   UniqueFile file_;
+  std::uint64_t length_ = 0;
   bool deletes_ = false;  // the handle does
   bool isReparsePoint_ = false;
   std::optional<FolderIdentity> identity_;
@@ -162,7 +173,8 @@ RuntimeError OverwriteAndDelete(Victim& victim, const std::string& levelText) {
   failures.Try([&] { victim.Open(); });
   WriteSequence(victim.Handle(), repeatCount, failures);
   failures.Try([&] { victim.Close(); });
-  failures.Try([&] { victim.Delete(); });
+  const bool isOverwritten = !failures.First();
+  failures.Try([&] { victim.Delete(isOverwritten); });
   return failures.First();
 }
 
@@ -196,7 +208,10 @@ UniqueFile OpenForReading(const Path& path) { return NativeOpen(path, GENERIC_RE
 // Of a file that can be read. Asked of what is open, which takes a fraction of looking the path up once more.
 DWORD AttributesOfReadable(const Path& path) {
   const UniqueFile file = OpenForReading(path);
-  if (!file) RaiseLastError();
+  if (!file) {
+    Told(false, Trace::File, path);
+    RaiseLastError();
+  }
   const DWORD attributes = AttributesOf(file.get());
   return attributes != INVALID_FILE_ATTRIBUTES ? attributes : 0;  // nothing to clear where the system does not tell
 }
