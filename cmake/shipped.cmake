@@ -16,7 +16,7 @@ set(SHIPPED_LINK_OPTIONS
 # First of all sources: how the program begins.
 set(SHIPPED_START $<TARGET_OBJECTS:quellix_startup> ${CMAKE_SOURCE_DIR}/src/platform/standard_errors.cpp)
 
-add_executable(Quellix WIN32 ${SHIPPED_START} src/app/WinMain.cpp src/app/quellix.rc)
+add_executable(Quellix WIN32 ${SHIPPED_START} src/platform/overwriting_delete.cpp src/app/WinMain.cpp src/app/quellix.rc)
 set_source_files_properties(src/app/quellix.rc PROPERTIES
   INCLUDE_DIRECTORIES "${CMAKE_SOURCE_DIR}/src"
   OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/app/quellix.manifest")

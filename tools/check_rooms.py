@@ -22,7 +22,8 @@ LAYERS = (("app",), ("erase", "cookies", "shred", "automation"), ("cleaners", "s
 ROOMS = [room for layer in LAYERS for room in layer]
 LOWEST = ROOMS[-1]
 # The library's own places for what a program brings itself, and the functions that the linker looks for.
-RUNTIME = {"src/platform/floor.cpp", "src/platform/standard_errors.cpp", "src/platform/startup.cpp",
+RUNTIME = {"src/platform/floor.cpp", "src/platform/overwriting_delete.cpp", "src/platform/standard_errors.cpp",
+           "src/platform/startup.cpp",
            "src/platform/unwind_tables_end.cpp"}
 ENTRY = re.compile(r"int WINAPI WinMain\(.*\)")
 FORWARD = re.compile(r"(?:enum |enum class |class |struct )\w+(?: : \w+)?")
