@@ -3,7 +3,7 @@ import contextlib
 import io
 import unittest
 
-from tools.run_job import TRACES_OF, Outcome, sum_up
+from tools.run_job import TOLD_IN, TRACES_OF, Outcome, number_of, sum_up
 
 BEFORE = {family: 3 for _, family in TRACES_OF}
 CLEAN = dict.fromkeys(BEFORE, 0)
@@ -11,7 +11,7 @@ DONE = "Quellix has successfully erased selected item(s)."
 
 
 def said(**changes) -> tuple[bool, str]:
-    outcome = Outcome(BEFORE, CLEAN, DONE, 26.4, {"bookmarks": (45, 45), "papers": (20, 20)})
+    outcome = Outcome(BEFORE, CLEAN, DONE, 26.4, {"bookmarks": (45, 45), "papers": (20, 20)}, dict.fromkeys(TOLD_IN, 3))
     with contextlib.redirect_stdout(io.StringIO()) as out:
         good = sum_up(outcome._replace(**changes))
     return good, out.getvalue()
@@ -27,7 +27,7 @@ class TheSummary(unittest.TestCase):
         self.assertIn("picture: build/run/erased.png", text)
 
     def test_of_a_run_that_left_something_names_the_item(self):
-        good, text = said(after=CLEAN | {"clipboard": 1})
+        good, text = said(after=CLEAN | {"clipboard": 1}, told=dict.fromkeys(TOLD_IN, 3) | {"clipboard": 2})
         self.assertFalse(good)
         self.assertIn("LEFT by: Erase Clipboard", text)
         self.assertNotIn("Nothing that was ticked is left", text)
@@ -42,6 +42,17 @@ class TheSummary(unittest.TestCase):
         good, text = said(last_line="Erasing was manually stopped.")
         self.assertFalse(good)
         self.assertIn("with: Erasing was manually stopped.", text)
+
+    def test_of_a_run_of_which_the_program_tells_otherwise_names_the_item(self):
+        for told in (0, 2, 4):  # nothing at all, too little, too much
+            good, text = said(told=dict.fromkeys(TOLD_IN, 3) | {"clipboard": told})
+            self.assertFalse(good)
+            self.assertIn("tells otherwise than was counted of: Erase Clipboard\n", text)
+
+    def test_reads_the_numbers_of_a_sentence(self):
+        self.assertEqual(number_of("12 files, 1 folder, 18 MB erased; 3 stayed", ("file", "folder")), 13)
+        self.assertEqual(number_of("1 cache entry, 200 cookies erased", ("cookie",)), 200)
+        self.assertEqual(number_of("Nothing erased; 3 stayed", ("file",)), 0)
 
 
 if __name__ == "__main__":

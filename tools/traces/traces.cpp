@@ -118,7 +118,7 @@ void PlantStreams() {
   SetValues((std::string(kStreams) + "\\0").c_str(), "window place", 3);
 }
 
-int CountStreams() { return CountKey(kStreams); }
+int CountStreams() { return CountKey(kStreams) + CountKey((std::string(kStreams) + "\\0").c_str()); }
 
 void PlantTypedUrls() { SetValues(kTypedUrls, "http://private.example/", 15); }
 int CountTypedUrls() { return CountKey(kTypedUrls); }
