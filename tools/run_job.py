@@ -46,7 +46,7 @@ TRACES_OF = [
 ]
 
 # The words of the program's own tally in which a family is told of, in the line of its item; of the whole run for what two items
-# take. Not there: the companion and the browsers do not tell.
+# take.
 KEYS = ("registry key", "registry value")
 TOLD_IN = dict.fromkeys(("typed addresses", "Run history", "recent documents", "find history", "registry streams"), KEYS) | {
     "form passwords": ("registry value",),
@@ -56,6 +56,8 @@ TOLD_IN = dict.fromkeys(("typed addresses", "Run history", "recent documents", "
     "Netscape typed addresses": ("file",), "Netscape mail trash": ("file",), "Netscape cache": ("file",),
     "Opera cookies": ("file",), "Opera cache": ("file",), "Opera typed addresses": ("file",),
 }
+# What nobody in the program knows: the companion erases by itself, and windows that close are no traces.
+NOT_TOLD = {"form entries", "browser windows"}
 OF_THE_WHOLE_RUN = {"cookies", "cache entries"}
 LOG_LINES = {FAMILIES[item.key]: item.lines[0] for item in ITEMS if item.lines}
 
@@ -168,21 +170,28 @@ def tally(desktop: Desktop) -> dict[str, int]:
     return told
 
 
-def print_table(before: dict[str, int], after: dict[str, int], told: dict[str, int]) -> tuple[list[str], list[str]]:
-    """Prints what each item found and left and what the program tells of it; the items that left something, and those of which
-    it tells something else than was counted."""
+def is_told_otherwise(family: str, erased: int, told: int | None) -> bool:
+    # Those of the forms lie below the same key, and go with it unless the companion was quicker.
+    return told is not None and (told < erased if family == "form passwords" else told != erased)
+
+
+def told_otherwise(before: dict[str, int], after: dict[str, int], told: dict[str, int]) -> list[str]:
+    """The items of which the program tells something else than was counted."""
+    return [item for item, family in TRACES_OF if is_told_otherwise(family, before[family] - after[family], told.get(family))]
+
+
+def print_table(before: dict[str, int], after: dict[str, int], told: dict[str, int]) -> list[str]:
+    """Prints what each item found and left and what the program tells of it, and returns the items that left something."""
     print(f"\n   {'item':44} {'traces':25} {'before':>7} {'after':>7} {'told':>7}")
-    unclean, untrue = [], []
+    unclean = []
     for item, family in TRACES_OF:
         left, tells = after[family], told.get(family)
         if left:
             unclean.append(item)
-        # Those of the forms lie below the same key, and go with it unless the companion was quicker.
-        if tells is not None and (tells < before[family] - left if family == "form passwords" else tells != before[family] - left):
-            untrue.append(item)
+        otherwise = is_told_otherwise(family, before[family] - left, tells)
         print(f"   {item:44} {family:25} {before[family]:7} {left:7} {'-' if tells is None else tells:>7}"
-              f"{'' if left == 0 else '   LEFT'}{'   TOLD OTHERWISE' if item in untrue else ''}")
-    return unclean, untrue
+              f"{'   LEFT' if left else ''}{'   TOLD OTHERWISE' if otherwise else ''}")
+    return unclean
 
 
 class Clock:
@@ -263,7 +272,8 @@ def do_the_job(clock: Clock) -> Outcome:
 
 def sum_up(outcome: Outcome) -> bool:
     """The table, and then what it means in a few lines."""
-    unclean, untrue = print_table(outcome.before, outcome.after, outcome.told)
+    unclean = print_table(outcome.before, outcome.after, outcome.told)
+    untrue = told_otherwise(outcome.before, outcome.after, outcome.told)
     touched = {words: count for words, count in outcome.beside.items() if count[0] != count[1]}
     finished = outcome.last_line == "Quellix has successfully erased selected item(s)."
     families = {family for _, family in TRACES_OF}

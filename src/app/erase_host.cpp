@@ -28,12 +28,8 @@ void EraseHost::TellEachFailureOnce(Statement run) {
 
 // A stop request that is there afterwards came in the middle of it: otherwise it would not have begun.
 void EraseHost::RunCleaner(erase::Cleaner cleaner) {
-  struct AtEnd {
-    ~AtEnd() {
-      if (StopErase) TellStopped();
-    }
-  } const atEnd;
-  cleaner();
+  resumeNext(cleaner);
+  if (StopErase) TellStopped();
 }
 
 // A stop ends the pause as well, so that the run ends when its user asks for it and not up to a second later.

@@ -293,7 +293,8 @@ bool frmMain::ForwardCommand(WPARAM wParam, LPARAM lParam) {
 }
 
 void frmMain::ForgetRuns() {
-  for (const Row& row : rows_) quietly([&row] { row.panel.ForgetRuns(); });
+  clean_.ForgetRuns();
+  shred_.ForgetRuns();
 }
 
 void frmMain::ShowIcon(bool shown) { shown ? icon_.Add() : icon_.Remove(); }

@@ -147,7 +147,6 @@ class Emptying final : public FolderVisitor {
     static_cast<void>(Wipe(in, path, entry.size, WipePasses));
   }
   void AtFolder(const OpenFolder& in, const Path& path) override { Told(in.Remove(path), Trace::Folder, path); }
-  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void Search(const Path& root, FolderVisitor& search) { WalkFolder(root, OpenForWalk(root), search); }

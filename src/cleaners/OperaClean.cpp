@@ -32,7 +32,7 @@ void WipeQuietly(const Path& path) {
       const std::uint64_t length = valueOr(std::uint64_t{0}, [&] { return FileLen(path); });
       Told(TryWhileLocked([&] { return NativeDeleteFile(path); }), Trace::File, path, length);
     } else if (attributes != INVALID_FILE_ATTRIBUTES) {
-      TellStayed(Trace::File, path, Why::NotPlain);
+      TellStayed(path, Why::NotPlain);
     }
   });
 }
@@ -47,7 +47,7 @@ void ClearFolder(const Path& folder) {
       if (IsPlainFile(entry.attributes))
         Told(TryWhileLocked([&] { return opened.Delete(path); }), Trace::File, path, entry.size);
       else if (!IsFolder(entry.attributes))
-        TellStayed(Trace::File, path, Why::NotPlain);
+        TellStayed(path, Why::NotPlain);
       DoEventsNowAndThen();
     }
   });

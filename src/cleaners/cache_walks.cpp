@@ -8,9 +8,8 @@
 #include "platform/path.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
-#include "platform/tally.h"
+#include "platform/told_of_files.h"
 #include "platform/whole_file.h"
-#include "platform/wide_system.h"
 
 namespace cleaners {
 using namespace platform;
@@ -37,17 +36,12 @@ std::int64_t LengthOfLocalFile(const UrlCacheWalk& walk) {
 enum class Failures { Tell, LeaveToAnother };
 
 void DeleteEntry(UrlCacheWalk& walk, std::int64_t length, Failures failures) {
-  bool isDeleted = false;
   DWORD reason = ERROR_PROC_NOT_FOUND;
-  quietly([&] {
-    isDeleted = walk.DeleteEntry();
-    reason = ::GetLastError();
-  });
-  const Trace what = IsCookieUrl(walk.Url()) ? Trace::Cookie : Trace::CacheEntry;
-  if (isDeleted)
-    TellErased(what, 1, static_cast<std::uint64_t>(length));
+  quietly([&] { reason = walk.DeleteEntry() ? ERROR_SUCCESS : ::GetLastError(); });
+  if (reason == ERROR_SUCCESS)
+    TellErased(IsCookieUrl(walk.Url()) ? Trace::Cookie : Trace::CacheEntry, 1, static_cast<std::uint64_t>(length));
   else if (failures == Failures::Tell)
-    quietly([&] { TellStayed(what, Widen(walk.Url()), WhyOf(reason), reason); });
+    TellStayed(walk.Url().c_str(), WhyOf(reason), reason);
 }
 
 }  // namespace

@@ -34,7 +34,6 @@ class Clearing final : public FolderVisitor {
     Told(in.Remove(path), Trace::Folder, path);
     LogErased(path);
   }
-  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 
  private:
   bool removeSubFolders_;

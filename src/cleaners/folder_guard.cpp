@@ -14,20 +14,4 @@ FolderRefusal RefusalOf(const FolderFacts& facts) {
   return facts.leadsToKept || holdsKept ? FolderRefusal::Kept : FolderRefusal::None;
 }
 
-Why WhyOf(FolderRefusal refusal) {
-  switch (refusal) {
-    case FolderRefusal::NoFolder:
-      return Why::RefusedNoFolder;
-    case FolderRefusal::Root:
-      return Why::RefusedRoot;
-    case FolderRefusal::Link:
-      return Why::RefusedLink;
-    case FolderRefusal::Kept:
-      return Why::RefusedKept;
-    case FolderRefusal::None:
-      break;
-  }
-  return Why::Gone;
-}
-
 }  // namespace cleaners

@@ -1,6 +1,7 @@
 // Whether a folder may be emptied or removed: the one rule between a wrong path and a lost disk.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "platform/path.h"
@@ -17,12 +18,16 @@ struct FolderFacts {
   std::vector<Path> keep;    // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };
 
-// Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`.
-enum class FolderRefusal { None, NoFolder, Root, Link, Kept };
+// Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`. The same reasons as in the tally of a run.
+enum class FolderRefusal : std::uint8_t {
+  None = static_cast<std::uint8_t>(Why::Gone),
+  NoFolder = static_cast<std::uint8_t>(Why::RefusedNoFolder),
+  Root = static_cast<std::uint8_t>(Why::RefusedRoot),
+  Link = static_cast<std::uint8_t>(Why::RefusedLink),
+  Kept = static_cast<std::uint8_t>(Why::RefusedKept),
+};
+constexpr Why WhyOf(FolderRefusal refusal) { return static_cast<Why>(refusal); }
 FolderRefusal RefusalOf(const FolderFacts& facts);
-
-// The same for the tally of a run; Why::Gone for None.
-Why WhyOf(FolderRefusal refusal);
 
 inline bool MayClearFolder(const FolderFacts& facts) { return RefusalOf(facts) == FolderRefusal::None; }
 

@@ -9,6 +9,7 @@
 
 #include "cleaners/listed_names.h"
 #include "platform/message_pump.h"
+#include "platform/told_of_files.h"
 
 namespace cleaners {
 using namespace platform;
@@ -56,7 +57,7 @@ class FolderWalk {
     } else if (IsNamedLink(entry_)) {
       visitor_.AtLink(levels_.back(), path_);
     } else {
-      visitor_.AtOtherLink(path_);
+      TellStayed(path_, Why::Link);  // its removal may reach what it leads to
     }
     path_.RemoveName();
   }

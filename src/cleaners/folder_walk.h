@@ -22,9 +22,6 @@ class FolderVisitor {
   // A link to a folder: removing it as a folder removes the link alone.
   virtual void AtLink(const OpenFolder& in, const Path& path) { AtFolder(in, path); }
 
-  // A reparse point of another kind, which is left alone: its removal may reach what it leads to.
-  virtual void AtOtherLink(const Path& /*path*/) {}
-
  protected:
   ~FolderVisitor() = default;
 };

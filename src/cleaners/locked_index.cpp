@@ -41,7 +41,7 @@ void OverwriteIndexFile(SpecialFolder folder, WideView name) {
     const Path path = FindSpecialFolder(folder) / name;
     if (StopErase) return;
     // The blanks would fill another file.
-    if (IsLink(NativeAttributes(path))) return TellStayed(Trace::IndexFile, path, Why::Link);
+    if (IsLink(NativeAttributes(path))) return TellStayed(path, Why::Link);
     const UniqueFile file = OpenItself(path, GENERIC_WRITE, 0);
     BY_HANDLE_FILE_INFORMATION facts;
     if (!file || !::GetFileInformationByHandle(file.get(), &facts)) {
@@ -52,10 +52,10 @@ void OverwriteIndexFile(SpecialFolder folder, WideView name) {
     // pretend to take.
     if (facts.nNumberOfLinks > 1 ||
         (facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0)
-      return TellStayed(Trace::IndexFile, path, Why::SecondName);
+      return TellStayed(path, Why::SecondName);
     const std::uint64_t length = static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
     if (const RuntimeError failure = failureOf([&] { FillWithBlanks(file.get(), length); })) {
-      TellStayed(Trace::IndexFile, path, Why::NotOverwritten);
+      TellStayed(path, Why::NotOverwritten);
       throw failure;
     }
     if (!StopErase) TellErased(Trace::IndexFile, 1, length);

@@ -16,7 +16,7 @@
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
-#include "platform/tally.h"
+#include "platform/told_of_files.h"
 #include "platform/wide_system.h"
 
 namespace cleaners {
@@ -87,7 +87,7 @@ void ClearIEHistory() {
     history.Clear();
     history.Refresh(L"", 0);
     if (before > history.Count()) TellErased(Trace::HistoryEntry, before - history.Count());
-    for (const URLHistoryItem& item : history.NewEnum()) TellStayed(Trace::HistoryEntry, item.URL(), Why::LeftByWindows);
+    for (const URLHistoryItem& item : history.NewEnum()) TellStayed(item.URL(), Why::LeftByWindows);
   });
 }
 

@@ -30,8 +30,6 @@ bool OwnerAnswers() {
 // The list itself, and the shortcuts that Windows keeps beside it.
 constexpr char kRecentKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs";
 
-constexpr WideView kRecent = Wide<"RecentDocs">();
-
 struct RecentDocs {
   KeyContents list;
   int shortcuts = 0;
@@ -44,12 +42,7 @@ RecentDocs FindRecentDocs() {
   return found;
 }
 
-void TellDifference(Trace what, int before, int after, WideView name) {
-  if (after < before) TellErased(what, before - after);
-  if (after > 0) TellStayed(what, name, Why::LeftByWindows);
-}
-
-constexpr WideView kBin = Wide<"the recycle bin">();
+constexpr char kBin[] = "the recycle bin";
 
 // 0 where the system does not tell.
 int ItemsInBin(const std::string& root) {
@@ -67,9 +60,9 @@ void ClearRecentDocs() {
     const RecentDocs before = FindRecentDocs();
     resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
     const RecentDocs after = FindRecentDocs();
-    TellDifference(Trace::File, before.shortcuts, after.shortcuts, Wide<"shortcuts to recent documents">());
-    TellDifference(Trace::Key, static_cast<int>(before.list.keys), static_cast<int>(after.list.keys), kRecent);
-    TellDifference(Trace::Value, static_cast<int>(before.list.values), static_cast<int>(after.list.values), kRecent);
+    TellDifference(Trace::File, before.shortcuts, after.shortcuts, "shortcuts to recent documents");
+    TellDifference(Trace::Key, before.list.keys, after.list.keys, "RecentDocs");
+    TellDifference(Trace::Value, before.list.values, after.list.values, "RecentDocs");
   });
   resumeNext([] { LogCleanResult(Wide<"Recent Docs List Cleared">(), ResultStamp()); });
 }
@@ -78,7 +71,7 @@ void EmptyRecycleBin(const std::string& driveRoot, bool noConfirmation, bool noP
   resumeNext([&] {
     const std::string root = RecycleBinRoot(driveRoot);
     const int before = ItemsInBin(root);
-    if (!late::SHEmptyRecycleBin) TellStayed(Trace::BinItem, kBin, Why::NoFunction);
+    if (!late::SHEmptyRecycleBin) TellStayed(kBin, Why::NoFunction);
     late::SHEmptyRecycleBin(MainWindowHandle, root.c_str(), RecycleBinFlags(noConfirmation, noProgress, noSound));
     TellDifference(Trace::BinItem, before, ItemsInBin(root), kBin);
   });
@@ -93,7 +86,7 @@ void ClearClipboard() {
       TellErased(Trace::ClipboardFormat, formats);
       LogCleanResult(Wide<"Clipboard Cleared">(), ResultStamp());
     } else {
-      TellStayed(Trace::ClipboardFormat, Wide<"the clipboard">(), Why::InUse);
+      TellStayed("the clipboard", Why::InUse);
       LogCleanResult(Wide<"Clipboard ">(), Wide<"Terminated">());
     }
   });

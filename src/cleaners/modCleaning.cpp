@@ -54,7 +54,7 @@ void ClearWindowsTemp() {
   resumeNext([] {
     const TempFolderFacts facts = FindTempFolderFacts();
     if (const Why refusal = RefusalOfTempFolder(facts); refusal != Why::Gone) {
-      TellStayed(Trace::Folder, facts.reported, refusal);
+      TellStayed(facts.reported, refusal);
       LogCleanResult(Wide<"Windows Temporary Files">(), Wide<"Terminated">());
       return;
     }

@@ -28,7 +28,7 @@ void ClearSubfolder(const OpenFolder& in, const Path& path, const FolderEntry& e
     if (IsNamedLink(entry))
       Told(in.Remove(path), Trace::Folder, path);
     else
-      TellStayed(Trace::Folder, path, Why::Link);
+      TellStayed(path, Why::Link);
     return;
   }
   OpenFolder opened = in.Enter(path);

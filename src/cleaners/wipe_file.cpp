@@ -107,7 +107,7 @@ void WipeNamed(WideView listedFolder, const FolderEntry& entry) {
   if (FileExistsFs(path))
     WipeFile(path, WipePasses);
   else
-    TellStayed(Trace::File, WideText(listedFolder).append(entry.name), Why::NotFromHere);
+    TellStayed(WideText(listedFolder).append(entry.name), Why::NotFromHere);
 }
 
 }  // namespace

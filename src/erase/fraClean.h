@@ -29,12 +29,12 @@ class fraClean final : public Panel, public RunView {
 
   // What the run in progress tells goes here: a line of it is a line of the log.
   Tally& RunTally() { return asked_.OfRun(); }
+  void ForgetRuns() { asked_.Forget(); }
 
  private:
   void BeforeFront() override { ClearLog(); }
   void AfterFront() override;
   void OnClick(int id) override;
-  void ForgetRuns() override { asked_.Forget(); }
 
   EraseRunHost& host_;
   Button cmdClean{*this, IDC_cmdClean};

@@ -83,36 +83,35 @@ int AskedLog::ChosenLine() const { return isList_ ? static_cast<int>(Ask(LB_GETC
 
 // None for a line that nothing is told of.
 TalliedLines AskedLog::LinesOf(int line) const {
-  TalliedLines lines{.tally = &tally_, .control = window_, .line = line};
-  const std::size_t last = std::min(tally_.Count(), Tally::kLines);
+  TalliedLines lines = {&tally_, window_, isList_, line, 0, 0};
   const auto at = static_cast<std::size_t>(line);
-  if (!isList_) {
-    lines.end = last;
-  } else if (line >= 0 && at < last && Ask(LB_GETTEXTLEN, at) > 0) {
-    const bool isAboutAll = line > 0 && Ask(LB_GETTEXTLEN, at - 1) == 0;
-    lines.first = isAboutAll ? 0 : at;
-    lines.end = isAboutAll ? at - 1 : at + 1;
-  }
+  if (line < 0 || at >= std::min(tally_.Count(), Tally::kLines)) return lines;
+  lines.end = at + 1;
+  if (!isList_) return lines;
+  const bool isAboutAll = line > 0 && Ask(LB_GETTEXTLEN, at - 1) == 0;
+  lines.first = isAboutAll ? 0 : at;
+  if (Ask(LB_GETTEXTLEN, at) == 0) lines.end = lines.first;
   return lines;
 }
 
 // The tool is the line, so that the tooltip of one goes when the mouse is over another one.
 void AskedLog::PointAt(LPARAM place) {
   const int line = LineAt(place);
-  TOOLINFOA tool{};
-  tool.cbSize = offsetof(TOOLINFOA, lParam);  // the record of the first version
-  tool.hwnd = window_;
   if (line != pointedAt_) {
     HideTip();
     pointedAt_ = line;
     const TalliedLines lines = LinesOf(line);
-    text_ = lines.first < lines.end ? Sentence(tally_.Sum(lines.first, lines.end)) : std::string();
+    Words sentence;
+    if (lines.first < lines.end) PutSentence(sentence, tally_.Sum(lines.first, lines.end));
+    TOOLINFOA tool{};
+    tool.cbSize = offsetof(TOOLINFOA, lParam);  // the record of the first version
+    tool.hwnd = window_;
+    tool.lpszText = const_cast<char*>(sentence.Text());  // of which the tooltip takes a copy
     ::GetClientRect(window_, &tool.rect);
     if (isList_) Ask(LB_GETITEMRECT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(&tool.rect));
-    tool.lpszText = text_.data();
     // Added anew: the old ones of this control keep the place of a tool where its text changes.
     ::SendMessageA(tip_, TTM_DELTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
-    if (!text_.empty()) ::SendMessageA(tip_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+    if (sentence.Length() > 0) ::SendMessageA(tip_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
   }
   MSG message{window_, WM_MOUSEMOVE, 0, place, 0, {}};
   ::SendMessageA(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));

@@ -2,9 +2,6 @@
 // line, and by a double click, Enter or the context key (or the right button) the window "Quellix-What stayed".
 #pragma once
 
-#include <cstddef>
-#include <string>
-
 #include "platform/dialog.h"
 #include "platform/frmStayed.h"
 #include "platform/tally.h"
@@ -47,7 +44,6 @@ class AskedLog : public DialogPart {
   WNDPROC system_ = nullptr;
   bool isList_ = false;
   int pointedAt_ = -1;
-  std::string text_;  // of the tooltip
   Tally tally_;
   frmStayed stayed_;
 };

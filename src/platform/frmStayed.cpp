@@ -28,14 +28,11 @@ void PutOnClipboard(HWND owner, UINT format, const void* text, std::size_t bytes
 
 }  // namespace
 
-// A list's lines are the program's own and short; any other control tells all with its text.
-std::string TalliedLines::Caption(int ofLine) const {
-  char text[256] = "";
-  if (::SendMessageA(control, LB_GETCOUNT, 0, 0) > 0)
-    ::SendMessageA(control, LB_GETTEXT, static_cast<WPARAM>(ofLine), reinterpret_cast<LPARAM>(text));
-  else if (ofLine == 0)
-    ::GetWindowTextA(control, text, sizeof text);
-  return text;
+TalliedLines::Caption TalliedLines::CaptionOf(int ofLine) const {
+  Caption caption = {};
+  ::SendMessageA(control, isList ? LB_GETTEXT : WM_GETTEXT, isList ? static_cast<WPARAM>(ofLine) : sizeof caption.text,
+                 reinterpret_cast<LPARAM>(caption.text));
+  return caption;
 }
 
 // A row for each name, and at the end one that tells how many more there are.
@@ -44,8 +41,10 @@ void frmStayed::Show(const TalliedLines& lines) {
   lines_ = lines;
   if (Handle() == nullptr && Create(IDD_frmStayed, MainWindowHandle) == nullptr) return;
   const LineTally sum = lines.tally->Sum(lines.first, lines.end);
-  ::SetDlgItemTextA(Handle(), IDC_lblLine, lines.Caption(lines.line).c_str());
-  ::SetDlgItemTextA(Handle(), IDC_lblTally, Sentence(sum).c_str());
+  Words sentence;
+  PutSentence(sentence, sum);
+  ::SetDlgItemTextA(Handle(), IDC_lblLine, lines.CaptionOf(lines.line).text);
+  ::SetDlgItemTextA(Handle(), IDC_lblTally, sentence.Text());
   SendToList(LVM_SETITEMCOUNT, static_cast<WPARAM>(sum.named + (sum.stayed > sum.named ? 1 : 0)), 0);
   ::InvalidateRect(Handle(), nullptr, TRUE);
   ::ShowWindow(Handle(), SW_SHOW);
@@ -71,11 +70,12 @@ void frmStayed::OnInit() {
 }
 
 WideText frmStayed::TextAt(int row, int column) const {
-  StayedTrace one{};
-  for (std::size_t line = lines_.first; line < lines_.end; ++line)
-    for (std::size_t at = 0; lines_.tally->Line(line).Next(at, one);)
-      if (row-- == 0) return column == 0 ? WideText(one.name) : Widen(Reason(one));
-  return column == 0 ? Widen(OthersText(lines_.tally->Sum(lines_.first, lines_.end))) : WideText();
+  WideView texts = lines_.tally->Texts(lines_.first, lines_.end);
+  for (int before = 2 * row + column; before > 0 && !texts.empty(); --before) TakeText(texts);
+  if (!texts.empty()) return WideText(TakeText(texts));
+  Words others;
+  if (column == 0) PutOthers(others, lines_.tally->Sum(lines_.first, lines_.end));
+  return Widen(others.Text());
 }
 
 // A text that is longer than the list's room for it ends earlier.
@@ -103,7 +103,7 @@ void frmStayed::OnClick(int id) {
 void frmStayed::Copy() const {
   WideText text;
   for (std::size_t line = lines_.first; line < lines_.end; ++line)
-    AppendText(text, lines_.Caption(static_cast<int>(line)), lines_.tally->Line(line));
+    AppendText(text, lines_.CaptionOf(static_cast<int>(line)).text, *lines_.tally, line);
   if (UsesWideNames()) return PutOnClipboard(Handle(), CF_UNICODETEXT, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
   const std::string ansi = Narrow(text);
   PutOnClipboard(Handle(), CF_TEXT, ansi.c_str(), ansi.size() + 1);

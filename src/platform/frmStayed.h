@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 
 #include "platform/dialog.h"
 #include "platform/frmStayed_ids.h"
@@ -15,13 +14,17 @@ namespace platform {
 // Lines of a tally, from the first to the one before `end`, and the control that shows the log; `line` is the one that was
 // asked.
 struct TalliedLines {
-  const Tally* tally = nullptr;
-  HWND control = nullptr;
-  int line = 0;
-  std::size_t first = 0, end = 0;
+  const Tally* tally;
+  HWND control;
+  bool isList;  // any other control is one line, with its text
+  int line;
+  std::size_t first, end;
 
   // As the control shows it.
-  std::string Caption(int ofLine) const;
+  struct Caption {
+    char text[256];  // the lines of a list are the program's own and shorter
+  };
+  Caption CaptionOf(int ofLine) const;
 };
 
 class frmStayed final : public Dialog {
@@ -44,7 +47,7 @@ class frmStayed final : public Dialog {
   WideText TextAt(int row, int column) const;
   void Copy() const;
 
-  TalliedLines lines_;
+  TalliedLines lines_ = {};
 };
 
 }  // namespace platform

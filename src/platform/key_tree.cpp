@@ -5,10 +5,8 @@
 
 #include "platform/handles.h"
 #include "platform/plain_key.h"
-#include "platform/runtime_error.h"
 #include "platform/system_functions.h"
-#include "platform/tally.h"
-#include "platform/wide_system.h"
+#include "platform/told_of_files.h"
 
 namespace platform {
 
@@ -39,8 +37,8 @@ LONG Open(HKEY parent, const wchar_t* name, Level& level) {
 }
 
 void TellKeysErased(const KeyContents& keys) {
-  TellErased(Trace::Key, static_cast<int>(keys.keys));
-  TellErased(Trace::Value, static_cast<int>(keys.values));
+  TellErased(Trace::Key, keys.keys);
+  TellErased(Trace::Value, keys.values);
 }
 
 // Goes on after a failure and gives the first one.
@@ -58,7 +56,7 @@ LONG DeleteFrom(Level top) {
       if (late::NtDeleteKey(level.key.get()) < 0)
         note(ERROR_ACCESS_DENIED);
       else
-        TellKeysErased({1, level.values});
+        TellKeysErased({1, static_cast<int>(level.values)});
       levels.pop_back();
       continue;
     }
@@ -96,20 +94,17 @@ LONG DeleteKeyTree(HKEY root, const char* path) {
   } else if (status == ERROR_CALL_NOT_IMPLEMENTED) {
     status = DeleteInOneStep(root, path);
   }
-  if (status != ERROR_SUCCESS)
-    quietly([&] { TellStayed(Trace::Key, Widen(path), WhyOf(static_cast<DWORD>(status)), static_cast<DWORD>(status)); });
+  const auto reason = static_cast<DWORD>(status);
+  if (status != ERROR_SUCCESS) TellStayed(path, WhyOf(reason), reason);
   return status;
 }
 
 KeyContents ContentsOfKey(HKEY root, const char* path) {
-  KeyContents contents;
   HKEY opened = nullptr;
-  if (::RegOpenKeyExA(root, path, 0, KEY_READ, &opened) != ERROR_SUCCESS) return contents;
+  if (::RegOpenKeyExA(root, path, 0, KEY_READ, &opened) != ERROR_SUCCESS) return {};
   Level level;
   Take(UniqueKey(opened), level);
-  contents.keys = level.left + 1;
-  contents.values = level.values;
-  return contents;
+  return {static_cast<int>(level.left) + 1, static_cast<int>(level.values)};
 }
 
 }  // namespace platform

@@ -14,7 +14,7 @@ LONG DeleteKeyTree(HKEY root, const char* path);
 
 // A key with the keys in it, and its own values; nothing for a missing one.
 struct KeyContents {
-  DWORD keys = 0, values = 0;
+  int keys = 0, values = 0;
 };
 KeyContents ContentsOfKey(HKEY root, const char* path);
 

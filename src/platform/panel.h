@@ -28,9 +28,6 @@ class Panel : public Dialog {
   virtual void LoadEraseSettings() {}
   virtual void LoadGeneralSettings() {}
 
-  // Overwrites what is kept of runs, and closes the windows that show it.
-  virtual void ForgetRuns() {}
-
   // Puts into the settings variables what only the panel's controls know; the first step of saving.
   virtual void KeepSettings() {}
 

@@ -1,16 +1,16 @@
 #include "platform/tally.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "platform/runtime_error.h"
+#include "platform/tally_text.h"
 
 namespace platform {
 
 namespace {
 
 struct Mapping {
-  std::uint32_t systemError;
+  std::uint16_t systemError;
   Why why;
 };
 
@@ -33,68 +33,42 @@ constexpr Mapping kMappings[] = {
     {1921, Why::Link},       // ERROR_CANT_RESOLVE_FILENAME
 };
 
-constexpr std::size_t kAround = 3;  // characters of a name's entry beside the name
-
 LineTally* ListeningLine() { return Listening == nullptr ? nullptr : Listening->Current(); }
 
 }  // namespace
 
 Why WhyOf(std::uint32_t systemError) {
-  const auto* found = std::find_if(std::begin(kMappings), std::end(kMappings),
-                                   [systemError](const Mapping& row) { return row.systemError == systemError; });
-  return found != std::end(kMappings) ? found->why : Why::Other;
-}
-
-void LineTally::Add(const StayedTrace& one) {
-  StayedTrace other{};
-  for (std::size_t at = 0; named < kNames && Next(at, other);)
-    if (other.what == one.what && other.name == one.name) return;
-  ++stayed;
-  if (named >= kNames) return;
-  quietly([&] {
-    names_.reserve(names_.size() + one.name.size() + kAround);  // so that a name is there as a whole or not at all
-    names_ += static_cast<WideChar>(static_cast<int>(one.what) << 8 | static_cast<int>(one.why));
-    names_ += static_cast<WideChar>(one.error);
-    names_ += one.name;
-    names_ += WideChar();
-    ++named;
-  });
-}
-
-bool LineTally::Next(std::size_t& at, StayedTrace& one) const {
-  if (at >= names_.size()) return false;
-  one.what = static_cast<Trace>(names_[at] >> 8);
-  one.why = static_cast<Why>(names_[at] & 0xFF);
-  one.error = names_[at + 1];
-  one.name = WideView(names_.c_str() + at + 2);
-  at += one.name.size() + kAround;
-  return true;
-}
-
-void LineTally::Overwrite() {
-  OverwriteMemory(names_.data(), names_.size() * sizeof(WideChar));
-  *this = LineTally();
+  for (const Mapping& row : kMappings)
+    if (row.systemError == systemError) return row.why;
+  return Why::Other;
 }
 
 void Tally::AddLine() {
-  if (count_ < kLines) lines_[count_].isForgotten = NothingIsKept;
+  if (count_ < kLines) {
+    lines_[count_].begin = texts_.size();
+    lines_[count_].isForgotten = NothingIsKept;
+  }
   ++count_;
 }
 
+void Tally::Overwrite() {
+  OverwriteMemory(texts_.data(), texts_.size() * sizeof(WideChar));
+  texts_.clear();
+  OverwriteMemory(&lines_, sizeof lines_);
+}
+
 void Tally::Clear() {
-  for (LineTally& line : lines_) line.Overwrite();
+  Overwrite();
   count_ = 0;
 }
 
 void Tally::Forget() {
-  for (LineTally& line : lines_) {
-    line.Overwrite();
-    line.isForgotten = true;
-  }
+  Overwrite();
+  for (LineTally& line : lines_) line.isForgotten = true;
 }
 
 LineTally Tally::Sum(std::size_t first, std::size_t last) const {
-  LineTally sum;
+  LineTally sum = {};
   for (std::size_t at = first; at < std::min(last, kLines); ++at) {
     const LineTally& line = lines_[at];
     for (std::size_t kind = 0; kind < kTraceKinds; ++kind) sum.erased[kind] += line.erased[kind];
@@ -102,16 +76,45 @@ LineTally Tally::Sum(std::size_t first, std::size_t last) const {
     sum.stayed += line.stayed;
     sum.named += line.named;
     sum.isStopped |= line.isStopped;
-    sum.isCounted &= line.isCounted;
+    sum.isNotCounted |= line.isNotCounted;
     sum.isForgotten |= line.isForgotten;
   }
   return sum;
+}
+
+WideView Tally::Texts(std::size_t first, std::size_t last) const {
+  const std::size_t end = last < std::min(count_, kLines) ? lines_[last].begin : texts_.size();
+  return WideView(texts_).substr(lines_[first].begin, end - lines_[first].begin);
 }
 
 LineTally* Tally::Current() {
   if (count_ == 0 || count_ > kLines) return nullptr;
   LineTally& line = lines_[count_ - 1];
   return line.isForgotten ? nullptr : &line;
+}
+
+// What the text leaves behind as it grows is memory given back, which is overwritten.
+void Tally::AddStayed(WideView name, const Words& reason) {
+  LineTally& line = *Current();
+  name = name.substr(0, name.find(WideChar()));
+  if (line.named < kNames)
+    for (WideView texts = Texts(count_ - 1, count_); !texts.empty();)
+      if (TakeText(texts) == name) return;
+  ++line.stayed;
+  if (line.named >= kNames) return;
+  quietly([&] {
+    texts_.reserve(texts_.size() + name.size() + reason.Length() + 2);  // so that a name is there as a whole or not at all
+    texts_.append(name).append(1, WideChar());
+    reason.AppendTo(texts_);
+    texts_ += WideChar();
+    ++line.named;
+  });
+}
+
+WideView TakeText(WideView& texts) {
+  const WideView text(texts.data());
+  texts.remove_prefix(text.size() + 1);
+  return text;
 }
 
 void TellErased(Trace what, int count, std::uint64_t bytes) {
@@ -121,9 +124,11 @@ void TellErased(Trace what, int count, std::uint64_t bytes) {
   line->bytes += bytes;
 }
 
-void TellStayed(Trace what, WideView name, Why why, std::uint32_t systemError) {
-  LineTally* const line = ListeningLine();
-  if (line != nullptr && why != Why::Gone) line->Add({what, why, static_cast<int>(systemError), name});
+void TellStayed(WideView name, Why why, std::uint32_t systemError) {
+  if (why == Why::Gone || ListeningLine() == nullptr) return;
+  Words reason;
+  PutReason(reason, why, systemError);
+  Listening->AddStayed(name, reason);
 }
 
 void TellStopped() {
@@ -131,7 +136,7 @@ void TellStopped() {
 }
 
 void TellNotCounted() {
-  if (LineTally* const line = ListeningLine()) line->isCounted = false;
+  if (LineTally* const line = ListeningLine()) line->isNotCounted = true;
 }
 
 void OverwriteMemory(void* memory, std::size_t bytes) {

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "platform/wide_text.h"
 
@@ -53,44 +52,25 @@ enum class Why : std::uint8_t {
 // The reason in an error code of the system (winerror.h).
 Why WhyOf(std::uint32_t systemError);
 
-struct StayedTrace {
-  Trace what;
-  Why why;
-  int error;      // the system's, for Why::Other
-  WideView name;  // as long as the line's names do not change
-};
+class Words;
 
-// The share of one line of a log.
-class LineTally {
- public:
-  static constexpr int kNames = 200;
-
-  std::array<int, kTraceKinds> erased{};
-  std::uint64_t bytes = 0;
-  int stayed = 0;
-  int named = 0;             // how many of them have their names here; fewer than they could where memory was short
-  bool isStopped = false;    // a stop came before its end
-  bool isCounted = true;     // false: somebody else erases, and does not tell what
-  bool isForgotten = false;  // nothing is kept of it, and nothing will be
-
-  // Memory that runs short costs the name and nothing else. One that is among the names is the same trace once more.
-  void Add(const StayedTrace& one);
-
-  // The names in their order: `at` is 0 for the first, and belongs to the next one afterwards. False after the last.
-  bool Next(std::size_t& at, StayedTrace& one) const;
-
-  // Every character of every name, then the rest.
-  void Overwrite();
-
- private:
-  // Each name with two characters before it, what and why, and the error, and a NUL after it.
-  WideText names_;
+// The share of one line of a log, or of several.
+struct LineTally {
+  std::array<int, kTraceKinds> erased;
+  std::uint64_t bytes;
+  int stayed;
+  int named;          // how many of them have their names in the tally; fewer than they could where memory was short
+  bool isStopped;     // a stop came before its end
+  bool isNotCounted;  // somebody else erases, and does not tell what
+  bool isForgotten;   // nothing is kept of it, and nothing will be
+  std::size_t begin;  // of its texts in the tally
 };
 
 // The lines of a log, in its order. Where a line is still to come nothing is kept.
 class Tally {
  public:
   static constexpr std::size_t kLines = 64;  // more than a log can have
+  static constexpr int kNames = 200;         // of each line
 
   Tally() = default;
   Tally(const Tally&) = delete;
@@ -101,18 +81,30 @@ class Tally {
   void Forget();   // overwritten; the lines stay, and what is reported to them is not kept
 
   std::size_t Count() const { return count_; }
-  const LineTally& Line(std::size_t line) const { return lines_[line]; }
 
-  // Of the lines from the first to the one before the last, without the names.
+  // Of the lines from the first to the one before the last.
   LineTally Sum(std::size_t first, std::size_t last) const;
+
+  // The names of what stayed in these lines, each with the reason after it, and a NUL after every text.
+  WideView Texts(std::size_t first, std::size_t last) const;
 
   // The line that reports belong to; null for none.
   LineTally* Current();
 
+  // What stayed in it, unless it is among the names: then it is the same trace once more. Memory that runs short costs the
+  // name and nothing else.
+  void AddStayed(WideView name, const Words& reason);
+
  private:
-  std::array<LineTally, kLines> lines_;
+  void Overwrite();
+
+  std::array<LineTally, kLines> lines_ = {};
   std::size_t count_ = 0;
+  WideText texts_;
 };
+
+// Takes the first of such texts off.
+WideView TakeText(WideView& texts);
 
 // The interface through which whoever deletes tells what became of a trace: here, and nowhere else, it is told. Outside of a
 // run nobody listens.
@@ -136,7 +128,7 @@ class ListeningScope {
 };
 
 void TellErased(Trace what, int count = 1, std::uint64_t bytes = 0);
-void TellStayed(Trace what, WideView name, Why why, std::uint32_t systemError = 0);
+void TellStayed(WideView name, Why why, std::uint32_t systemError = 0);
 void TellStopped();     // the work in hand was cut short
 void TellNotCounted();  // somebody else erases, and does not tell what
 

@@ -1,6 +1,7 @@
 #include "platform/tally_text.h"
 
 #include <iterator>
+#include <string>
 
 namespace platform {
 
@@ -50,21 +51,19 @@ constexpr const char* kReasons[] = {
 };
 static_assert(std::size(kReasons) == static_cast<std::size_t>(Why::Gone));
 
-// Put together in its place: a text that grew as a string does would cost the program a page of code.
-class Words {
- public:
-  Words& operator<<(const char* words) {
-    while (*words != '\0' && length_ < sizeof text_) text_[length_++] = *words++;
-    return *this;
-  }
-  Words& operator<<(int number) { return *this << std::to_string(number).c_str(); }
-  bool IsEmpty() const { return length_ == 0; }
-  std::string Text() const { return {text_, length_}; }
+}  // namespace
 
- private:
-  char text_[512];
-  std::size_t length_ = 0;
-};
+Words& Words::operator<<(const char* words) {
+  while (*words != '\0' && length_ + 1 < sizeof text_) text_[length_++] = *words++;
+  text_[length_] = '\0';
+  return *this;
+}
+
+Words& Words::operator<<(int number) { return *this << std::to_string(number).c_str(); }
+
+void Words::AppendTo(WideText& text) const {
+  for (const char* letter = text_; *letter != '\0'; ++letter) text += static_cast<WideChar>(*letter);
+}
 
 void PutBytes(Words& words, std::uint64_t bytes) {
   constexpr const char* kUnits[] = {" bytes", " KB", " MB", " GB", " TB"};
@@ -79,7 +78,20 @@ void PutBytes(Words& words, std::uint64_t bytes) {
   words << (bytes == 1 && unit == 0 ? " byte" : kUnits[unit]);
 }
 
-void PutErased(Words& words, const LineTally& line) {
+void PutReason(Words& words, Why why, std::uint32_t systemError) {
+  words << kReasons[static_cast<std::size_t>(why)];
+  if (why == Why::Other) words << static_cast<int>(systemError);
+}
+
+void PutOthers(Words& words, const LineTally& line) {
+  if (line.stayed > line.named) words << "and " << line.stayed - line.named << " without a name";
+}
+
+void PutSentence(Words& words, const LineTally& line) {
+  if (line.isForgotten) {
+    words << "Not kept: Quellix was invisible";
+    return;
+  }
   const char* comma = "";
   for (std::size_t kind = 0; kind < kTraceKinds; ++kind) {
     const int count = line.erased[kind];
@@ -88,80 +100,28 @@ void PutErased(Words& words, const LineTally& line) {
     comma = ", ";
   }
   if (line.bytes > 0) PutBytes(words << comma, line.bytes);
-}
-
-void PutReason(Words& words, const StayedTrace& stayed) {
-  words << kReasons[static_cast<std::size_t>(stayed.why)];
-  if (stayed.why == Why::Other) words << stayed.error;
-}
-
-void PutOthers(Words& words, const LineTally& line) {
-  const int others = line.stayed - line.named;
-  if (others > 0) words << "and " << others << " without a name";
-}
-
-void PutSentence(Words& words, const LineTally& line) {
-  if (line.isForgotten) {
-    words << "Not kept: Quellix was invisible";
-    return;
-  }
-  PutErased(words, line);
-  if (!words.IsEmpty())
+  if (words.Length() > 0)
     words << " erased";
-  else if (line.isCounted)
+  else if (!line.isNotCounted)
     words << "Nothing erased";
-  if (!line.isCounted) words << (words.IsEmpty() ? "" : "; ") << "iea.exe erases and does not tell what";
+  if (line.isNotCounted) words << (words.Length() == 0 ? "" : "; ") << "iea.exe erases and does not tell what";
   if (line.stayed > 0) words << "; " << line.stayed << " stayed";
   if (line.isStopped) words << "; stopped before the end";
 }
 
-void Append(WideText& text, const Words& words) {
-  for (const char letter : words.Text()) text += static_cast<WideChar>(letter);
-}
-
-}  // namespace
-
-std::string Sentence(const LineTally& line) {
-  Words words;
-  PutSentence(words, line);
-  return words.Text();
-}
-
-std::string Reason(const StayedTrace& stayed) {
-  Words words;
-  PutReason(words, stayed);
-  return words.Text();
-}
-
-std::string BytesText(std::uint64_t bytes) {
-  Words words;
-  PutBytes(words, bytes);
-  return words.Text();
-}
-
-std::string OthersText(const LineTally& line) {
-  Words words;
-  PutOthers(words, line);
-  return words.Text();
-}
-
-void AppendText(WideText& text, const std::string& caption, const LineTally& line) {
-  Words head, sentence;
-  Append(text, head << caption.c_str() << "\r\n");
-  PutSentence(sentence, line);
-  Append(text, sentence << "\r\n");
-  StayedTrace one{};
-  for (std::size_t at = 0; line.Next(at, one);) {
-    Words why;
-    PutReason(why << "\t", one);
-    text += static_cast<WideChar>('\t');
-    text += one.name;
-    Append(text, why << "\r\n");
+void AppendText(WideText& text, const char* caption, const Tally& tally, std::size_t line) {
+  const LineTally sum = tally.Sum(line, line + 1);
+  (Words() << caption << "\r\n").AppendTo(text);
+  Words sentence;
+  PutSentence(sentence, sum);
+  (sentence << "\r\n").AppendTo(text);
+  for (WideView texts = tally.Texts(line, line + 1); !texts.empty();) {
+    text.append(1, '\t').append(TakeText(texts));
+    text.append(1, '\t').append(TakeText(texts)).append(Wide<"\r\n">());
   }
-  if (line.stayed == line.named) return;
   Words others;
-  PutOthers(others << "\t", line);
-  Append(text, others << "\r\n");
+  PutOthers(others, sum);
+  if (others.Length() > 0) (Words() << "\t" << others.Text() << "\r\n").AppendTo(text);
 }
 
 }  // namespace platform

@@ -1,19 +1,32 @@
 #include "platform/told_of_files.h"
 
 #include "platform/runtime_error.h"
+#include "platform/wide_system.h"
 #include "platform/win32.h"
 
 namespace platform {
 
 bool Told(bool isDone, Trace what, const Path& path, std::uint64_t bytes) {
-  if (Listening == nullptr) return isDone;
   const DWORD reason = ::GetLastError();
   if (isDone)
     TellErased(what, 1, bytes);
-  else
-    quietly([&] { TellStayed(what, path.Shown(), WhyOf(reason), reason); });
+  else if (Listening != nullptr)
+    quietly([&] { TellStayed(path.Shown(), WhyOf(reason), reason); });
   ::SetLastError(reason);
   return isDone;
+}
+
+void TellStayed(const Path& path, Why why) {
+  if (Listening != nullptr) quietly([&] { TellStayed(path.Shown(), why); });
+}
+
+void TellStayed(const char* name, Why why, std::uint32_t systemError) {
+  if (Listening != nullptr) quietly([&] { TellStayed(Widen(name), why, systemError); });
+}
+
+void TellDifference(Trace what, int before, int after, const char* name) {
+  if (after < before) TellErased(what, before - after);
+  if (after > 0) TellStayed(name, Why::LeftByWindows);
 }
 
 }  // namespace platform

@@ -1,4 +1,5 @@
-// What a deletion of a file or folder tells the run's tally.
+// What the deletion of a file, a folder or whatever else the system has a name for tells the run's tally. None of it raises an
+// error, and the last error of the system is what it was before.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +9,16 @@
 
 namespace platform {
 
-// `isDone` is what the deletion answered, with the reason in GetLastError, which is left as it is; returned as it is.
+// `isDone` is what the deletion answered, with the reason in GetLastError; returned as it is.
 bool Told(bool isDone, Trace what, const Path& path, std::uint64_t bytes = 0);
 
 // It stays, for a reason that the system was not asked for.
-inline void TellStayed(Trace what, const Path& path, Why why) { TellStayed(what, path.Shown(), why); }
+void TellStayed(const Path& path, Why why);
+
+// By a name in the ANSI code page, or the program's own word for it.
+void TellStayed(const char* name, Why why, std::uint32_t systemError = 0);
+
+// What went is as many as there are fewer; what is left stays by one name.
+void TellDifference(Trace what, int before, int after, const char* name);
 
 }  // namespace platform

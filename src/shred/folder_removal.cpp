@@ -81,23 +81,26 @@ class TreeRemoval final : public cleaners::FolderVisitor {
   void AtFile(const OpenFolder& in, const Path& path, const FolderEntry& entry) override {
     const auto deletes = [&] { return in.Delete(path); };
     bool isDone = cleaners::TryWhileLocked(deletes);
-    if (isDone || (entry.attributes & FILE_ATTRIBUTE_READONLY) == 0)
-      return static_cast<void>(Told(isDone, Trace::File, path, entry.size));
-    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    isDone = Told(cleaners::TryWhileLocked(deletes), Trace::File, path, entry.size);
-    if (!isDone) in.SetAttributes(path, entry.attributes);
+    const bool again = !isDone && (entry.attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    if (again) {
+      in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+      isDone = cleaners::TryWhileLocked(deletes);
+    }
+    Told(isDone, Trace::File, path, entry.size);
+    if (again && !isDone) in.SetAttributes(path, entry.attributes);
   }
 
   void AtFolder(const OpenFolder& in, const Path& path) override {
     bool isDone = in.Remove(path);
-    if (isDone || ::GetLastError() != ERROR_ACCESS_DENIED) return static_cast<void>(Told(isDone, Trace::Folder, path));
-    const DWORD attributes = NativeAttributes(path);
-    in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
-    isDone = Told(in.Remove(path), Trace::Folder, path);
+    DWORD attributes = INVALID_FILE_ATTRIBUTES;
+    if (!isDone && ::GetLastError() == ERROR_ACCESS_DENIED) {
+      attributes = NativeAttributes(path);
+      in.SetAttributes(path, FILE_ATTRIBUTE_NORMAL);
+      isDone = in.Remove(path);
+    }
+    Told(isDone, Trace::Folder, path);
     if (!isDone && attributes != INVALID_FILE_ATTRIBUTES) in.SetAttributes(path, attributes);
   }
-
-  void AtOtherLink(const Path& path) override { TellStayed(Trace::Folder, path, Why::Link); }
 };
 
 void RemoveFirstSubfolder(OpenFolder& opened, const Path& root) {

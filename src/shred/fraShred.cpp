@@ -96,7 +96,8 @@ std::optional<LRESULT> fraShred::OnMessage(UINT message, WPARAM wParam, LPARAM l
 }
 
 fraShred::Run::Run(fraShred& panel) : Walk(panel), runs_(panel.runs_), listening_(panel.asked_.OfRun()) {
-  if (runs_++ == 0) panel.asked_.Clear();
+  if (runs_++ > 0) return;
+  panel.asked_.Clear();
   panel.asked_.OfRun().AddLine();
 }
 
@@ -171,7 +172,7 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
       file.failure = failure ? failure.description : broken.description;
       file.after = failure || broken ? PresenceOf(path) : Presence::Gone;
       name = Narrow(path.Shown());
-      if (file.after == Presence::OutOfReach) TellStayed(Trace::File, path, Why::OutOfReach);
+      if (file.after == Presence::OutOfReach) TellStayed(path, Why::OutOfReach);
     });
     quietly([&] { run.Add(file, name); });
     if (LeavesTheList(file)) list.MarkGone(place);
@@ -211,7 +212,7 @@ std::string fraShred::ShredFolders() {
     if (!FolderCheck(folder)) continue;
     resumeNext([&] {
       const cleaners::FolderRefusal refusal = ShredFolder(folder);
-      TellStayed(Trace::Folder, folder, cleaners::WhyOf(refusal));
+      TellStayed(folder, cleaners::WhyOf(refusal));
       if (refusal != cleaners::FolderRefusal::None) refusals += " " + NeverShredded(Narrow(folder.Shown()), refusal);
     });
     gone += FolderCheck(folder) ? 0 : 1;

@@ -39,10 +39,12 @@ class fraShred final : public Panel {
   bool IsScheduleOn() const { return chkOptions.Value() == 1; }
   bool HasListToSave() const { return lstFiles.ListCount() > 0 || fileHasMore_; }
 
+  // What is kept of the last run is overwritten.
+  void ForgetRuns() { asked_.Forget(); }
+
   // Panel
   void LoadEraseSettings() override;
   void KeepSettings() override;
-  void ForgetRuns() override { asked_.Forget(); }
 
  private:
   friend struct PanelForTests;  // which fills the controls as their user would

@@ -96,7 +96,7 @@ class Victim {
     const bool isDone = deletes_ ? DeleteByHandle(file_.get()) : cleaners::TryWhileLocked([this] { return DeleteByPath(); });
     file_.reset();
     if (!Told(isDone, Trace::File, path_, length_)) RaiseLastError();
-    if (!isOverwritten) TellStayed(Trace::File, path_, Why::NotOverwritten);
+    if (!isOverwritten) TellStayed(path_, Why::NotOverwritten);
   }
 
  private:

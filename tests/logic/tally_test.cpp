@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/tally_text.h"
@@ -17,18 +18,54 @@ WideText NameOf(std::size_t number) {
   return WideText(Wide<"C:\\Temp\\a file with a long name ">()).append(digits.begin(), digits.end());
 }
 
-std::vector<WideText> NamesOf(const LineTally& line) {
-  std::vector<WideText> names;
-  StayedTrace one{};
-  for (std::size_t at = 0; line.Next(at, one);) names.emplace_back(one.name);
-  return names;
+// The names and the reasons of what stayed in a line.
+using Stayed = std::vector<std::pair<WideText, WideText>>;
+
+Stayed StayedIn(const Tally& tally, std::size_t line) {
+  Stayed stayed;
+  for (WideView texts = tally.Texts(line, line + 1); !texts.empty();) {
+    const WideView name = TakeText(texts);
+    stayed.emplace_back(name, TakeText(texts));
+  }
+  return stayed;
+}
+
+std::string Sentence(const LineTally& line) {
+  Words words;
+  PutSentence(words, line);
+  return words.Text();
+}
+
+std::string BytesText(std::uint64_t bytes) {
+  Words words;
+  PutBytes(words, bytes);
+  return words.Text();
+}
+
+std::string ReasonText(Why why, std::uint32_t systemError = 0) {
+  Words words;
+  PutReason(words, why, systemError);
+  return words.Text();
+}
+
+std::string OthersText(const LineTally& line) {
+  Words words;
+  PutOthers(words, line);
+  return words.Text();
+}
+
+WideText CopiedText(const char* caption, const Tally& tally, std::size_t line) {
+  WideText text;
+  AppendText(text, caption, tally, line);
+  return text;
 }
 
 // A log with one line that listens.
 class OneLine {
  public:
   OneLine() { tally.AddLine(); }
-  const LineTally& Line() const { return tally.Line(0); }
+  LineTally Line() const { return tally.Sum(0, 1); }
+  Stayed Names() const { return StayedIn(tally, 0); }
 
   Tally tally;
 
@@ -37,7 +74,7 @@ class OneLine {
 };
 
 std::string SentenceOf(int files, std::uint64_t bytes, int stayed) {
-  LineTally line;
+  LineTally line = {};
   line.erased[static_cast<std::size_t>(Trace::File)] = files;
   line.bytes = bytes;
   line.stayed = stayed;
@@ -55,7 +92,7 @@ TEST(TallySentence, TellsFirstWhatWentAndThenWhatStayed) {
 }
 
 TEST(TallySentence, NamesEveryKindOfTrace) {
-  LineTally line;
+  LineTally line = {};
   line.erased.fill(1);
   EXPECT_EQ(Sentence(line),
             "1 file, 1 folder, 1 index file, 1 cache entry, 1 cookie, 1 history entry, 1 registry key, 1 registry value, "
@@ -67,7 +104,7 @@ TEST(TallySentence, NamesEveryKindOfTrace) {
 }
 
 TEST(TallySentence, TellsOfWorkThatWasCutShort) {
-  LineTally line;
+  LineTally line = {};
   line.isStopped = true;
   EXPECT_EQ(Sentence(line), "Nothing erased; stopped before the end");
   line.stayed = 1;
@@ -75,8 +112,8 @@ TEST(TallySentence, TellsOfWorkThatWasCutShort) {
 }
 
 TEST(TallySentence, DoesNotClaimToKnowWhatAnotherProgramErases) {
-  LineTally line;
-  line.isCounted = false;
+  LineTally line = {};
+  line.isNotCounted = true;
   EXPECT_EQ(Sentence(line), "iea.exe erases and does not tell what");
   line.erased[0] = 1;
   EXPECT_EQ(Sentence(line), "1 file erased; iea.exe erases and does not tell what");
@@ -95,10 +132,10 @@ TEST(BytesInATally, AreRoundedDown) {
 
 TEST(TallyReason, IsInPlainWordsForEveryReason) {
   for (std::size_t why = 0; why < static_cast<std::size_t>(Why::Gone); ++why)
-    EXPECT_GT(Reason({Trace::File, static_cast<Why>(why), 0, {}}).size(), 5u) << why;
-  EXPECT_EQ(Reason({Trace::File, Why::InUse, 32, {}}), "in use by another program");
-  EXPECT_EQ(Reason({Trace::Folder, Why::RefusedShared, 0, {}}), "refused: this folder lies where all users share it");
-  EXPECT_EQ(Reason({Trace::File, Why::Other, 1117, {}}), "refused by Windows, error 1117");
+    EXPECT_GT(ReasonText(static_cast<Why>(why)).size(), 5u) << why;
+  EXPECT_EQ(ReasonText(Why::InUse, 32), "in use by another program");
+  EXPECT_EQ(ReasonText(Why::RefusedShared), "refused: this folder lies where all users share it");
+  EXPECT_EQ(ReasonText(Why::Other, 1117), "refused by Windows, error 1117");
 }
 
 TEST(TallyReason, ComesFromTheSystemsErrorCode) {
@@ -119,11 +156,11 @@ TEST(ATally, CountsWhatIsToldForTheLineInHand) {
   TellErased(Trace::File, 2, 5);
   tally.AddLine();
   TellErased(Trace::Cookie);
-  TellStayed(Trace::Cookie, NameOf(1), Why::InUse);
+  TellStayed(NameOf(1), Why::InUse);
   TellStopped();
   TellNotCounted();
-  EXPECT_EQ(Sentence(tally.Line(0)), "3 files, 15 bytes erased");
-  EXPECT_EQ(Sentence(tally.Line(1)),
+  EXPECT_EQ(Sentence(tally.Sum(0, 1)), "3 files, 15 bytes erased");
+  EXPECT_EQ(Sentence(tally.Sum(1, 2)),
             "1 cookie erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
   EXPECT_EQ(Sentence(tally.Sum(0, tally.Count())),
             "3 files, 1 cookie, 15 bytes erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
@@ -131,7 +168,7 @@ TEST(ATally, CountsWhatIsToldForTheLineInHand) {
 
 TEST(ATally, HearsNothingOutsideOfARun) {
   TellErased(Trace::File);
-  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellStayed(NameOf(1), Why::InUse);
   TellStopped();
   TellNotCounted();
   EXPECT_EQ(Listening, nullptr);
@@ -150,35 +187,53 @@ TEST(ATally, HearsAgainAfterARunInTheMiddleOfIt) {
 
 TEST(ATally, KeepsTheNamesOfTheFirstTwoHundredAndTheNumberOfAll) {
   OneLine log;
-  for (std::size_t number = 0; number < 100000; ++number) TellStayed(Trace::File, NameOf(number), Why::NotAllowed);
+  for (std::size_t number = 0; number < 100000; ++number) TellStayed(NameOf(number), Why::NotAllowed);
   EXPECT_EQ(log.Line().stayed, 100000);
-  ASSERT_EQ(NamesOf(log.Line()).size(), 200u);
-  EXPECT_EQ(NamesOf(log.Line()).back(), NameOf(199));
+  ASSERT_EQ(log.Names().size(), 200u);
+  EXPECT_EQ(log.Names().back().first, NameOf(199));
   EXPECT_EQ(OthersText(log.Line()), "and 99800 without a name");
+}
+
+TEST(ATally, NeedsNoMoreMemoryForAHundredThousandFailuresThanForTwoHundred) {
+  OneLine few, many;
+  for (std::size_t number = 0; number < 200; ++number) few.tally.AddStayed(NameOf(number), Words() << "x");
+  for (std::size_t number = 0; number < 100000; ++number) many.tally.AddStayed(NameOf(number), Words() << "x");
+  EXPECT_EQ(few.tally.Texts(0, 1), many.tally.Texts(0, 1));
 }
 
 TEST(ATally, CountsATraceThatIsMetTwiceOnce) {
   OneLine log;
-  for (int time = 0; time < 2; ++time) TellStayed(Trace::File, NameOf(1), Why::InUse);
-  TellStayed(Trace::Folder, NameOf(1), Why::NotEmpty);
+  for (int time = 0; time < 2; ++time) TellStayed(NameOf(1), Why::InUse);
+  TellStayed(NameOf(2), Why::NotEmpty);
   EXPECT_EQ(log.Line().stayed, 2);
+}
+
+TEST(ATally, CountsATraceThatTwoLinesMeetInBoth) {
+  OneLine log;
+  TellStayed(NameOf(1), Why::InUse);
+  log.tally.AddLine();
+  TellStayed(NameOf(1), Why::InUse);
+  EXPECT_EQ(StayedIn(log.tally, 0), StayedIn(log.tally, 1));
+  EXPECT_EQ(log.tally.Sum(0, 2).stayed, 2);
 }
 
 TEST(ATally, NotesNothingOfWhatIsGoneMeanwhile) {
   OneLine log;
-  for (std::size_t number = 0; number < 10; ++number) TellStayed(Trace::File, NameOf(number), WhyOf(number % 2 + 2));
+  for (std::size_t number = 0; number < 10; ++number) TellStayed(NameOf(number), WhyOf(number % 2 + 2));
   EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
-  EXPECT_TRUE(NamesOf(log.Line()).empty());
+  EXPECT_TRUE(log.Names().empty());
 }
 
 TEST(ATally, KeepsNamesOfAnyLengthAndAnyCharacter) {
   OneLine log;
   const WideText longName(400, u'\x8868');
   const WideText loneSurrogate(1, static_cast<WideChar>(0xD800));
-  TellStayed(Trace::File, longName, Why::InUse);
-  TellStayed(Trace::File, loneSurrogate, Why::InUse);
-  EXPECT_EQ(NamesOf(log.Line())[0], longName);
-  EXPECT_EQ(NamesOf(log.Line())[1], loneSurrogate);
+  TellStayed(longName, Why::InUse);
+  TellStayed(loneSurrogate, Why::InUse);
+  TellStayed(WideText(longName).append(1, WideChar()).append(loneSurrogate), Why::InUse);  // up to the NUL the first one
+  ASSERT_EQ(log.Names().size(), 2u);
+  EXPECT_EQ(log.Names()[0].first, longName);
+  EXPECT_EQ(log.Names()[1].first, loneSurrogate);
 }
 
 TEST(ATally, HasNoLineMoreThanItCanHold) {
@@ -193,26 +248,26 @@ TEST(ATally, HasNoLineMoreThanItCanHold) {
 
 TEST(ATallyThatIsCleared, HasNoLineAndListensToNone) {
   OneLine log;
-  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellStayed(NameOf(1), Why::InUse);
   TellErased(Trace::File, 5, 5);
   log.tally.Clear();
   EXPECT_EQ(log.tally.Count(), 0u);
   TellErased(Trace::File);
   log.tally.AddLine();
   EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
-  EXPECT_TRUE(NamesOf(log.Line()).empty());
+  EXPECT_TRUE(log.Names().empty());
 }
 
 TEST(AForgottenTally, KeepsItsLinesAndNothingElse) {
   OneLine log;
-  TellStayed(Trace::File, NameOf(1), Why::InUse);
+  TellStayed(NameOf(1), Why::InUse);
   TellErased(Trace::File, 5, 5);
   log.tally.Forget();
   TellErased(Trace::File);
-  TellStayed(Trace::File, NameOf(2), Why::InUse);
+  TellStayed(NameOf(2), Why::InUse);
   EXPECT_EQ(log.tally.Count(), 1u);
   EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
-  EXPECT_TRUE(NamesOf(log.Line()).empty());
+  EXPECT_TRUE(log.Names().empty());
   EXPECT_EQ(log.Line().stayed, 0);
 }
 
@@ -224,41 +279,51 @@ TEST(ARunWhileInvisible, IsNotKept) {
   EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
   log.tally.AddLine();
   TellErased(Trace::File);
-  EXPECT_EQ(Sentence(log.tally.Line(1)), "1 file erased");
+  EXPECT_EQ(Sentence(log.tally.Sum(1, 2)), "1 file erased");
 }
 
-TEST(ATallyLine, TellsOfEachNameWhatItIsAndWhyItStayed) {
+TEST(ATallyLine, TellsOfEachNameWhyItStayed) {
   OneLine log;
-  TellStayed(Trace::ClipboardFormat, u"", Why::Other, 1117);
-  TellStayed(Trace::File, u"C:\\a", Why::InUse);
-  StayedTrace one{};
-  std::size_t at = 0;
-  ASSERT_TRUE(log.Line().Next(at, one));
-  EXPECT_EQ(one.what, Trace::ClipboardFormat);
-  EXPECT_EQ(one.why, Why::Other);
-  EXPECT_EQ(one.error, 1117);
-  EXPECT_EQ(one.name, u"");
-  ASSERT_TRUE(log.Line().Next(at, one));
-  EXPECT_EQ(one.what, Trace::File);
-  EXPECT_EQ(one.name, u"C:\\a");
-  EXPECT_FALSE(log.Line().Next(at, one));
+  TellStayed(u"", Why::Other, 1117);
+  TellStayed(u"C:\\a", Why::InUse);
+  const Stayed told = {{u"", u"refused by Windows, error 1117"}, {u"C:\\a", u"in use by another program"}};
+  EXPECT_EQ(log.Names(), told);
+}
+
+TEST(ATallyLine, HasItsOwnNamesAmongThoseOfAll) {
+  Tally tally;
+  const ListeningScope scope(tally);
+  for (std::size_t line = 0; line < 4; ++line) {
+    tally.AddLine();
+    for (std::size_t number = 0; number < line; ++number) TellStayed(NameOf(10 * line + number), Why::InUse);
+  }
+  EXPECT_TRUE(StayedIn(tally, 0).empty());
+  ASSERT_EQ(StayedIn(tally, 2).size(), 2u);
+  EXPECT_EQ(StayedIn(tally, 2)[1].first, NameOf(21));
+  EXPECT_EQ(StayedIn(tally, 3).size(), 3u);
+  EXPECT_EQ(tally.Texts(0, 4).size(), tally.Texts(1, 2).size() + tally.Texts(2, 4).size());
 }
 
 TEST(ATallyLine, IsCopiedWithEveryNameAndReason) {
   OneLine log;
   TellErased(Trace::File, 2, 2048);
-  TellStayed(Trace::File, u"C:\\a", Why::InUse);
-  TellStayed(Trace::Folder, u"C:\\b", Why::NotEmpty);
-  WideText text;
-  AppendText(text, "Erasing ...", log.Line());
-  EXPECT_EQ(text,
+  TellStayed(u"C:\\a", Why::InUse);
+  TellStayed(u"C:\\b", Why::NotEmpty);
+  EXPECT_EQ(CopiedText("Erasing ...", log.tally, 0),
             u"Erasing ...\r\n2 files, 2 KB erased; 2 stayed\r\n"
             u"\tC:\\a\tin use by another program\r\n\tC:\\b\tstill holds something\r\n");
-  LineTally nameless;
-  nameless.stayed = 7;
-  text.clear();
-  AppendText(text, "", nameless);
-  EXPECT_EQ(text, u"\r\nNothing erased; 7 stayed\r\n\tand 7 without a name\r\n");
+  log.tally.AddLine();
+  for (std::size_t number = 0; number < 203; ++number) TellStayed(NameOf(number), Why::InUse);
+  EXPECT_TRUE(CopiedText("", log.tally, 1).ends_with(u"\r\n\tand 3 without a name\r\n"));
+}
+
+TEST(TheLongestSentence, IsThereAsAWhole) {
+  LineTally line = {};
+  line.erased.fill(-2147483647);
+  line.bytes = ~std::uint64_t{0};
+  line.stayed = 2147483647;
+  line.isStopped = line.isNotCounted = true;
+  EXPECT_TRUE(Sentence(line).ends_with("; stopped before the end")) << Sentence(line);
 }
 
 TEST(OverwrittenMemory, HoldsNothing) {

@@ -3,7 +3,7 @@ import contextlib
 import io
 import unittest
 
-from tools.run_job import TOLD_IN, TRACES_OF, Outcome, number_of, sum_up
+from tools.run_job import NOT_TOLD, TOLD_IN, TRACES_OF, Outcome, number_of, sum_up
 
 BEFORE = {family: 3 for _, family in TRACES_OF}
 CLEAN = dict.fromkeys(BEFORE, 0)
@@ -48,6 +48,10 @@ class TheSummary(unittest.TestCase):
             good, text = said(told=dict.fromkeys(TOLD_IN, 3) | {"clipboard": told})
             self.assertFalse(good)
             self.assertIn("tells otherwise than was counted of: Erase Clipboard\n", text)
+
+    def test_every_item_tells_of_its_work_or_is_known_to_tell_nothing(self):
+        self.assertEqual({family for _, family in TRACES_OF}, TOLD_IN.keys() | NOT_TOLD)
+        self.assertFalse(TOLD_IN.keys() & NOT_TOLD)
 
     def test_reads_the_numbers_of_a_sentence(self):
         self.assertEqual(number_of("12 files, 1 folder, 18 MB erased; 3 stayed", ("file", "folder")), 13)

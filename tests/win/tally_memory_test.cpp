@@ -27,11 +27,11 @@ TEST(ATallyWithoutMemory, GoesOnWithoutNames) {
   const WideText name(400, L'n');
   noMemoryIsLeft = true;
   TellErased(Trace::File, 3, 30);
-  TellStayed(Trace::File, name, Why::InUse);
+  TellStayed(name, Why::InUse);
   noMemoryIsLeft = false;
-  EXPECT_EQ(tally.Line(0).erased[0], 3);
-  EXPECT_EQ(tally.Line(0).stayed, 1);
-  EXPECT_EQ(tally.Line(0).named, 0);
-  TellStayed(Trace::File, name, Why::InUse);
-  EXPECT_EQ(tally.Line(0).named, 1);
+  EXPECT_EQ(tally.Sum(0, 1).erased[0], 3);
+  EXPECT_EQ(tally.Sum(0, 1).stayed, 1);
+  EXPECT_EQ(tally.Sum(0, 1).named, 0);
+  TellStayed(name, Why::InUse);
+  EXPECT_EQ(tally.Sum(0, 1).named, 1);
 }
