@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "platform/tally.h"
 #include "platform/win32.h"
 
 using namespace platform;
@@ -54,14 +55,22 @@ inline void BareEmpty(const std::string& folder) {
       [](const std::string& path, const char*) { ::RemoveDirectoryA(path.c_str()); });
 }
 
-// Prints a line "product<TAB>baseline" for each pair. In turn, and each goes first every other time.
+// Prints a line "product<TAB>baseline" for each pair. In turn, and each goes first every other time. What the product does
+// is tallied, as in a run.
 template <class Product, class Baseline>
 void RunPairs(int pairs, Product product, Baseline baseline) {
+  const auto tallied = [&product] {
+    static Tally tally;
+    const ListeningScope listening(tally);
+    tally.Clear();
+    tally.AddLine();
+    return product();
+  };
   for (int pair = 0; pair < pairs; ++pair) {
     double ours = 0, theirs = 0;
-    if (pair % 2 == 0) ours = product();
+    if (pair % 2 == 0) ours = tallied();
     theirs = baseline();
-    if (pair % 2 == 1) ours = product();
+    if (pair % 2 == 1) ours = tallied();
     std::printf("%.3f\t%.3f\n", ours, theirs);
     std::fflush(stdout);
   }

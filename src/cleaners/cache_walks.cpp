@@ -39,7 +39,7 @@ void DeleteEntry(UrlCacheWalk& walk, std::int64_t length, Failures failures) {
   DWORD reason = ERROR_PROC_NOT_FOUND;
   quietly([&] { reason = walk.DeleteEntry() ? ERROR_SUCCESS : ::GetLastError(); });
   if (reason == ERROR_SUCCESS)
-    TellErased(IsCookieUrl(walk.Url()) ? Trace::Cookie : Trace::CacheEntry, 1, static_cast<std::uint64_t>(length));
+    TellErasedWith(IsCookieUrl(walk.Url()) ? Trace::Cookie : Trace::CacheEntry, static_cast<std::uint64_t>(length));
   else if (failures == Failures::Tell)
     TellStayed(walk.Url().c_str(), WhyOf(reason), reason);
 }

@@ -18,7 +18,8 @@ struct FolderFacts {
   std::vector<Path> keep;    // folders that must not be it nor lie in it, in the same spelling as `canonical`
 };
 
-// Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`. The same reasons as in the tally of a run.
+// Why a folder may not be: it is none, a root, a link, or is or holds one of `keep`. The same reasons as in the tally of a
+// run.
 enum class FolderRefusal : std::uint8_t {
   None = static_cast<std::uint8_t>(Why::Gone),
   NoFolder = static_cast<std::uint8_t>(Why::RefusedNoFolder),

@@ -37,29 +37,25 @@ void FillWithBlanks(HANDLE file, std::uint64_t length) {
 
 // The file that has been opened is judged, and no other one gets in as long as it is open.
 void OverwriteIndexFile(SpecialFolder folder, WideView name) {
-  quietly([&] {
-    const Path path = FindSpecialFolder(folder) / name;
+  Path path;
+  const RuntimeError failure = failureOf([&] {
+    path = FindSpecialFolder(folder) / name;
     if (StopErase) return;
     // The blanks would fill another file.
     if (IsLink(NativeAttributes(path))) return TellStayed(path, Why::Link);
     const UniqueFile file = OpenItself(path, GENERIC_WRITE, 0);
     BY_HANDLE_FILE_INFORMATION facts;
-    if (!file || !::GetFileInformationByHandle(file.get(), &facts)) {
-      Told(false, Trace::IndexFile, path);
-      RaiseLastError();
-    }
+    if (!file || !::GetFileInformationByHandle(file.get(), &facts)) RaiseLastError();
     // What has a second name is somebody else's as well. Blanks would take the room that the gaps of a sparse file only
     // pretend to take.
     if (facts.nNumberOfLinks > 1 ||
         (facts.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE)) != 0)
       return TellStayed(path, Why::SecondName);
     const std::uint64_t length = static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
-    if (const RuntimeError failure = failureOf([&] { FillWithBlanks(file.get(), length); })) {
-      TellStayed(path, Why::NotOverwritten);
-      throw failure;
-    }
-    if (!StopErase) TellErased(Trace::IndexFile, 1, length);
+    FillWithBlanks(file.get(), length);
+    if (!StopErase) TellErasedWith(Trace::IndexFile, length);
   });
+  if (failure && !path.IsEmpty()) Told(false, Trace::IndexFile, path);  // the reason is still the last error
 }
 
 }  // namespace

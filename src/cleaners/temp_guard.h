@@ -15,10 +15,10 @@ struct TempFolderFacts : FolderFacts {
   bool liesInShared = false;  // inside Windows, Program Files or a folder of all users
 };
 
-// Why a folder may not be; Why::Gone where it may. It may not: the Windows folders by name, a folder that is not the one that
-// a variable names (without a variable, or where its folder is missing, the system falls back to the profile or the current
-// folder), one with a wildcard in its name, one inside the folders that all share unless its own name is TEMP or TMP (a
-// program without rights may set the variable of an administrator), and one that MayClearFolder refuses.
+// Why a folder may not be; Why::Gone where it may. It may not: the Windows folders by name, a folder that is not the one
+// that a variable names (without a variable, or where its folder is missing, the system falls back to the profile or the
+// current folder), one with a wildcard in its name, one inside the folders that all share unless its own name is TEMP or TMP
+// (a program without rights may set the variable of an administrator), and one that MayClearFolder refuses.
 Why RefusalOfTempFolder(const TempFolderFacts& facts);
 inline bool MayClearTempFolder(const TempFolderFacts& facts) { return RefusalOfTempFolder(facts) == Why::Gone; }
 

@@ -12,7 +12,7 @@ void fraClean::ClearLog() {
 }
 
 void fraClean::AddLogLine(const std::string& line) {
-  RunTally().AddLine();
+  RunTally().AddLine(line.empty());
   lstCln.AddItem(line);
   lstCln.ShowLast();
 }

@@ -32,6 +32,7 @@ class fraClean final : public Panel, public RunView {
   void ForgetRuns() { asked_.Forget(); }
 
  private:
+  void OnInit() override { asked_.Attach(lstCln.Handle()); }
   void BeforeFront() override { ClearLog(); }
   void AfterFront() override;
   void OnClick(int id) override;
@@ -41,7 +42,7 @@ class fraClean final : public Panel, public RunView {
   Button cmdStop{*this, IDC_cmdStop};
   ProgressBar PbarClean{*this, IDC_PbarClean};
   ListBox lstCln{*this, IDC_lstCln};
-  AskedLog asked_{*this, IDC_lstCln};
+  AskedLog asked_;
 };
 
 }  // namespace erase

@@ -1,8 +1,7 @@
-// The window "Quellix-What stayed": what the lines of a log did, and every trace that stayed with the reason. It reads the
-// tally as it draws and keeps no name.
+// The window "Quellix-What stayed": what lines of a log did, and every trace that stayed with the reason. It reads the tally
+// as it draws and keeps no name.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 
 #include "platform/dialog.h"
@@ -11,30 +10,14 @@
 
 namespace platform {
 
-// Lines of a tally, from the first to the one before `end`, and the control that shows the log; `line` is the one that was
-// asked.
-struct TalliedLines {
-  const Tally* tally;
-  HWND control;
-  bool isList;  // any other control is one line, with its text
-  int line;
-  std::size_t first, end;
-
-  // As the control shows it.
-  struct Caption {
-    char text[256];  // the lines of a list are the program's own and shorter
-  };
-  Caption CaptionOf(int ofLine) const;
-};
-
 class frmStayed final : public Dialog {
  public:
   // Opens the window, or shows these lines in the open one. The main window stays usable beside it. Nothing while the main
-  // window is out of sight.
-  void Show(const TalliedLines& lines);
+  // window is out of sight. `log` is the control that shows the log, `line` the line of it that was asked.
+  void Show(const Tally& tally, Tally::Lines lines, HWND log, std::size_t line);
 
-  // Closes it.
-  void Forget() { ::DestroyWindow(Handle()); }
+  // Closes it where it shows this tally.
+  void Forget(const Tally& tally);
 
  private:
   void OnInit() override;
@@ -44,10 +27,15 @@ class frmStayed final : public Dialog {
   LRESULT SendToList(UINT message, WPARAM wParam, LPARAM lParam) const {
     return ::SendDlgItemMessageA(Handle(), IDC_lstStayed, message, wParam, lParam);
   }
-  WideText TextAt(int row, int column) const;
-  void Copy() const;
+  void AddColumn(int column, const char* heading, int width) const;
+  const char* Caption(std::size_t line);
+  const wchar_t* TextAt(int row, int column) const;
+  void Copy();
 
-  TalliedLines lines_ = {};
+  const Tally* tally_ = nullptr;
+  Tally::Lines lines_ = {};
+  HWND log_ = nullptr;
+  char caption_[256] = "";  // longer than the lines of a log
 };
 
 }  // namespace platform

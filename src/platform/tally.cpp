@@ -1,8 +1,9 @@
 #include "platform/tally.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 
-#include "platform/runtime_error.h"
 #include "platform/tally_text.h"
 
 namespace platform {
@@ -43,33 +44,43 @@ Why WhyOf(std::uint32_t systemError) {
   return Why::Other;
 }
 
-void Tally::AddLine() {
+void Tally::AddLine(bool isBlank) {
   if (count_ < kLines) {
-    lines_[count_].begin = texts_.size();
-    lines_[count_].isForgotten = NothingIsKept;
+    LineTally& line = lines_[count_];
+    line.isBlank = isBlank;
+    line.isForgotten = NothingIsKept;
+    line.begin = length_;
   }
   ++count_;
 }
 
-void Tally::Overwrite() {
-  OverwriteMemory(texts_.data(), texts_.size() * sizeof(WideChar));
-  texts_.clear();
-  OverwriteMemory(&lines_, sizeof lines_);
+void Tally::Forget() {
+  OverwriteMemory(texts_, length_ * sizeof(WideChar));
+  std::free(texts_);
+  texts_ = nullptr;
+  length_ = room_ = 0;
+  for (LineTally& line : lines_) {
+    const bool isBlank = line.isBlank;
+    line = {};
+    line.isBlank = isBlank;
+    line.isForgotten = true;
+  }
 }
 
 void Tally::Clear() {
-  Overwrite();
+  Forget();
   count_ = 0;
 }
 
-void Tally::Forget() {
-  Overwrite();
-  for (LineTally& line : lines_) line.isForgotten = true;
+Tally::Lines Tally::ToldBy(std::size_t line) const {
+  if (line >= std::min(count_, kLines) || lines_[line].isBlank) return {};
+  if (line > 0 && lines_[line - 1].isBlank) return {0, line - 1};
+  return {line, line + 1};
 }
 
-LineTally Tally::Sum(std::size_t first, std::size_t last) const {
+LineTally Tally::Sum(Lines lines) const {
   LineTally sum = {};
-  for (std::size_t at = first; at < std::min(last, kLines); ++at) {
+  for (std::size_t at = lines.first; at < lines.end; ++at) {
     const LineTally& line = lines_[at];
     for (std::size_t kind = 0; kind < kTraceKinds; ++kind) sum.erased[kind] += line.erased[kind];
     sum.bytes += line.bytes;
@@ -82,9 +93,10 @@ LineTally Tally::Sum(std::size_t first, std::size_t last) const {
   return sum;
 }
 
-WideView Tally::Texts(std::size_t first, std::size_t last) const {
-  const std::size_t end = last < std::min(count_, kLines) ? lines_[last].begin : texts_.size();
-  return WideView(texts_).substr(lines_[first].begin, end - lines_[first].begin);
+WideView Tally::Texts(Lines lines) const {
+  const std::size_t begin = lines_[lines.first].begin;
+  const std::size_t end = lines.end < std::min(count_, kLines) ? lines_[lines.end].begin : length_;
+  return {texts_ + begin, end - begin};
 }
 
 LineTally* Tally::Current() {
@@ -93,22 +105,33 @@ LineTally* Tally::Current() {
   return line.isForgotten ? nullptr : &line;
 }
 
-// What the text leaves behind as it grows is memory given back, which is overwritten.
-void Tally::AddStayed(WideView name, const Words& reason) {
+bool Tally::MakeRoom(std::size_t characters) {
+  if (characters <= room_ - length_) return true;
+  const std::size_t room = 2 * (length_ + characters);
+  auto* const texts = static_cast<WideChar*>(std::malloc(room * sizeof(WideChar)));
+  if (texts == nullptr) return false;
+  std::copy_n(texts_, length_, texts);
+  OverwriteMemory(texts_, length_ * sizeof(WideChar));
+  std::free(texts_);
+  texts_ = texts;
+  room_ = room;
+  return true;
+}
+
+void Tally::AddStayed(WideView name, const char* reason) {
   LineTally& line = *Current();
-  name = name.substr(0, name.find(WideChar()));
-  if (line.named < kNames)
-    for (WideView texts = Texts(count_ - 1, count_); !texts.empty();)
+  if (line.named < kNames) {
+    for (WideView texts = Texts({count_ - 1, count_}); !texts.empty();)
       if (TakeText(texts) == name) return;
+    const std::size_t length = std::strlen(reason) + 1;
+    if (MakeRoom(name.size() + 1 + length)) {
+      for (const WideChar letter : name) texts_[length_++] = letter;
+      texts_[length_++] = WideChar();
+      for (std::size_t at = 0; at < length; ++at) texts_[length_++] = static_cast<WideChar>(reason[at]);
+      ++line.named;
+    }
+  }
   ++line.stayed;
-  if (line.named >= kNames) return;
-  quietly([&] {
-    texts_.reserve(texts_.size() + name.size() + reason.Length() + 2);  // so that a name is there as a whole or not at all
-    texts_.append(name).append(1, WideChar());
-    reason.AppendTo(texts_);
-    texts_ += WideChar();
-    ++line.named;
-  });
 }
 
 WideView TakeText(WideView& texts) {
@@ -117,18 +140,19 @@ WideView TakeText(WideView& texts) {
   return text;
 }
 
-void TellErased(Trace what, int count, std::uint64_t bytes) {
+void TellErased(Trace what, int count) {
+  if (LineTally* const line = ListeningLine()) line->erased[static_cast<std::size_t>(what)] += count;
+}
+
+void TellErasedWith(Trace what, std::uint64_t bytes) {
   LineTally* const line = ListeningLine();
   if (line == nullptr) return;
-  line->erased[static_cast<std::size_t>(what)] += count;
+  ++line->erased[static_cast<std::size_t>(what)];
   line->bytes += bytes;
 }
 
 void TellStayed(WideView name, Why why, std::uint32_t systemError) {
-  if (why == Why::Gone || ListeningLine() == nullptr) return;
-  Words reason;
-  PutReason(reason, why, systemError);
-  Listening->AddStayed(name, reason);
+  if (why != Why::Gone && ListeningLine() != nullptr) Listening->AddStayed(name, Reason(why, systemError));
 }
 
 void TellStopped() {
@@ -140,8 +164,8 @@ void TellNotCounted() {
 }
 
 void OverwriteMemory(void* memory, std::size_t bytes) {
-  auto* byte = static_cast<volatile unsigned char*>(memory);
-  while (bytes-- > 0) *byte++ = 0;
+  if (bytes > 0) std::memset(memory, 0, bytes);
+  asm volatile("" : : "r"(memory) : "memory");  // as if somebody looked at it
 }
 
 }  // namespace platform

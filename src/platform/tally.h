@@ -52,10 +52,9 @@ enum class Why : std::uint8_t {
 // The reason in an error code of the system (winerror.h).
 Why WhyOf(std::uint32_t systemError);
 
-class Words;
-
 // The share of one line of a log, or of several.
 struct LineTally {
+  bool isBlank;  // it divides the lines about the items from the one about all of them
   std::array<int, kTraceKinds> erased;
   std::uint64_t bytes;
   int stayed;
@@ -72,35 +71,38 @@ class Tally {
   static constexpr std::size_t kLines = 64;  // more than a log can have
   static constexpr int kNames = 200;         // of each line
 
-  Tally() = default;
-  Tally(const Tally&) = delete;
-  Tally& operator=(const Tally&) = delete;
+  void AddLine(bool isBlank = false);  // reports belong to it from now on
+  void Clear();                        // overwritten; no line is left
+  void Forget();                       // overwritten; the lines stay, and what is reported to them is not kept
 
-  void AddLine();  // reports belong to it from now on
-  void Clear();    // overwritten; no line is left
-  void Forget();   // overwritten; the lines stay, and what is reported to them is not kept
+  // From the first to the one before `end`.
+  struct Lines {
+    std::size_t first, end;
+  };
 
-  std::size_t Count() const { return count_; }
+  // What is told of a line of the log: the line itself, of the one after a blank one all before it, of any other nothing.
+  Lines ToldBy(std::size_t line) const;
 
-  // Of the lines from the first to the one before the last.
-  LineTally Sum(std::size_t first, std::size_t last) const;
+  LineTally Sum(Lines lines) const;
 
   // The names of what stayed in these lines, each with the reason after it, and a NUL after every text.
-  WideView Texts(std::size_t first, std::size_t last) const;
+  WideView Texts(Lines lines) const;
 
   // The line that reports belong to; null for none.
   LineTally* Current();
 
-  // What stayed in it, unless it is among the names: then it is the same trace once more. Memory that runs short costs the
-  // name and nothing else.
-  void AddStayed(WideView name, const Words& reason);
+  // What stayed in it, unless it is there: then it is the same trace once more. Memory that runs short costs the name and
+  // nothing else.
+  void AddStayed(WideView name, const char* reason);
 
  private:
-  void Overwrite();
+  bool MakeRoom(std::size_t characters);
 
   std::array<LineTally, kLines> lines_ = {};
   std::size_t count_ = 0;
-  WideText texts_;
+
+  WideChar* texts_ = nullptr;          // freed when they are overwritten
+  std::size_t length_ = 0, room_ = 0;  // characters
 };
 
 // Takes the first of such texts off.
@@ -127,7 +129,8 @@ class ListeningScope {
   Tally* before_;
 };
 
-void TellErased(Trace what, int count = 1, std::uint64_t bytes = 0);
+void TellErased(Trace what, int count = 1);
+void TellErasedWith(Trace what, std::uint64_t bytes);
 void TellStayed(WideView name, Why why, std::uint32_t systemError = 0);
 void TellStopped();     // the work in hand was cut short
 void TellNotCounted();  // somebody else erases, and does not tell what

@@ -1,5 +1,6 @@
 #include "platform/tally_text.h"
 
+#include <cstddef>
 #include <iterator>
 #include <string>
 
@@ -14,16 +15,16 @@ struct Noun {
 
 // In the order of Trace, which is that of the sentence.
 constexpr Noun kNouns[] = {
-    {"file", "files"},
-    {"folder", "folders"},
-    {"index file", "index files"},
-    {"cache entry", "cache entries"},
-    {"cookie", "cookies"},
-    {"history entry", "history entries"},
-    {"registry key", "registry keys"},
-    {"registry value", "registry values"},
-    {"item of the recycle bin", "items of the recycle bin"},
-    {"clipboard format", "clipboard formats"},
+    {" file", " files"},
+    {" folder", " folders"},
+    {" index file", " index files"},
+    {" cache entry", " cache entries"},
+    {" cookie", " cookies"},
+    {" history entry", " history entries"},
+    {" registry key", " registry keys"},
+    {" registry value", " registry values"},
+    {" item of the recycle bin", " items of the recycle bin"},
+    {" clipboard format", " clipboard formats"},
 };
 static_assert(std::size(kNouns) == kTraceKinds);
 
@@ -51,21 +52,17 @@ constexpr const char* kReasons[] = {
 };
 static_assert(std::size(kReasons) == static_cast<std::size_t>(Why::Gone));
 
-}  // namespace
+char theText[512];  // longer than the longest sentence
+std::size_t theLength = 0;
 
-Words& Words::operator<<(const char* words) {
-  while (*words != '\0' && length_ + 1 < sizeof text_) text_[length_++] = *words++;
-  text_[length_] = '\0';
-  return *this;
+void Put(const char* words) {
+  while (*words != '\0' && theLength + 1 < sizeof theText) theText[theLength++] = *words++;
+  theText[theLength] = '\0';
 }
 
-Words& Words::operator<<(int number) { return *this << std::to_string(number).c_str(); }
+void Put(int number) { Put(std::to_string(number).c_str()); }
 
-void Words::AppendTo(WideText& text) const {
-  for (const char* letter = text_; *letter != '\0'; ++letter) text += static_cast<WideChar>(*letter);
-}
-
-void PutBytes(Words& words, std::uint64_t bytes) {
+void PutBytes(std::uint64_t bytes) {
   constexpr const char* kUnits[] = {" bytes", " KB", " MB", " GB", " TB"};
   std::size_t unit = 0;
   int rest = 0;
@@ -73,55 +70,81 @@ void PutBytes(Words& words, std::uint64_t bytes) {
     rest = static_cast<int>(bytes & 1023);
     bytes >>= 10;
   }
-  words << static_cast<int>(bytes);
-  if (const int tenths = rest * 10 / 1024; bytes < 10 && tenths > 0) words << "." << tenths;
-  words << (bytes == 1 && unit == 0 ? " byte" : kUnits[unit]);
-}
-
-void PutReason(Words& words, Why why, std::uint32_t systemError) {
-  words << kReasons[static_cast<std::size_t>(why)];
-  if (why == Why::Other) words << static_cast<int>(systemError);
-}
-
-void PutOthers(Words& words, const LineTally& line) {
-  if (line.stayed > line.named) words << "and " << line.stayed - line.named << " without a name";
-}
-
-void PutSentence(Words& words, const LineTally& line) {
-  if (line.isForgotten) {
-    words << "Not kept: Quellix was invisible";
-    return;
+  Put(static_cast<int>(bytes));
+  if (const int tenths = rest * 10 / 1024; bytes < 10 && tenths > 0) {
+    Put(".");
+    Put(tenths);
   }
+  Put(bytes == 1 && unit == 0 ? " byte" : kUnits[unit]);
+}
+
+void PutSentence(const LineTally& line) {
   const char* comma = "";
   for (std::size_t kind = 0; kind < kTraceKinds; ++kind) {
     const int count = line.erased[kind];
     if (count == 0) continue;
-    words << comma << count << " " << (count == 1 ? kNouns[kind].one : kNouns[kind].several);
+    Put(comma);
+    Put(count);
+    Put(count == 1 ? kNouns[kind].one : kNouns[kind].several);
     comma = ", ";
   }
-  if (line.bytes > 0) PutBytes(words << comma, line.bytes);
-  if (words.Length() > 0)
-    words << " erased";
-  else if (!line.isNotCounted)
-    words << "Nothing erased";
-  if (line.isNotCounted) words << (words.Length() == 0 ? "" : "; ") << "iea.exe erases and does not tell what";
-  if (line.stayed > 0) words << "; " << line.stayed << " stayed";
-  if (line.isStopped) words << "; stopped before the end";
+  if (line.bytes > 0) {
+    Put(comma);
+    PutBytes(line.bytes);
+  }
+  const bool isErased = theLength > 0;
+  if (isErased || !line.isNotCounted) Put(isErased ? " erased" : "Nothing erased");
+  if (isErased && line.isNotCounted) Put("; ");
+  if (line.isNotCounted) Put("iea.exe erases and does not tell what");
+  if (line.stayed > 0) {
+    Put("; ");
+    Put(line.stayed);
+    Put(" stayed");
+  }
+  if (line.stayed > line.named) {
+    Put(", ");
+    Put(line.named);
+    Put(" of them by name");
+  }
+  if (line.isStopped) Put("; stopped before the end");
+}
+
+void Append(WideText& text, const char* words) {
+  while (*words != '\0') text += static_cast<WideChar>(*words++);
+}
+
+}  // namespace
+
+const char* Sentence(const LineTally& line) {
+  if (line.isForgotten) return "Not kept: Quellix was invisible";
+  theLength = 0;
+  PutSentence(line);
+  return theText;
+}
+
+const char* Reason(Why why, std::uint32_t systemError) {
+  const char* const reason = kReasons[static_cast<std::size_t>(why)];
+  if (why != Why::Other) return reason;
+  theLength = 0;
+  Put(reason);
+  Put(static_cast<int>(systemError));
+  return theText;
+}
+
+const char* BytesText(std::uint64_t bytes) {
+  theLength = 0;
+  PutBytes(bytes);
+  return theText;
 }
 
 void AppendText(WideText& text, const char* caption, const Tally& tally, std::size_t line) {
-  const LineTally sum = tally.Sum(line, line + 1);
-  (Words() << caption << "\r\n").AppendTo(text);
-  Words sentence;
-  PutSentence(sentence, sum);
-  (sentence << "\r\n").AppendTo(text);
-  for (WideView texts = tally.Texts(line, line + 1); !texts.empty();) {
-    text.append(1, '\t').append(TakeText(texts));
-    text.append(1, '\t').append(TakeText(texts)).append(Wide<"\r\n">());
-  }
-  Words others;
-  PutOthers(others, sum);
-  if (others.Length() > 0) (Words() << "\t" << others.Text() << "\r\n").AppendTo(text);
+  const Tally::Lines alone = {line, line + 1};
+  Append(text, caption);
+  Append(text, "\r\n");
+  Append(text, Sentence(tally.Sum(alone)));
+  Append(text, "\r\n");
+  for (WideView texts = tally.Texts(alone); !texts.empty(); Append(text, "\r\n"))
+    for (int part = 0; part < 2; ++part) (text += '\t') += TakeText(texts);
 }
 
 }  // namespace platform

@@ -9,15 +9,15 @@ namespace platform {
 bool Told(bool isDone, Trace what, const Path& path, std::uint64_t bytes) {
   const DWORD reason = ::GetLastError();
   if (isDone)
-    TellErased(what, 1, bytes);
-  else if (Listening != nullptr)
-    quietly([&] { TellStayed(path.Shown(), WhyOf(reason), reason); });
+    TellErasedWith(what, bytes);
+  else
+    TellStayed(path, WhyOf(reason), reason);
   ::SetLastError(reason);
   return isDone;
 }
 
-void TellStayed(const Path& path, Why why) {
-  if (Listening != nullptr) quietly([&] { TellStayed(path.Shown(), why); });
+void TellStayed(const Path& path, Why why, std::uint32_t systemError) {
+  if (Listening != nullptr) quietly([&] { TellStayed(path.Shown(), why, systemError); });
 }
 
 void TellStayed(const char* name, Why why, std::uint32_t systemError) {

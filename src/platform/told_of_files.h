@@ -1,5 +1,5 @@
-// What the deletion of a file, a folder or whatever else the system has a name for tells the run's tally. None of it raises an
-// error, and the last error of the system is what it was before.
+// What the deletion of a file, a folder or whatever else the system has a name for tells the run's tally. None of it raises
+// an error, and the last error of the system is what it was before.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace platform {
 // `isDone` is what the deletion answered, with the reason in GetLastError; returned as it is.
 bool Told(bool isDone, Trace what, const Path& path, std::uint64_t bytes = 0);
 
-// It stays, for a reason that the system was not asked for.
-void TellStayed(const Path& path, Why why);
+// It stays.
+void TellStayed(const Path& path, Why why, std::uint32_t systemError = 0);
 
 // By a name in the ANSI code page, or the program's own word for it.
 void TellStayed(const char* name, Why why, std::uint32_t systemError = 0);

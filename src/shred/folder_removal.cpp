@@ -47,7 +47,7 @@ void DeleteFilesIn(OpenFolder& opened, const Path& folder, const Path& from, Wid
   while (opened.IsStillAt(folder, from) && opened.Next(entry)) {
     // What stays is met again by the removal of the tree, which tells of it.
     if (!IsFolder(entry.attributes) && cleaners::IsMeantByMask(entry.name, mask) && opened.Delete(folder / entry.name))
-      TellErased(Trace::File, 1, entry.size);
+      TellErasedWith(Trace::File, entry.size);
     DoEventsNowAndThen();
   }
 }

@@ -9,8 +9,8 @@
 #include "platform/dialog.h"
 #include "platform/main_window.h"
 #include "platform/panel.h"
-#include "platform/tally.h"
 #include "platform/runtime_error.h"
+#include "platform/tally.h"
 #include "settings/bound_controls.h"
 #include "settings/schema.h"
 #include "shred/fraShred_ids.h"
@@ -49,6 +49,7 @@ class fraShred final : public Panel {
  private:
   friend struct PanelForTests;  // which fills the controls as their user would
 
+  void OnInit() override { asked_.Attach(txtMessage.Handle()); }
   void OnClick(int id) override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void Press(int id);
@@ -65,7 +66,8 @@ class fraShred final : public Panel {
     fraShred& panel_;
   };
 
-  // A walk that shreds: what it does is told of by the message line. One in the middle of another adds to what that one tells.
+  // A walk that shreds: what it does is told of by the message line. One in the middle of another adds to what that one
+  // tells.
   class Run : Walk {
    public:
     explicit Run(fraShred& panel);
@@ -107,7 +109,7 @@ class fraShred final : public Panel {
   Label FileCount{*this, IDC_FileCount};
   Label lStat{*this, IDC_lStat};
   ProgressBar PbarShred{*this, IDC_PbarShred};
-  AskedLog asked_{*this, IDC_txtMessage};
+  AskedLog asked_;
 
   ShredList manual_{lstFileShred};
   ShredList folders_{lstFolder};

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,36 +24,16 @@ using Stayed = std::vector<std::pair<WideText, WideText>>;
 
 Stayed StayedIn(const Tally& tally, std::size_t line) {
   Stayed stayed;
-  for (WideView texts = tally.Texts(line, line + 1); !texts.empty();) {
+  for (WideView texts = tally.Texts({line, line + 1}); !texts.empty();) {
     const WideView name = TakeText(texts);
     stayed.emplace_back(name, TakeText(texts));
   }
   return stayed;
 }
 
-std::string Sentence(const LineTally& line) {
-  Words words;
-  PutSentence(words, line);
-  return words.Text();
-}
-
-std::string BytesText(std::uint64_t bytes) {
-  Words words;
-  PutBytes(words, bytes);
-  return words.Text();
-}
-
-std::string ReasonText(Why why, std::uint32_t systemError = 0) {
-  Words words;
-  PutReason(words, why, systemError);
-  return words.Text();
-}
-
-std::string OthersText(const LineTally& line) {
-  Words words;
-  PutOthers(words, line);
-  return words.Text();
-}
+std::string Told(const LineTally& line) { return Sentence(line); }
+std::string InWords(std::uint64_t bytes) { return BytesText(bytes); }
+std::string WhyText(Why why, std::uint32_t systemError = 0) { return Reason(why, systemError); }
 
 WideText CopiedText(const char* caption, const Tally& tally, std::size_t line) {
   WideText text;
@@ -64,7 +45,8 @@ WideText CopiedText(const char* caption, const Tally& tally, std::size_t line) {
 class OneLine {
  public:
   OneLine() { tally.AddLine(); }
-  LineTally Line() const { return tally.Sum(0, 1); }
+  ~OneLine() { tally.Clear(); }
+  LineTally Line() const { return tally.Sum({0, 1}); }
   Stayed Names() const { return StayedIn(tally, 0); }
 
   Tally tally;
@@ -77,8 +59,8 @@ std::string SentenceOf(int files, std::uint64_t bytes, int stayed) {
   LineTally line = {};
   line.erased[static_cast<std::size_t>(Trace::File)] = files;
   line.bytes = bytes;
-  line.stayed = stayed;
-  return Sentence(line);
+  line.stayed = line.named = stayed;
+  return Told(line);
 }
 
 }  // namespace
@@ -94,11 +76,11 @@ TEST(TallySentence, TellsFirstWhatWentAndThenWhatStayed) {
 TEST(TallySentence, NamesEveryKindOfTrace) {
   LineTally line = {};
   line.erased.fill(1);
-  EXPECT_EQ(Sentence(line),
+  EXPECT_EQ(Told(line),
             "1 file, 1 folder, 1 index file, 1 cache entry, 1 cookie, 1 history entry, 1 registry key, 1 registry value, "
             "1 item of the recycle bin, 1 clipboard format erased");
   line.erased.fill(2);
-  EXPECT_EQ(Sentence(line),
+  EXPECT_EQ(Told(line),
             "2 files, 2 folders, 2 index files, 2 cache entries, 2 cookies, 2 history entries, 2 registry keys, "
             "2 registry values, 2 items of the recycle bin, 2 clipboard formats erased");
 }
@@ -106,36 +88,43 @@ TEST(TallySentence, NamesEveryKindOfTrace) {
 TEST(TallySentence, TellsOfWorkThatWasCutShort) {
   LineTally line = {};
   line.isStopped = true;
-  EXPECT_EQ(Sentence(line), "Nothing erased; stopped before the end");
-  line.stayed = 1;
-  EXPECT_EQ(Sentence(line), "Nothing erased; 1 stayed; stopped before the end");
+  EXPECT_EQ(Told(line), "Nothing erased; stopped before the end");
+  line.stayed = line.named = 1;
+  EXPECT_EQ(Told(line), "Nothing erased; 1 stayed; stopped before the end");
+}
+
+TEST(TallySentence, TellsHowManyHaveNoName) {
+  LineTally line = {};
+  line.stayed = 7;
+  line.named = 2;
+  EXPECT_EQ(Told(line), "Nothing erased; 7 stayed, 2 of them by name");
 }
 
 TEST(TallySentence, DoesNotClaimToKnowWhatAnotherProgramErases) {
   LineTally line = {};
   line.isNotCounted = true;
-  EXPECT_EQ(Sentence(line), "iea.exe erases and does not tell what");
+  EXPECT_EQ(Told(line), "iea.exe erases and does not tell what");
   line.erased[0] = 1;
-  EXPECT_EQ(Sentence(line), "1 file erased; iea.exe erases and does not tell what");
+  EXPECT_EQ(Told(line), "1 file erased; iea.exe erases and does not tell what");
 }
 
 TEST(BytesInATally, AreRoundedDown) {
-  EXPECT_EQ(BytesText(0), "0 bytes");
-  EXPECT_EQ(BytesText(1023), "1023 bytes");
-  EXPECT_EQ(BytesText(1024), "1 KB");
-  EXPECT_EQ(BytesText(1024 + 512), "1.5 KB");
-  EXPECT_EQ(BytesText(10 * 1024 + 1023), "10 KB");
-  EXPECT_EQ(BytesText(1024 * 1024 - 1), "1023 KB");
-  EXPECT_EQ(BytesText(std::uint64_t{5} << 30), "5 GB");
-  EXPECT_EQ(BytesText(std::uint64_t{5000} << 40), "5000 TB");
+  EXPECT_EQ(InWords(0), "0 bytes");
+  EXPECT_EQ(InWords(1023), "1023 bytes");
+  EXPECT_EQ(InWords(1024), "1 KB");
+  EXPECT_EQ(InWords(1024 + 512), "1.5 KB");
+  EXPECT_EQ(InWords(10 * 1024 + 1023), "10 KB");
+  EXPECT_EQ(InWords(1024 * 1024 - 1), "1023 KB");
+  EXPECT_EQ(InWords(std::uint64_t{5} << 30), "5 GB");
+  EXPECT_EQ(InWords(std::uint64_t{5000} << 40), "5000 TB");
 }
 
 TEST(TallyReason, IsInPlainWordsForEveryReason) {
   for (std::size_t why = 0; why < static_cast<std::size_t>(Why::Gone); ++why)
-    EXPECT_GT(ReasonText(static_cast<Why>(why)).size(), 5u) << why;
-  EXPECT_EQ(ReasonText(Why::InUse, 32), "in use by another program");
-  EXPECT_EQ(ReasonText(Why::RefusedShared), "refused: this folder lies where all users share it");
-  EXPECT_EQ(ReasonText(Why::Other, 1117), "refused by Windows, error 1117");
+    EXPECT_GT(WhyText(static_cast<Why>(why)).size(), 5u) << why;
+  EXPECT_EQ(WhyText(Why::InUse, 32), "in use by another program");
+  EXPECT_EQ(WhyText(Why::RefusedShared), "refused: this folder lies where all users share it");
+  EXPECT_EQ(WhyText(Why::Other, 1117), "refused by Windows, error 1117");
 }
 
 TEST(TallyReason, ComesFromTheSystemsErrorCode) {
@@ -152,17 +141,18 @@ TEST(ATally, CountsWhatIsToldForTheLineInHand) {
   const ListeningScope scope(tally);
   TellErased(Trace::File);  // before any line
   tally.AddLine();
-  TellErased(Trace::File, 1, 10);
-  TellErased(Trace::File, 2, 5);
+  TellErasedWith(Trace::File, 10);
+  TellErasedWith(Trace::File, 5);
+  TellErased(Trace::File, 2 - 1);
   tally.AddLine();
   TellErased(Trace::Cookie);
   TellStayed(NameOf(1), Why::InUse);
   TellStopped();
   TellNotCounted();
-  EXPECT_EQ(Sentence(tally.Sum(0, 1)), "3 files, 15 bytes erased");
-  EXPECT_EQ(Sentence(tally.Sum(1, 2)),
+  EXPECT_EQ(Told(tally.Sum({0, 1})), "3 files, 15 bytes erased");
+  EXPECT_EQ(Told(tally.Sum({1, 2})),
             "1 cookie erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
-  EXPECT_EQ(Sentence(tally.Sum(0, tally.Count())),
+  EXPECT_EQ(Told(tally.Sum({0, 2})),
             "3 files, 1 cookie, 15 bytes erased; iea.exe erases and does not tell what; 1 stayed; stopped before the end");
 }
 
@@ -179,10 +169,10 @@ TEST(ATally, HearsAgainAfterARunInTheMiddleOfIt) {
   {
     OneLine inner;
     TellErased(Trace::Folder);
-    EXPECT_EQ(Sentence(inner.Line()), "1 folder erased");
+    EXPECT_EQ(Told(inner.Line()), "1 folder erased");
   }
   TellErased(Trace::File);
-  EXPECT_EQ(Sentence(outer.Line()), "1 file erased");
+  EXPECT_EQ(Told(outer.Line()), "1 file erased");
 }
 
 TEST(ATally, KeepsTheNamesOfTheFirstTwoHundredAndTheNumberOfAll) {
@@ -191,14 +181,14 @@ TEST(ATally, KeepsTheNamesOfTheFirstTwoHundredAndTheNumberOfAll) {
   EXPECT_EQ(log.Line().stayed, 100000);
   ASSERT_EQ(log.Names().size(), 200u);
   EXPECT_EQ(log.Names().back().first, NameOf(199));
-  EXPECT_EQ(OthersText(log.Line()), "and 99800 without a name");
+  EXPECT_EQ(Told(log.Line()), "Nothing erased; 100000 stayed, 200 of them by name");
 }
 
 TEST(ATally, NeedsNoMoreMemoryForAHundredThousandFailuresThanForTwoHundred) {
   OneLine few, many;
-  for (std::size_t number = 0; number < 200; ++number) few.tally.AddStayed(NameOf(number), Words() << "x");
-  for (std::size_t number = 0; number < 100000; ++number) many.tally.AddStayed(NameOf(number), Words() << "x");
-  EXPECT_EQ(few.tally.Texts(0, 1), many.tally.Texts(0, 1));
+  for (std::size_t number = 0; number < 200; ++number) few.tally.AddStayed(NameOf(number), "x");
+  for (std::size_t number = 0; number < 100000; ++number) many.tally.AddStayed(NameOf(number), "x");
+  EXPECT_EQ(few.tally.Texts({0, 1}), many.tally.Texts({0, 1}));
 }
 
 TEST(ATally, CountsATraceThatIsMetTwiceOnce) {
@@ -214,13 +204,13 @@ TEST(ATally, CountsATraceThatTwoLinesMeetInBoth) {
   log.tally.AddLine();
   TellStayed(NameOf(1), Why::InUse);
   EXPECT_EQ(StayedIn(log.tally, 0), StayedIn(log.tally, 1));
-  EXPECT_EQ(log.tally.Sum(0, 2).stayed, 2);
+  EXPECT_EQ(log.tally.Sum({0, 2}).stayed, 2);
 }
 
 TEST(ATally, NotesNothingOfWhatIsGoneMeanwhile) {
   OneLine log;
   for (std::size_t number = 0; number < 10; ++number) TellStayed(NameOf(number), WhyOf(number % 2 + 2));
-  EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
+  EXPECT_EQ(Told(log.Line()), "Nothing erased");
   EXPECT_TRUE(log.Names().empty());
 }
 
@@ -230,7 +220,6 @@ TEST(ATally, KeepsNamesOfAnyLengthAndAnyCharacter) {
   const WideText loneSurrogate(1, static_cast<WideChar>(0xD800));
   TellStayed(longName, Why::InUse);
   TellStayed(loneSurrogate, Why::InUse);
-  TellStayed(WideText(longName).append(1, WideChar()).append(loneSurrogate), Why::InUse);  // up to the NUL the first one
   ASSERT_EQ(log.Names().size(), 2u);
   EXPECT_EQ(log.Names()[0].first, longName);
   EXPECT_EQ(log.Names()[1].first, loneSurrogate);
@@ -242,31 +231,56 @@ TEST(ATally, HasNoLineMoreThanItCanHold) {
   for (std::size_t line = 0; line < Tally::kLines + 3; ++line) {
     tally.AddLine();
     TellErased(Trace::File);
+    TellStayed(NameOf(line), Why::InUse);
   }
-  EXPECT_EQ(Sentence(tally.Sum(0, tally.Count())), std::to_string(Tally::kLines) + " files erased");
+  EXPECT_EQ(Told(tally.Sum({0, Tally::kLines})), "64 files erased; 64 stayed");
+  EXPECT_EQ(StayedIn(tally, Tally::kLines - 1).size(), 1u);
+  EXPECT_EQ(tally.ToldBy(Tally::kLines).end, 0u);
+  tally.Clear();
+}
+
+TEST(ALineOfTheLog, TellsOfItselfAndTheOneAfterABlankOneOfAllBeforeIt) {
+  Tally tally;
+  for (const bool isBlank : {false, false, true, false}) tally.AddLine(isBlank);
+  const std::pair<std::size_t, std::size_t> expected[] = {{0, 1}, {1, 2}, {0, 0}, {0, 2}, {0, 0}};
+  for (std::size_t line = 0; line < std::size(expected); ++line) {
+    EXPECT_EQ(tally.ToldBy(line).first, expected[line].first) << line;
+    EXPECT_EQ(tally.ToldBy(line).end, expected[line].second) << line;
+  }
+  EXPECT_EQ(tally.ToldBy(static_cast<std::size_t>(-1)).end, 0u);
+  tally.Forget();
+  EXPECT_EQ(tally.ToldBy(3).end, 2u);
+}
+
+TEST(ALineOfTheLog, OfANothingThatWasToDoTellsNothing) {
+  Tally tally;
+  for (const bool isBlank : {true, false}) tally.AddLine(isBlank);
+  EXPECT_EQ(tally.ToldBy(1).end, 0u);
 }
 
 TEST(ATallyThatIsCleared, HasNoLineAndListensToNone) {
   OneLine log;
   TellStayed(NameOf(1), Why::InUse);
-  TellErased(Trace::File, 5, 5);
+  TellErasedWith(Trace::File, 5);
+  TellErased(Trace::File, 5 - 1);
   log.tally.Clear();
-  EXPECT_EQ(log.tally.Count(), 0u);
+  EXPECT_EQ(log.tally.ToldBy(0).end, 0u);
   TellErased(Trace::File);
   log.tally.AddLine();
-  EXPECT_EQ(Sentence(log.Line()), "Nothing erased");
+  EXPECT_EQ(Told(log.Line()), "Nothing erased");
   EXPECT_TRUE(log.Names().empty());
 }
 
 TEST(AForgottenTally, KeepsItsLinesAndNothingElse) {
   OneLine log;
   TellStayed(NameOf(1), Why::InUse);
-  TellErased(Trace::File, 5, 5);
+  TellErasedWith(Trace::File, 5);
+  TellErased(Trace::File, 5 - 1);
   log.tally.Forget();
   TellErased(Trace::File);
   TellStayed(NameOf(2), Why::InUse);
-  EXPECT_EQ(log.tally.Count(), 1u);
-  EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
+  EXPECT_EQ(log.tally.ToldBy(0).end, 1u);
+  EXPECT_EQ(Told(log.Line()), "Not kept: Quellix was invisible");
   EXPECT_TRUE(log.Names().empty());
   EXPECT_EQ(log.Line().stayed, 0);
 }
@@ -276,10 +290,10 @@ TEST(ARunWhileInvisible, IsNotKept) {
   OneLine log;
   TellErased(Trace::File);
   NothingIsKept = false;
-  EXPECT_EQ(Sentence(log.Line()), "Not kept: Quellix was invisible");
+  EXPECT_EQ(Told(log.Line()), "Not kept: Quellix was invisible");
   log.tally.AddLine();
   TellErased(Trace::File);
-  EXPECT_EQ(Sentence(log.tally.Sum(1, 2)), "1 file erased");
+  EXPECT_EQ(Told(log.tally.Sum({1, 2})), "1 file erased");
 }
 
 TEST(ATallyLine, TellsOfEachNameWhyItStayed) {
@@ -301,12 +315,13 @@ TEST(ATallyLine, HasItsOwnNamesAmongThoseOfAll) {
   ASSERT_EQ(StayedIn(tally, 2).size(), 2u);
   EXPECT_EQ(StayedIn(tally, 2)[1].first, NameOf(21));
   EXPECT_EQ(StayedIn(tally, 3).size(), 3u);
-  EXPECT_EQ(tally.Texts(0, 4).size(), tally.Texts(1, 2).size() + tally.Texts(2, 4).size());
+  EXPECT_EQ(tally.Texts({0, 4}).size(), tally.Texts({1, 2}).size() + tally.Texts({2, 4}).size());
 }
 
 TEST(ATallyLine, IsCopiedWithEveryNameAndReason) {
   OneLine log;
-  TellErased(Trace::File, 2, 2048);
+  TellErasedWith(Trace::File, 2048);
+  TellErased(Trace::File, 2 - 1);
   TellStayed(u"C:\\a", Why::InUse);
   TellStayed(u"C:\\b", Why::NotEmpty);
   EXPECT_EQ(CopiedText("Erasing ...", log.tally, 0),
@@ -314,7 +329,7 @@ TEST(ATallyLine, IsCopiedWithEveryNameAndReason) {
             u"\tC:\\a\tin use by another program\r\n\tC:\\b\tstill holds something\r\n");
   log.tally.AddLine();
   for (std::size_t number = 0; number < 203; ++number) TellStayed(NameOf(number), Why::InUse);
-  EXPECT_TRUE(CopiedText("", log.tally, 1).ends_with(u"\r\n\tand 3 without a name\r\n"));
+  EXPECT_TRUE(CopiedText("", log.tally, 1).starts_with(u"\r\nNothing erased; 203 stayed, 200 of them by name\r\n\t"));
 }
 
 TEST(TheLongestSentence, IsThereAsAWhole) {
@@ -322,8 +337,9 @@ TEST(TheLongestSentence, IsThereAsAWhole) {
   line.erased.fill(-2147483647);
   line.bytes = ~std::uint64_t{0};
   line.stayed = 2147483647;
+  line.named = 200;
   line.isStopped = line.isNotCounted = true;
-  EXPECT_TRUE(Sentence(line).ends_with("; stopped before the end")) << Sentence(line);
+  EXPECT_TRUE(Told(line).ends_with("; stopped before the end")) << Told(line);
 }
 
 TEST(OverwrittenMemory, HoldsNothing) {

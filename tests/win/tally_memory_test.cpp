@@ -26,12 +26,13 @@ TEST(ATallyWithoutMemory, GoesOnWithoutNames) {
   tally.AddLine();
   const WideText name(400, L'n');
   noMemoryIsLeft = true;
-  TellErased(Trace::File, 3, 30);
+  TellErasedWith(Trace::File, 30);
+  TellErased(Trace::File, 3 - 1);
   TellStayed(name, Why::InUse);
   noMemoryIsLeft = false;
-  EXPECT_EQ(tally.Sum(0, 1).erased[0], 3);
-  EXPECT_EQ(tally.Sum(0, 1).stayed, 1);
-  EXPECT_EQ(tally.Sum(0, 1).named, 0);
+  EXPECT_EQ(tally.Sum({0, 1}).erased[0], 3);
+  EXPECT_EQ(tally.Sum({0, 1}).stayed, 1);
+  EXPECT_EQ(tally.Sum({0, 1}).named, 0);
   TellStayed(name, Why::InUse);
-  EXPECT_EQ(tally.Sum(0, 1).named, 1);
+  EXPECT_EQ(tally.Sum({0, 1}).named, 1);
 }
