@@ -71,6 +71,11 @@ class Tally {
   static constexpr std::size_t kLines = 64;  // more than a log can have
   static constexpr int kNames = 200;         // of each line
 
+  Tally() = default;
+  Tally(const Tally&) = delete;
+  Tally& operator=(const Tally&) = delete;
+  ~Tally() { Clear(); }
+
   void AddLine(bool isBlank = false);  // reports belong to it from now on
   void Clear();                        // overwritten; no line is left
   void Forget();                       // overwritten; the lines stay, and what is reported to them is not kept
@@ -101,7 +106,7 @@ class Tally {
   std::array<LineTally, kLines> lines_ = {};
   std::size_t count_ = 0;
 
-  WideChar* texts_ = nullptr;          // freed when they are overwritten
+  WideChar* texts_ = nullptr;
   std::size_t length_ = 0, room_ = 0;  // characters
 };
 

@@ -45,7 +45,6 @@ WideText CopiedText(const char* caption, const Tally& tally, std::size_t line) {
 class OneLine {
  public:
   OneLine() { tally.AddLine(); }
-  ~OneLine() { tally.Clear(); }
   LineTally Line() const { return tally.Sum({0, 1}); }
   Stayed Names() const { return StayedIn(tally, 0); }
 
@@ -236,7 +235,6 @@ TEST(ATally, HasNoLineMoreThanItCanHold) {
   EXPECT_EQ(Told(tally.Sum({0, Tally::kLines})), "64 files erased; 64 stayed");
   EXPECT_EQ(StayedIn(tally, Tally::kLines - 1).size(), 1u);
   EXPECT_EQ(tally.ToldBy(Tally::kLines).end, 0u);
-  tally.Clear();
 }
 
 TEST(ALineOfTheLog, TellsOfItselfAndTheOneAfterABlankOneOfAllBeforeIt) {
