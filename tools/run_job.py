@@ -48,8 +48,8 @@ TRACES_OF = [
 # The words of the program's own tally in which a family is told of, in the line of its item; of the whole run for what two items
 # take.
 KEYS = ("registry key", "registry value")
-TOLD_IN = dict.fromkeys(("typed addresses", "Run history", "recent documents", "find history", "registry streams"), KEYS) | {
-    "form passwords": ("registry value",),
+TOLD_IN = dict.fromkeys(("typed addresses", "Run history", "recent documents", "find history", "registry streams",
+                         "form passwords"), KEYS) | {
     "cache entries": ("cache entr",), "cookies": ("cookie",), "history entries": ("history entr",),
     "index files": ("index file",), "recycle bin": ("item",), "clipboard": ("clipboard format",),
     "temporary files": ("file", "folder"), "ScanDisk files": ("file",), "listed files": ("file",),
@@ -109,7 +109,8 @@ def count_traces(desktop: Desktop, command: str) -> dict[str, int]:
     counted = {name: int(number) for name, number in (line.split("\t") for line in text.splitlines() if "\t" in line)}
     return counted | count_files(home) | other_browsers.count(home) | {
         "cache entries": cache["content"], "cookies": cache["cookie"],
-        "history entries": cache["visited"] + len(history_urls(home)), "browser windows": len(browsers.states(desktop))}
+        # What Windows has once, this system has twice: in the store and in the cache.
+        "history entries": max(cache["visited"], len(history_urls(home))), "browser windows": len(browsers.states(desktop))}
 
 
 def schedule_shredding(desktop: Desktop) -> None:

@@ -110,7 +110,7 @@ class WhatStayed(TallyCase):
 
     def test_may_be_everything(self):
         for trace in self.d.home.temp.iterdir():
-            if trace.is_file():
+            if trace.is_file() or trace.is_symlink():
                 trace.unlink()
         self.run_items("WinTempFileFolder")
         self.assertEqual(self.copied(self.ask(0))[:2], [TEMP, "Nothing erased; 2 stayed"])
@@ -283,7 +283,8 @@ class OutOfSight(TallyCase):
         self.assertEqual({window.hwnd for window in d.windows() if window.visible} - before, set())
 
     def start_with_schedule(self) -> None:
-        self.start(only("WinTempFileFolder") | {"Message_key": {"Message": "Dont"}, "Scheduling": {"chkShEnable": "1"}})
+        self.start(only("WinTempFileFolder") | {"Message_key": {"Message": "Dont"}, "Scheduling": {
+            "chkShEnable": "1", "ScheduleMinutes": "1", "ScheduleMin": "1"}})
         self.show_erase_panel()
 
     def test_a_scheduled_run_of_an_invisible_program_shows_and_keeps_nothing(self):
