@@ -21,7 +21,8 @@ foreach(source ${outside})
   set_tests_properties(ui/${short} PROPERTIES TIMEOUT 900 COST 100)
 endforeach()
 # The longest ones begin first, so that none of them is left alone at the end.
-set_tests_properties(ui/cookies ui/boss_key ui/schedule ui/shred_schedule ui/startup ui/shredder ui/invisible ui/killed PROPERTIES COST 200)
+set_tests_properties(ui/cookies ui/boss_key ui/schedule ui/shred_schedule ui/startup ui/shredder ui/invisible ui/killed
+  ui/tally PROPERTIES COST 200)
 
 foreach(part package manual)
   file(GLOB of_the_part CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${part}/test_*.py)

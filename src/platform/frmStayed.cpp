@@ -63,11 +63,13 @@ void frmStayed::AddColumn(int column, const char* heading, int width) const {
 
 void frmStayed::OnInit() {
   PlaceOver(MainWindowHandle);
+  const HWND list = ::GetDlgItem(Handle(), IDC_lstStayed);
   RECT area;
-  ::GetClientRect(::GetDlgItem(Handle(), IDC_lstStayed), &area);
+  ::GetClientRect(list, &area);
   const int room = area.right - ::GetSystemMetrics(SM_CXVSCROLL);
   AddColumn(0, "What stayed", room * 3 / 5);
   AddColumn(1, "Why", room * 2 / 5);
+  MoveFocusTo(list);
 }
 
 // Of a list the line, and the text of any other control, which answers the second message with nothing.

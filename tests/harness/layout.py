@@ -26,11 +26,14 @@ def inside(one: View, outer: View) -> bool:
     return b[0] <= a[0] and b[1] <= a[1] and a[2] <= b[2] and a[3] <= b[3]
 
 
+SETTINGS = only("RecentDocument") | {"Scheduling": {"chkShEnable": "1"}, "Startup": {"LoadStartup": "1"}}
+
+
 class PanelCase(ProgramCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls().start(only("RecentDocument") | {"Scheduling": {"chkShEnable": "1"}, "Startup": {"LoadStartup": "1"}})
+        cls().start(SETTINGS)
 
     def show(self, panel: Panel) -> None:
         self.d.click(panel.button)

@@ -2,8 +2,9 @@
 import unittest
 
 from tests.harness.driver import BUILT
-from tests.harness.layout import LayoutChecks, PanelCase
+from tests.harness.layout import SETTINGS, LayoutChecks, PanelCase
 from tests.harness.panel_table import PANELS
+from tests.harness.program import only
 from tools.wine_home import JAPANESE
 
 # A font whose letters have widths of their own, as the dialogs' font on a Japanese Windows, though wider: the window comes
@@ -25,13 +26,20 @@ class OnASmallScreen(LayoutChecks):
 
     def test_the_windows_over_it_fit_as_well_with_all_of_their_texts(self):
         self.show(PANELS[0])
-        self.check_window("cmdCookiesOption", "Cookies Manager")
+        self.check_window(lambda: self.d.click("cmdCookiesOption"), "Cookies Manager")
         self.show(PANELS[2])
-        self.check_window("cmdAddFolder", "Quellix-Add Folder")
+        self.check_window(lambda: self.d.click("cmdAddFolder"), "Quellix-Add Folder")
 
-    def check_window(self, button: str, title: str) -> None:
+    def test_so_does_the_one_that_tells_what_a_run_did(self):
+        self.addCleanup(self.start, SETTINGS)
+        self.start(only("OpenSavedDialoge"))
+        self.press_erase_only()
+        self.wait_run_over()
+        self.check_window(lambda: self.d.click_item("lstCln", 0, double=True), "Quellix-What stayed")
+
+    def check_window(self, open_it, title: str) -> None:
         d = self.d
-        d.click(button)
+        open_it()
         window = d.wait_window("#32770", title)
         width, height = map(int, self.options["screen"].split("x"))
         left, top, right, bottom = window.rect

@@ -14,6 +14,8 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
+#include "platform/tally.h"
+#include "platform/tally_text.h"
 #include "scratch_folder.h"
 #include "second_name.h"
 
@@ -401,4 +403,37 @@ TEST_F(WipeFileTest, ReachesNamesWithBlanksDotsAndLetters) {
     WipeFile(file, 1);
     EXPECT_FALSE(IsThere(file)) << name;
   }
+}
+
+class ATalliedFile : public WipeFileTest {
+ protected:
+  void SetUp() override {
+    WipeFileTest::SetUp();
+    LockedFiles.BeginRun();
+    tally.AddLine();
+  }
+
+  std::string Told() const { return Sentence(tally.Sum({0, 1})); }
+
+  Tally tally;
+  ListeningScope listening{tally};
+};
+
+TEST_F(ATalliedFile, CountsWithItsBytesAndNotAtAllWhenItIsGoneBeforeItsTurn) {
+  for (const std::int16_t passes : {0, 1}) {
+    WipeListedFile(OpenFolder(), PathOf(Widen(folder.File("one.txt", "12345"))), 5, passes);
+    WipeListedFile(OpenFolder(), PathOf(Widen(folder / "gone.txt")), 5, passes);
+    WipeFile(folder / "gone.txt", passes);
+  }
+  EXPECT_EQ(Told(), "2 files, 10 bytes erased");
+}
+
+TEST_F(ATalliedFile, StaysWithTheReasonAndOnceHoweverOftenItIsTried) {
+  const std::string file = folder.File("held.txt", "12345");
+  const UniqueFile holder = OpenForWriting(file);
+  for (const std::int16_t passes : {0, 1}) WipeFile(file, passes);
+  EXPECT_EQ(Told(), "Nothing erased; 1 stayed");
+  WideView texts = tally.Texts({0, 1});
+  EXPECT_EQ(TakeText(texts), Widen(file));
+  EXPECT_EQ(TakeText(texts), L"in use by another program");
 }
