@@ -95,7 +95,7 @@ std::optional<LRESULT> frmStayed::OnMessage(UINT message, WPARAM, LPARAM lParam)
   if ((!isWide && code != static_cast<UINT>(LVN_GETDISPINFOA)) || (item.mask & LVIF_TEXT) == 0) return {};
   const wchar_t* const text = TextAt(item.iItem, item.iSubItem);
   if (isWide)
-    ::lstrcpynW(item.pszText, text, item.cchTextMax);
+    item.pszText[WideView(text).copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
   else
     ::lstrcpynA(reinterpret_cast<char*>(item.pszText), Narrow(text).c_str(), item.cchTextMax);
   return 0;

@@ -420,7 +420,7 @@ class ATalliedFile : public WipeFileTest {
 };
 
 TEST_F(ATalliedFile, CountsWithItsBytesAndNotAtAllWhenItIsGoneBeforeItsTurn) {
-  for (const std::int16_t passes : {0, 1}) {
+  for (const std::int16_t passes : {std::int16_t{0}, std::int16_t{1}}) {
     WipeListedFile(OpenFolder(), PathOf(Widen(folder.File("one.txt", "12345"))), 5, passes);
     WipeListedFile(OpenFolder(), PathOf(Widen(folder / "gone.txt")), 5, passes);
     WipeFile(folder / "gone.txt", passes);
@@ -431,7 +431,7 @@ TEST_F(ATalliedFile, CountsWithItsBytesAndNotAtAllWhenItIsGoneBeforeItsTurn) {
 TEST_F(ATalliedFile, StaysWithTheReasonAndOnceHoweverOftenItIsTried) {
   const std::string file = folder.File("held.txt", "12345");
   const UniqueFile holder = OpenForWriting(file);
-  for (const std::int16_t passes : {0, 1}) WipeFile(file, passes);
+  for (const std::int16_t passes : {std::int16_t{0}, std::int16_t{1}}) WipeFile(file, passes);
   EXPECT_EQ(Told(), "Nothing erased; 1 stayed");
   WideView texts = tally.Texts({0, 1});
   EXPECT_EQ(TakeText(texts), Widen(file));
