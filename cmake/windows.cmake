@@ -20,11 +20,17 @@ if(NOT QUELLIX_TESTS)
   # A buffer that is written over its end ends the program (src/platform/startup.cpp), and a variable without a value is zero.
   set(hardening -fstack-protector-strong -ftrivial-auto-var-init=zero)
   add_compile_options(${hardening})
+  # Arguments are pushed. The compiler allows that where no frame is probed page by page, which none needs that is smaller than
+  # a page: a larger one is an error.
+  set(pushed -mno-stack-arg-probe -mno-accumulate-outgoing-args)
+  add_compile_options(${pushed})
+  add_link_options(${pushed} -Werror=frame-larger-than=3000)
 endif()
+# The standard library looks whether it is used by its rules, also in what ships.
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
 
 if(QUELLIX_TESTS)
   # Compile options only: the linker would look for a runtime library that this system's compiler has not.
-  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
 endif()
 
