@@ -23,9 +23,7 @@ void __throw_bad_cast() { Raise(kInvalidCall); }
 
 // Where the library is used against its rules, an index beyond the end for example: an end before any harm. Called and not
 // put into its callers, since the texts that nobody reads are left out then.
-[[noreturn, gnu::noinline]] void __glibcxx_assert_fail(const char*, int, const char*, const char*) noexcept {
-  ::ExitProcess(3);
-}
+[[gnu::noinline]] void __glibcxx_assert_fail(const char*, int, const char*, const char*) noexcept { ::ExitProcess(3); }
 
 }  // namespace std
 
