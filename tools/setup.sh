@@ -55,7 +55,7 @@ need_compiler() {
 
 need_test_compiler() {
   need_compiler
-  install_packages 'the compiler and library of the tests' g++-mingw-w64-i686-posix googletest
+  install_packages 'the compiler, linker and library of the tests' g++-mingw-w64-i686-posix lld googletest
 }
 
 need_native() {

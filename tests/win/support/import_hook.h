@@ -25,12 +25,20 @@ extern decltype(&::DeviceIoControl) importedDeviceIoControl __asm__("__imp__Devi
 template <class Function>
 class ImportHook {
  public:
-  ImportHook(Function& import, Function replacement) : import_(import), original_(import) { import = replacement; }
+  ImportHook(Function& import, Function replacement) : import_(import), original_(import) { Import(replacement); }
   ImportHook(const ImportHook&) = delete;
   ImportHook& operator=(const ImportHook&) = delete;
-  ~ImportHook() { import_ = original_; }
+  ~ImportHook() { Import(original_); }
 
  private:
+  // A linker may put the entries where nobody writes.
+  void Import(Function function) {
+    DWORD before = 0;
+    ::VirtualProtect(&import_, sizeof import_, PAGE_READWRITE, &before);
+    import_ = function;
+    ::VirtualProtect(&import_, sizeof import_, before, &before);
+  }
+
   Function& import_;
   Function original_;
 };
