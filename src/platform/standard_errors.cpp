@@ -2,7 +2,7 @@
 //
 // The library's originals carry message texts, locale tables and a name demangler, some 150 KB that nobody would see:
 // every exception of this program is a RuntimeError or bad_alloc.
-#include <new>
+#include <exception>
 
 #include "platform/runtime_error.h"
 #include "platform/win32.h"
