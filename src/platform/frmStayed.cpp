@@ -1,9 +1,12 @@
 #include "platform/frmStayed.h"
 
+#include <cstddef>
 #include <cstring>
+#include <string>
 
 #include "platform/main_window.h"
 #include "platform/message_box.h"
+#include "platform/system_functions.h"
 #include "platform/tally_text.h"
 #include "platform/wide_system.h"
 
@@ -86,18 +89,33 @@ const wchar_t* frmStayed::TextAt(int row, int column) const {
   return texts.empty() ? L"" : texts.data();
 }
 
-// A text that is longer than the list's room for it ends earlier.
+// A path that is wider than its column loses folders in its middle, so that its name can be read. A text that is longer than
+// the list's room for it ends earlier.
 std::optional<LRESULT> frmStayed::OnMessage(UINT message, WPARAM, LPARAM lParam) {
   if (message != WM_NOTIFY) return {};
   const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;  // for ANSI the same, but for the text
   const bool isWide = code == static_cast<UINT>(LVN_GETDISPINFOW);
   if ((!isWide && code != static_cast<UINT>(LVN_GETDISPINFOA)) || (item.mask & LVIF_TEXT) == 0) return {};
-  const wchar_t* const text = TextAt(item.iItem, item.iSubItem);
-  if (isWide)
-    item.pszText[WideView(text).copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
-  else
-    ::lstrcpynA(reinterpret_cast<char*>(item.pszText), Narrow(text).c_str(), item.cchTextMax);
+  constexpr UINT kFit = DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX;
+  constexpr int kMargins = 12;      // pixels on both sides of a cell's text, in every version of the control
+  constexpr std::size_t kDots = 4;  // characters that DrawText may add
+  RECT cell{0, 0, SendToList(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(item.iSubItem), 0) - kMargins, 0};
+  const HDC context = ::GetDC(Handle());
+  const HGDIOBJ before = ::SelectObject(context, reinterpret_cast<HGDIOBJ>(SendToList(WM_GETFONT, 0, 0)));
+  WideText text = TextAt(item.iItem, item.iSubItem);
+  if (isWide) {
+    text.resize(text.size() + kDots);
+    late::DrawTextWide(context, text.data(), -1, &cell, kFit);
+    item.pszText[WideView(text.c_str()).copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
+  } else {
+    std::string narrow = Narrow(text);
+    narrow.resize(narrow.size() + kDots);
+    ::DrawTextA(context, narrow.data(), -1, &cell, kFit);
+    ::lstrcpynA(reinterpret_cast<char*>(item.pszText), narrow.c_str(), item.cchTextMax);
+  }
+  ::SelectObject(context, before);
+  ::ReleaseDC(Handle(), context);
   return 0;
 }
 

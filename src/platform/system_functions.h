@@ -112,6 +112,7 @@ inline const LateFunction<BOOL(WINAPI*)(LPCWSTR, LPWSTR, SECURITY_ATTRIBUTES*, S
 inline const LateFunction<INT(WINAPI*)(LCID, DWORD, LPCWSTR, INT, LPCWSTR, INT)> CompareStringWide{"kernel32.dll",
                                                                                                    "CompareStringW"};
 inline const LateFunction<DWORD(WINAPI*)(LPWSTR, DWORD)> CharUpperBuffWide{"user32.dll", "CharUpperBuffW"};
+inline const LateFunction<INT(WINAPI*)(HDC, LPWSTR, INT, RECT*, UINT)> DrawTextWide{"user32.dll", "DrawTextW"};
 inline const LateFunction<LRESULT(WINAPI*)(HWND, UINT, WPARAM, LPARAM)> SendMessageWide{"user32.dll", "SendMessageW"};
 inline const LateFunction<HWND(WINAPI*)(HINSTANCE, LPCWSTR, HWND, DLGPROC, LPARAM)> CreateDialogParamWide{
     "user32.dll", "CreateDialogParamW"};

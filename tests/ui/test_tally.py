@@ -128,7 +128,11 @@ class WhatStayed(TallyCase):
         os.symlink(self.d.home.c / "Quellix", folder / "link")
         self.addCleanup(shutil.rmtree, self.d.home.temp / shown[0])
         self.run_items("WinTempFileFolder")
-        stayed = [line for line in self.copied(self.ask(0)) if shown[-1] in line and "\\link\t" in line]
+        window = self.ask(0)
+        self.assertIn([("C:\\", "...\\link"), "a link, left alone"],
+                      [[(path[:3], path[-8:]), why] for path, why in self.d.control("lstStayed", window).lines])
+        self.d.screenshot(BUILT / "panels/frmStayed_long.png", window)
+        stayed = [line for line in self.copied(window) if shown[-1] in line and "\\link\t" in line]
         self.assertEqual(len(stayed), 1)
         self.assertTrue(stayed[0].endswith("\\".join(["", *shown, "link\ta link, left alone"])), stayed[0])
         self.assertGreater(len(stayed[0]), 400)

@@ -144,6 +144,33 @@ inline void describeUpDown(Asker& ask, HWND window, json::Object& out) {
   out.number("buddy", ask.send(window, UDM_GETBUDDY).value_or(0));
 }
 
+// The cells of the first lines, of which each has at most two.
+inline void describeReport(Asker& ask, HWND window, const OtherProcess& process, json::Object& out) {
+  constexpr int kCharacters = 1024;
+  const int count = static_cast<int>(ask.send(window, LVM_GETITEMCOUNT).value_or(0));
+  json::Array lines;
+  for (int line = 0; line < std::min(count, kItemsInOverview) && ask.everyoneAnswered(); ++line) {
+    json::Array cells;
+    for (int column = 0; column < 2; ++column) {
+      OtherProcess::Memory text(process, kCharacters * sizeof(wchar_t));
+      OtherProcess::Memory record(process, sizeof(LVITEMW));
+      LVITEMW item{};
+      item.iSubItem = column;
+      item.pszText = static_cast<wchar_t*>(text.address());
+      item.cchTextMax = kCharacters;
+      if (!record.write(&item, sizeof item) ||
+          !ask.send(window, LVM_GETITEMTEXTW, line, reinterpret_cast<LPARAM>(record.address()))) {
+        text.keep();
+        record.keep();
+        break;
+      }
+      cells.add(json::quoted(text.text()));
+    }
+    lines.add(cells.done());
+  }
+  out.number("count", count).raw("lines", lines.done());
+}
+
 inline std::string describeControl(Asker& ask, HWND window) {
   const std::wstring kind = className(window);
   const LONG style = ::GetWindowLongA(window, GWL_STYLE);
@@ -174,6 +201,8 @@ inline std::string describeControl(Asker& ask, HWND window) {
     describeProgress(ask, window, out);
   else if (same(kind, UPDOWN_CLASSW))
     describeUpDown(ask, window, out);
+  else if (same(kind, WC_LISTVIEWW))
+    describeReport(ask, window, OtherProcess(pid), out);
   else if (same(kind, STATUSCLASSNAMEW))
     describeStatusBar(ask, window, OtherProcess(pid), out);
   else if (same(kind, DATETIMEPICK_CLASSW))
