@@ -18,8 +18,11 @@ WM_TIMER, SCHEDULER = 0x0113, 2
 
 
 def prepare(home) -> None:
-    for name in ("hold_file", "clipboard_text", "find_in_memory"):
+    for name in ("clipboard_text", "find_in_memory"):
         (home.c / f"{name}.exe").write_bytes(compile_windows_program(PROGRAMS / f"{name}.cpp").read_bytes())
+    # Without a console, whose window could cover the program.
+    holder = compile_windows_program(PROGRAMS / "hold_file.cpp", "-mwindows", output=BUILT / "hold_file_unseen.exe")
+    (home.c / "hold_file.exe").write_bytes(holder.read_bytes())
     locker = compile_windows_program(PROGRAMS / "with_locked_key.cpp", "-I", str(PROGRAMS.parents[2] / "src"), "-ladvapi32")
     (home.c / "with_locked_key.exe").write_bytes(locker.read_bytes())
     lay_out(home)
