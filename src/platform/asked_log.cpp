@@ -1,6 +1,7 @@
 #include "platform/asked_log.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "platform/frmStayed.h"
 #include "platform/tally_text.h"
@@ -31,15 +32,24 @@ void AskedLog::Attach(HWND control) {
   window_ = control;
   tip_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
                            window_, nullptr, nullptr, nullptr);
-  ::SetWindowLongA(window_, GWL_USERDATA, reinterpret_cast<LONG>(this));
+  Leave();
+  next_ = std::exchange(first_, this);
   system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(window_, GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
+}
+
+void AskedLog::Leave() {
+  AskedLog** place = &first_;
+  while (*place != nullptr && *place != this) place = &(*place)->next_;
+  if (*place == this) *place = next_;
 }
 
 // Nothing here raises an error.
 LRESULT CALLBACK AskedLog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto& log = *reinterpret_cast<AskedLog*>(::GetWindowLongA(window, GWL_USERDATA));
-  if (log.Answer(message, wParam, lParam)) return 0;
-  const LRESULT result = log.Ask(message, wParam, lParam);
+  AskedLog* log = first_;
+  while (log != nullptr && log->window_ != window) log = log->next_;
+  if (log == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
+  if (log->Answer(message, wParam, lParam)) return 0;
+  const LRESULT result = log->Ask(message, wParam, lParam);
   if (message != WM_GETDLGCODE || lParam == 0) return result;
   const auto& key = *reinterpret_cast<const MSG*>(lParam);
   return key.message == WM_KEYDOWN && key.wParam == VK_RETURN ? result | DLGC_WANTMESSAGE : result;

@@ -9,6 +9,11 @@ namespace platform {
 
 class AskedLog {
  public:
+  AskedLog() = default;
+  AskedLog(const AskedLog&) = delete;
+  AskedLog& operator=(const AskedLog&) = delete;
+  ~AskedLog() { Leave(); }
+
   // A line of a list box is a line of the tally; any other control is one line. It is told to this object from now on.
   void Attach(HWND control);
 
@@ -20,11 +25,16 @@ class AskedLog {
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void Leave();  // is not found any more
   bool Answer(UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
   void PointAt(LPARAM place);
   void HideTip();
   void Tell(LRESULT line);
+
+  // All that are attached, by which a control's is found: a window that would have to tell might not.
+  static inline AskedLog* first_ = nullptr;
+  AskedLog* next_ = nullptr;
 
   HWND window_ = nullptr;
   HWND tip_ = nullptr;  // which the system destroys with its owner
