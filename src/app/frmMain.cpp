@@ -13,6 +13,7 @@
 #include "erase/run_in_progress.h"
 #include "platform/ErroHandle.h"
 #include "platform/Reg32.h"
+#include "platform/asked_log.h"
 #include "platform/message_box.h"
 #include "platform/os_name.h"
 #include "platform/owned_windows.h"
@@ -21,6 +22,7 @@
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
 #include "platform/system_functions.h"
+#include "platform/tally.h"
 #include "platform/window_text.h"
 #include "settings/schema.h"
 #include "settings/settings_store.h"
@@ -252,7 +254,10 @@ std::optional<LRESULT> frmMain::OnMessage(UINT message, WPARAM wParam, LPARAM lP
       if (wParam == SIZE_MINIMIZED) ::ShowWindow(Handle(), SW_HIDE);
       return {};
     case WM_SHOWWINDOW:
+      // What a run did is kept again once the window is on show, whoever showed it.
+      if (wParam != 0) NothingIsKept = false;
       // What is open over the window goes out of sight with it, and comes back with it.
+      if (wParam == 0) AskedLog::HideTips();
       if (lParam == 0) ShowWindowsOver(Handle(), wParam != 0);
       return {};
     case WM_ACTIVATE:

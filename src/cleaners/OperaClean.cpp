@@ -40,8 +40,13 @@ void WipeQuietly(const Path& path) {
 // The plain files directly inside the folder. One that is hidden, of the system or a link is left alone.
 void ClearFolder(const Path& folder) {
   quietly([&] {
-    if ((NativeAttributes(folder) & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) return;
+    const DWORD attributes = NativeAttributes(folder);
+    if ((attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0) {
+      if (attributes != INVALID_FILE_ATTRIBUTES) TellStayed(folder, Why::NotPlain);
+      return;
+    }
     OpenFolder opened(folder);
+    if (!opened) Told(false, Trace::Folder, folder);
     for (FolderEntry entry; !StopErase && opened.IsStillAt(folder, folder) && opened.Next(entry);) {
       const Path path = folder / entry.name;
       if (IsPlainFile(entry.attributes))

@@ -43,6 +43,7 @@ class Clearing final : public FolderVisitor {
 
 void ClearFolderContents(const Path& folder, bool removeFolder, bool removeSubFolders) {
   OpenFolder opened = OpenForWalk(folder);  // before events run: what was judged is what is cleared
+  if (!opened && !folder.IsEmpty()) Told(false, Trace::Folder, folder);
   DoEvents();
   if (!opened) return;
   Clearing clearing(removeSubFolders);

@@ -87,7 +87,8 @@ void ClearIEHistory() {
     history.Clear();
     history.Refresh(L"", 0);
     if (before > history.Count()) TellErased(Trace::HistoryEntry, before - history.Count());
-    for (const URLHistoryItem& item : history.NewEnum()) TellStayed(item.URL(), Why::LeftByWindows);
+    for (const URLHistoryItem& item : history.NewEnum())
+      TellStayed(valueOr(std::wstring(), [&] { return item.URL(); }), Why::LeftByWindows);
   });
 }
 

@@ -35,21 +35,26 @@ struct RecentDocs {
   int shortcuts = 0;
 };
 
+// For the tally alone: nothing is looked for where nobody listens.
 RecentDocs FindRecentDocs() {
-  RecentDocs found{ContentsOfKey(HKEY_CURRENT_USER, kRecentKey)};
-  FolderListing listing(FindSpecialFolder(kRecentFolder), Wide<"*.lnk">());
-  for (FolderEntry entry; listing.Next(entry);) ++found.shortcuts;
+  RecentDocs found;
+  if (Listening == nullptr) return found;
+  quietly([&] {
+    found.list = ContentsOfKey(HKEY_CURRENT_USER, kRecentKey);
+    FolderListing listing(FindSpecialFolder(kRecentFolder), Wide<"*.lnk">());
+    for (FolderEntry entry; listing.Next(entry);) ++found.shortcuts;
+  });
   return found;
 }
 
 constexpr char kBin[] = "the recycle bin";
 
-// 0 where the system does not tell.
+// For the tally alone; 0 where the system does not tell.
 int ItemsInBin(const std::string& root) {
   SHQUERYRBINFO facts{};
   facts.cbSize = sizeof facts;
   static_assert(sizeof facts == 20);
-  if (late::SHQueryRecycleBin) late::SHQueryRecycleBin(root.c_str(), &facts);
+  if (Listening != nullptr && late::SHQueryRecycleBin) late::SHQueryRecycleBin(root.c_str(), &facts);
   return static_cast<int>(facts.i64NumItems);
 }
 
@@ -61,7 +66,8 @@ void ClearRecentDocs() {
     resumeNext([] { late::SHAddToRecentDocs(0, nullptr); });
     const RecentDocs after = FindRecentDocs();
     TellDifference(Trace::File, before.shortcuts, after.shortcuts, "shortcuts to recent documents");
-    TellDifference(Trace::Key, before.list.keys, after.list.keys, "RecentDocs");
+    const int kept = after.list.keys > 0 ? 1 : 0;  // the list's own key, which may be left empty
+    TellDifference(Trace::Key, before.list.keys - kept, after.list.keys - kept, "RecentDocs");
     TellDifference(Trace::Value, before.list.values, after.list.values, "RecentDocs");
   });
   resumeNext([] { LogCleanResult(Wide<"Recent Docs List Cleared">(), ResultStamp()); });

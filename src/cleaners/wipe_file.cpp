@@ -106,8 +106,8 @@ void WipeNamed(WideView listedFolder, const FolderEntry& entry) {
   const Path path = PathOf(Wide<".">()) / entry.name;
   if (FileExistsFs(path))
     WipeFile(path, WipePasses);
-  else
-    TellStayed(WideText(listedFolder).append(entry.name), Why::NotFromHere);
+  else if (const Path listed = PathOf(WideText(listedFolder).append(entry.name)); FileExistsFs(listed))
+    TellStayed(listed, Why::NotFromHere);
 }
 
 }  // namespace

@@ -32,6 +32,8 @@ void AskedLog::Attach(HWND control) {
   window_ = control;
   tip_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
                            window_, nullptr, nullptr, nullptr);
+  constexpr LPARAM kWidest = 400;  // pixels; a longer text has several lines
+  ::SendMessageA(tip_, TTM_SETMAXTIPWIDTH, 0, kWidest);
   Leave();
   next_ = std::exchange(first_, this);
   system_ = reinterpret_cast<WNDPROC>(::SetWindowLongA(window_, GWL_WNDPROC, reinterpret_cast<LONG>(&Procedure)));
@@ -68,8 +70,10 @@ bool AskedLog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
       return true;
     case WM_KEYDOWN:
       if (wParam != VK_RETURN) return false;
-      [[fallthrough]];
-    case WM_CONTEXTMENU:  // of the key; the right button has been told of by then
+      if (!IsRepeatedEnter(message, wParam, lParam)) Tell(Ask(LB_GETCURSEL, 0, 0));
+      return true;
+    case WM_CONTEXTMENU:
+      if (lParam != -1) return false;  // of the right button, which has been told of by then, and not of the key
       Tell(Ask(LB_GETCURSEL, 0, 0));
       return true;
     default:
@@ -84,7 +88,7 @@ LRESULT AskedLog::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
 // The tool is the line, so that the tooltip of one goes when the mouse is over another one.
 void AskedLog::PointAt(LPARAM place) {
   const LRESULT line = Ask(LB_ITEMFROMPOINT, 0, place);
-  if (line != pointedAt_) {
+  if (line != pointedAt_ || !::IsWindowVisible(tip_)) {  // a run may have done more since the last one
     HideTip();
     pointedAt_ = line;
     const Tally::Lines lines = tally_.ToldBy(static_cast<std::size_t>(line));
@@ -100,6 +104,10 @@ void AskedLog::PointAt(LPARAM place) {
   }
   MSG message{window_, WM_MOUSEMOVE, 0, place, 0, {}};
   ::SendMessageA(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
+}
+
+void AskedLog::HideTips() {
+  for (AskedLog* log = first_; log != nullptr; log = log->next_) log->HideTip();
 }
 
 void AskedLog::HideTip() {

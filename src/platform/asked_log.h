@@ -19,6 +19,9 @@ class AskedLog {
 
   Tally& OfRun() { return tally_; }
 
+  // The tooltips of all of them, when the main window goes out of sight.
+  static void HideTips();
+
   // What is told is overwritten, and what shows it closed.
   void Clear();
   void Forget();
@@ -29,7 +32,7 @@ class AskedLog {
   bool Answer(UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
   void PointAt(LPARAM place);
-  void HideTip();
+  void HideTip();  // the next one is a new one
   void Tell(LRESULT line);
 
   // All that are attached, by which a control's is found: a window that would have to tell might not.

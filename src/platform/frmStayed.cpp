@@ -32,7 +32,10 @@ void PutOnClipboard(HWND owner, const WideText& text) {
   const bool isTaken = ::OpenClipboard(owner) && ::EmptyClipboard() &&
                        ::SetClipboardData(isWide ? CF_UNICODETEXT : CF_TEXT, memory) != nullptr;
   ::CloseClipboard();
-  if (!isTaken) ::GlobalFree(memory);
+  if (isTaken) return;
+  if (void* const kept = ::GlobalLock(memory)) OverwriteMemory(kept, static_cast<std::size_t>(bytes));
+  ::GlobalUnlock(memory);
+  ::GlobalFree(memory);
 }
 
 }  // namespace
@@ -53,7 +56,9 @@ void frmStayed::Show(const Tally& tally, Tally::Lines lines, HWND log, std::size
 }
 
 void frmStayed::Forget(const Tally& tally) {
-  if (tally_ == &tally) ::DestroyWindow(Handle());
+  if (tally_ != &tally) return;
+  ::DestroyWindow(Handle());
+  OverwriteMemory(caption_, sizeof caption_);
 }
 
 void frmStayed::AddColumn(int column, const char* heading, int width) const {
@@ -95,6 +100,8 @@ std::optional<LRESULT> frmStayed::OnMessage(UINT message, WPARAM, LPARAM lParam)
   if (message != WM_NOTIFY) return {};
   const UINT code = reinterpret_cast<const NMHDR*>(lParam)->code;
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;  // for ANSI the same, but for the text
+  // No line is looked for by the letters that somebody types.
+  if (code == static_cast<UINT>(LVN_ODFINDITEMA) || code == static_cast<UINT>(LVN_ODFINDITEMW)) return -1;
   const bool isWide = code == static_cast<UINT>(LVN_GETDISPINFOW);
   if ((!isWide && code != static_cast<UINT>(LVN_GETDISPINFOA)) || (item.mask & LVIF_TEXT) == 0) return {};
   constexpr UINT kFit = DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX;

@@ -10,6 +10,11 @@
 
 namespace platform {
 
+// Enter, held down since it opened or closed a window: the next one is not for it.
+constexpr bool IsRepeatedEnter(UINT message, WPARAM wParam, LPARAM lParam) {
+  return message == WM_KEYDOWN && wParam == VK_RETURN && (lParam & 0x40000000) != 0;
+}
+
 class frmStayed final : public Dialog {
  public:
   // Opens the window, or shows these lines in the open one. The main window stays usable beside it. Nothing while the main
@@ -21,6 +26,7 @@ class frmStayed final : public Dialog {
 
  private:
   void OnInit() override;
+  bool OnKey(const MSG& message) override { return IsRepeatedEnter(message.message, message.wParam, message.lParam); }
   void OnClick(int id) override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 

@@ -21,8 +21,11 @@ constexpr Mapping kMappings[] = {
     {3, Why::Gone},          // ERROR_PATH_NOT_FOUND
     {5, Why::NotAllowed},    // ERROR_ACCESS_DENIED
     {19, Why::NotAllowed},   // ERROR_WRITE_PROTECT
+    {21, Why::OutOfReach},   // ERROR_NOT_READY
     {32, Why::InUse},        // ERROR_SHARING_VIOLATION
     {33, Why::InUse},        // ERROR_LOCK_VIOLATION
+    {53, Why::OutOfReach},   // ERROR_BAD_NETPATH
+    {67, Why::OutOfReach},   // ERROR_BAD_NET_NAME
     {120, Why::NoFunction},  // ERROR_CALL_NOT_IMPLEMENTED
     {127, Why::NoFunction},  // ERROR_PROC_NOT_FOUND
     {145, Why::NotEmpty},    // ERROR_DIR_NOT_EMPTY
@@ -120,7 +123,7 @@ bool Tally::MakeRoom(std::size_t characters) {
 
 void Tally::AddStayed(WideView name, const char* reason) {
   LineTally& line = *Current();
-  if (line.named < kNames) {
+  if (line.named < kNames && !name.empty()) {
     for (WideView texts = Texts({count_ - 1, count_}); !texts.empty();)
       if (TakeText(texts) == name) return;
     const std::size_t length = std::strlen(reason) + 1;

@@ -97,7 +97,7 @@ class Tally {
   LineTally* Current();
 
   // What stayed in it, unless it is there: then it is the same trace once more. Memory that runs short costs the name and
-  // nothing else.
+  // nothing else; one without a name is counted.
   void AddStayed(WideView name, const char* reason);
 
  private:

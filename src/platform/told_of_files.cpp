@@ -17,11 +17,11 @@ bool Told(bool isDone, Trace what, const Path& path, std::uint64_t bytes) {
 }
 
 void TellStayed(const Path& path, Why why, std::uint32_t systemError) {
-  if (Listening != nullptr) quietly([&] { TellStayed(path.Shown(), why, systemError); });
+  if (Listening != nullptr) TellStayed(valueOr(WideText(), [&] { return path.Shown(); }), why, systemError);
 }
 
 void TellStayed(const char* name, Why why, std::uint32_t systemError) {
-  if (Listening != nullptr) quietly([&] { TellStayed(Widen(name), why, systemError); });
+  if (Listening != nullptr) TellStayed(valueOr(WideText(), [&] { return Widen(name); }), why, systemError);
 }
 
 void TellDifference(Trace what, int before, int after, const char* name) {

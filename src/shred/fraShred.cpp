@@ -180,6 +180,7 @@ std::string fraShred::RunShred(ShredList& list, const TextBox& level, const bool
     quietly([&] { ShowStep(run.Steps(), run.Count()); });
     DoEventsNowAndThen();  // one of them may end the program, and what is gone has left the list
   }
+  if (run.Steps() < run.Count()) TellStopped();
   list.RemoveGone();
   ResetStatus();
   ShowFileCount(list.Count());
@@ -212,7 +213,9 @@ std::string fraShred::ShredFolders() {
     if (!FolderCheck(folder)) continue;
     resumeNext([&] {
       const cleaners::FolderRefusal refusal = ShredFolder(folder);
-      TellStayed(folder, cleaners::WhyOf(refusal));
+      // It is there by its name, and could not be opened.
+      const bool isClosed = refusal == cleaners::FolderRefusal::NoFolder;
+      TellStayed(folder, isClosed ? Why::OutOfReach : cleaners::WhyOf(refusal));
       if (refusal != cleaners::FolderRefusal::None) refusals += " " + NeverShredded(Narrow(folder.Shown()), refusal);
     });
     gone += FolderCheck(folder) ? 0 : 1;
@@ -225,7 +228,8 @@ std::string fraShred::ShredFolders() {
 
 // Both are told of at the end.
 void fraShred::ShredAll() {
-  const Run both(*this);
+  std::optional<Run> both;
+  if (lstFolder.ListCount() > 0 || lstFileShred.ListCount() > 0) both.emplace(*this);
   std::string ofFolders;
   std::string ofFiles;
   resumeNext([&] { ofFolders = ShredFolders(); });

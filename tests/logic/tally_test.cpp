@@ -190,6 +190,12 @@ TEST(ATally, NeedsNoMoreMemoryForAHundredThousandFailuresThanForTwoHundred) {
   EXPECT_EQ(few.tally.Texts({0, 1}), many.tally.Texts({0, 1}));
 }
 
+TEST(ATally, CountsWhatHasNoName) {
+  OneLine log;
+  for (int number = 0; number < 3; ++number) TellStayed(WideView(), Why::NotAllowed);
+  EXPECT_EQ(Told(log.Line()), "Nothing erased; 3 stayed, 0 of them by name");
+}
+
 TEST(ATally, CountsATraceThatIsMetTwiceOnce) {
   OneLine log;
   for (int time = 0; time < 2; ++time) TellStayed(NameOf(1), Why::InUse);
@@ -296,9 +302,9 @@ TEST(ARunWhileInvisible, IsNotKept) {
 
 TEST(ATallyLine, TellsOfEachNameWhyItStayed) {
   OneLine log;
-  TellStayed(u"", Why::Other, 1117);
+  TellStayed(u"C:\\b", Why::Other, 1117);
   TellStayed(u"C:\\a", Why::InUse);
-  const Stayed told = {{u"", u"refused by Windows, error 1117"}, {u"C:\\a", u"in use by another program"}};
+  const Stayed told = {{u"C:\\b", u"refused by Windows, error 1117"}, {u"C:\\a", u"in use by another program"}};
   EXPECT_EQ(log.Names(), told);
 }
 

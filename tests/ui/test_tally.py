@@ -15,6 +15,7 @@ TYPED = r"Software\Microsoft\Internet Explorer\TypedURLs"
 TEMP, LIST = "Erasing Windows Temp File/Folder ...", "Erasing Internet Location Bar History..."
 READ_CONTROL = "0x20000"
 WM_TIMER, SCHEDULER = 0x0113, 2
+WM_KEYDOWN, VK_RETURN, HELD_BEFORE = 0x0100, 0x0D, 0x40000001
 
 
 def prepare(home) -> None:
@@ -103,6 +104,19 @@ class WhatStayed(TallyCase):
                 self.assertEqual(d.text("lblTally", window), "Nothing erased; 1 stayed")
                 d.key("Escape")
                 d.wait_no_window("#32770", TITLE)
+
+    def test_is_told_once_while_enter_is_held(self):
+        d = self.d
+        self.run_items("LocationbarHistory")
+        d.click_item("lstCln", 0)
+        d.send(d.handle("lstCln"), WM_KEYDOWN, VK_RETURN, HELD_BEFORE)
+        self.assertIsNone(d.find_window("#32770", TITLE))
+        d.send(d.handle("lstCln"), WM_KEYDOWN, VK_RETURN)
+        window = d.wait_window("#32770", TITLE)
+        d.post(d.handle("lstStayed", window), WM_KEYDOWN, VK_RETURN, HELD_BEFORE)
+        d.post(d.handle("cmdCloseStayed", window), WM_KEYDOWN, VK_RETURN, HELD_BEFORE)
+        d.settle("cmdCloseStayed", window)
+        self.assertTrue(d.find_window("#32770", TITLE).visible)
 
     def test_is_told_by_the_right_button(self):
         d = self.d
@@ -280,6 +294,14 @@ class OutOfSight(TallyCase):
         self.assertEqual(self.found(), "")
         self.come_back()
         self.assertEqual(d.text("lblTally", self.ask(0)), "Not kept: Quellix was invisible")
+
+    def test_a_run_in_plain_sight_is_kept_whoever_brought_the_program_back(self):
+        self.run_items("WinTempFileFolder")
+        self.go_invisible()
+        self.bring_back("F10")
+        self.press_erase_only()
+        self.wait_run_over()
+        self.assertRegex(self.d.text("lblTally", self.ask(0)), "erased; 2 stayed$")
 
     def run_by_schedule(self) -> None:
         """A run that comes while the program is out of sight."""
