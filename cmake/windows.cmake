@@ -20,11 +20,12 @@ if(NOT QUELLIX_TESTS)
   # A buffer that is written over its end ends the program (src/platform/startup.cpp), and a variable without a value is zero.
   set(hardening -fstack-protector-strong -ftrivial-auto-var-init=zero)
   add_compile_options(${hardening})
-  # Arguments are pushed. The compiler allows that where no frame is probed page by page, which none needs that is smaller than
-  # a page: a larger one is an error.
-  set(pushed -mno-stack-arg-probe -mno-accumulate-outgoing-args)
-  add_compile_options(${pushed})
-  add_link_options(${pushed} -Werror=frame-larger-than=3000)
+  # Arguments are pushed, and frames begin at any multiple of four, which is all that Windows asks for and no instruction of a
+  # 486 asks for more. The compiler allows the first where no frame is probed page by page, which none needs that is smaller
+  # than a page: a larger one is an error.
+  set(frames -mno-stack-arg-probe -mno-accumulate-outgoing-args -mpreferred-stack-boundary=2)
+  add_compile_options(${frames})
+  add_link_options(${frames} -Werror=frame-larger-than=3000)
 endif()
 # The standard library looks whether it is used by its rules, also in what ships.
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
