@@ -127,6 +127,13 @@ class ProgramCase(unittest.TestCase):
         main, front = self.d.main, self.d.foreground()
         return main.visible and not main.iconic and front is not None and front.hwnd == main.hwnd
 
+    def come_back(self) -> None:
+        """Ends the invisible mode by its key."""
+        with self.d.held("ctrl", "u"):
+            self.d.wait_window("frmMain")
+        self.wait_in_front()
+        self.d.wait_icon()
+
     def bring_back(self, key: str, is_back=None) -> None:
         """Holds Shift and the boss key until the window, or what is asked for, is in front, and sees that it stays there.
 

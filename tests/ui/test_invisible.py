@@ -43,12 +43,6 @@ class InvisibleCase(ProgramCase):
         self.d.wait_no_window("frmMain")
         self.d.wait_no_icon()
 
-    def come_back(self) -> None:
-        with self.d.held("ctrl", "u"):
-            self.d.wait_window("frmMain")
-        self.wait_in_front()
-        self.d.wait_icon()
-
     def stored(self) -> str | None:
         return self.d.registry_value("Message_key", "Message")
 

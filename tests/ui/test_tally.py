@@ -280,11 +280,6 @@ class OutOfSight(TallyCase):
             self.d.wait_no_window("frmMain")
         self.d.wait_no_icon()
 
-    def come_back(self) -> None:
-        with self.d.held("ctrl", "u"):
-            self.d.wait_window("frmMain")
-        self.wait_in_front()
-
     def test_nothing_is_left_in_the_memory_once_the_program_is_invisible(self):
         d = self.d
         self.run_items("WinTempFileFolder")
