@@ -23,8 +23,9 @@ REPORT = BUILD / "soak/report.txt"
 # The system keeps contexts and regions for its next painting, and some blocks for its next call.
 MAY_GROW = {"handles": 0, "graphics": 0, "painting": 16, "windows": 0, "blocks": 40, "used": 8, "written": 128}
 # Blocks a round that Wine 8.0 never gives back: the pattern of a search of the cache that finds nothing, the path of the recycle
-# bin that it empties, and 12 bytes for each text of a dialog that gets a font, also in a message box.
-WINES_OWN = {"erase runs": 3, "openings of Cookies Manager": 1 + 2, "openings of Quellix-Add Folder": 2}
+# bin that it empties and of each look at what is in it, and 12 bytes for each text of a dialog that gets a font, also in a
+# message box.
+WINES_OWN = {"erase runs": 3 + 2, "openings of Cookies Manager": 1 + 2, "openings of Quellix-Add Folder": 2}
 BLOCK = 256  # bytes, one of those at most
 DAYS = 30
 MONTH_SPEED = 6000  # a minute takes ten milliseconds
