@@ -105,7 +105,7 @@ std::optional<LRESULT> frmStayed::OnMessage(UINT message, WPARAM, LPARAM lParam)
   const bool isWide = code == static_cast<UINT>(LVN_GETDISPINFOW);
   if ((!isWide && code != static_cast<UINT>(LVN_GETDISPINFOA)) || (item.mask & LVIF_TEXT) == 0) return {};
   constexpr UINT kFit = DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX;
-  constexpr int kMargins = 12;      // pixels on both sides of a cell's text, in every version of the control
+  constexpr int kMargins = 12;      // pixels, a little more than the control leaves on both sides of a cell's text
   constexpr std::size_t kDots = 4;  // characters that DrawText may add
   RECT cell{0, 0, SendToList(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(item.iSubItem), 0) - kMargins, 0};
   const HDC context = ::GetDC(Handle());
