@@ -1,10 +1,11 @@
-"""clang-tidy over all the product's sources, a room at a time and the rooms beside each other.
+"""clang-tidy over all the product's sources, many of them as one and these beside each other.
 
 usage: python3 -m tools.lint [--all]     every finding as clang-tidy tells it, and exit status 1 when there is any
 
-Most of the time that clang-tidy takes for a file goes into the system's headers, so the files of a room are looked at as
-one. Where that cannot be compiled, because two of them have something of the same name, they are parted. What was found
-clean and has not changed since is not looked at again, unless --all asks for it.
+Most of the time that clang-tidy takes for a file goes into the system's headers, so the files of some rooms are looked at as
+one. Their text is put together, for the paths through a function are followed in the main file only; following them in the
+headers too would follow those of the standard library. A file that has something of the same name as another is left for the
+next round. What was found clean and has not changed since is not looked at again, unless --all asks for it.
 """
 import argparse
 import hashlib
@@ -25,7 +26,9 @@ COMMANDS = BUILD / "win32/compile_commands.json"
 COMPILER = "i686-w64-mingw32-g++-win32"
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 # The paths through a function that are followed: five times as many take three times as long and have found nothing more.
-ANALYZER = ["-analyzer-opt-analyze-headers", "-analyzer-config", "max-nodes=40000"]
+ANALYZER = ["-analyzer-config", "max-nodes=40000"]
+# So many files together at least, as far as the rooms give them: fewer take longer in all, more keep one processor alone.
+TOGETHER = 40
 
 
 def run(*command: str) -> subprocess.CompletedProcess:
@@ -54,14 +57,24 @@ def flags_of(command: str) -> tuple[str, ...]:
 
 
 def groups() -> list[tuple[tuple[str, ...], list[Path]]]:
-    """The sources of each room or companion that are compiled alike, with their flags; the largest ones come first."""
-    found: dict[tuple, list[Path]] = {}
+    """The sources of rooms and companions that are compiled alike, some rooms together, with their flags."""
+    rooms: dict[tuple[str, ...], dict[Path, set[Path]]] = {}
     for entry in json.loads(COMMANDS.read_text()):
         path = Path(entry["file"])
         name = path.relative_to(ROOT).as_posix()
         if name.startswith(("src/", "companions/")) and path.suffix == ".cpp":
-            found.setdefault((path.parent, flags_of(entry["command"])), []).append(path)
-    return sorted(((flags, sorted(set(files))) for (_, flags), files in found.items()), key=lambda group: -len(group[1]))
+            rooms.setdefault(flags_of(entry["command"]), {}).setdefault(path.parent, set()).add(path)
+    found = []
+    for flags, alike in rooms.items():
+        together: list[Path] = []
+        for files in sorted(alike.values(), key=len, reverse=True):
+            together += sorted(files)
+            if len(together) >= TOGETHER:
+                found.append((flags, together))
+                together = []
+        if together:
+            found.append((flags, together))
+    return found
 
 
 def made_of(files: list[Path]) -> list[Path]:
@@ -84,19 +97,43 @@ def stamp(flags: tuple[str, ...], files: list[Path]) -> Path:
     return STAMPS / digest.hexdigest()
 
 
-def tidy(flags: tuple[str, ...], files: list[Path], unit: Path) -> str:
-    """The findings in sources that are looked at as one."""
-    unit.write_text("".join(f'#include "{path}"  // NOLINT(bugprone-suspicious-include)\n' for path in files))
-    options = ["--target=i686-w64-windows-gnu", "-nostdinc", "-nostdinc++", *flags]
-    options += [word for folder in compiler_headers() for word in ("-isystem", folder)]
-    options += [word for one in ANALYZER for word in ("-Xclang", one)]
-    done = run("clang-tidy", "--quiet", str(unit), "--", *options)
-    if len(files) > 1 and "[clang-diagnostic-error]" in done.stdout:
-        middle = len(files) // 2
-        return tidy(flags, files[:middle], unit) + tidy(flags, files[middle:], unit)
-    if done.returncode and not done.stdout:
-        return done.stderr
-    return done.stdout
+class Unit:
+    """Sources put together in one file."""
+
+    def __init__(self, flags: tuple[str, ...], files: list[Path], path: Path):
+        self.path = path
+        self.lines = [(file, number, line) for file in files
+                      for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1)]
+        path.write_text("".join(f"{line}\n" for _, _, line in self.lines), encoding="utf-8")
+        self.options = ["--target=i686-w64-windows-gnu", "-nostdinc", "-nostdinc++", *flags]
+        self.options += [f"-I{folder}" for folder in dict.fromkeys(file.parent for file in files)]
+        self.options += [word for folder in compiler_headers() for word in ("-isystem", folder)]
+
+    def told(self, text: str) -> str:
+        """What a tool says of the unit, with the file and line that each place comes from."""
+        def place(found: re.Match) -> str:
+            file, number, _ = self.lines[int(found[1]) - 1]
+            return f"{file}:{number}:"
+        return re.sub(rf"{re.escape(str(self.path))}:(\d+):", place, text)
+
+    def refused(self) -> list[Path]:
+        """The files in which the compiler finds an error."""
+        text = run("clang++", "-fsyntax-only", "-ferror-limit=0", str(self.path), *self.options).stderr
+        places = re.findall(rf"^{re.escape(str(self.path))}:(\d+):\d+: (?:fatal )?error: ", text, re.MULTILINE)
+        return list(dict.fromkeys(self.lines[int(number) - 1][0] for number in places))
+
+
+def tidy(flags: tuple[str, ...], files: list[Path], path: Path) -> str:
+    """The findings in sources that are looked at as one; those of them that do not go with the others, after these."""
+    later: list[Path] = []
+    while len(files) > 1 and (refused := Unit(flags, files, path).refused()):
+        later += [file for file in files[1:] if file in refused] or files[1:]
+        files = [file for file in files if file not in later]
+    unit = Unit(flags, files, path)
+    analyzer = [word for one in ANALYZER for word in ("-Xclang", one)]
+    done = run("clang-tidy", "--quiet", str(path), "--", *unit.options, *analyzer)
+    found = done.stderr if done.returncode and not done.stdout else unit.told(done.stdout)
+    return found + (tidy(flags, later, path) if later else "")
 
 
 def check(group: tuple[tuple[str, ...], list[Path]], anew: bool) -> str:
