@@ -47,6 +47,9 @@ endif()
 
 if(QUELLIX_TESTS)
   enable_testing()
+  # The interpreter itself: what a manager of versions puts in its place starts a dozen shells each time.
+  execute_process(COMMAND python3 -c "import sys; print(sys.executable)"
+    OUTPUT_VARIABLE QUELLIX_PYTHON OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   add_subdirectory(tests/win)
   include(tests/other_tests.cmake)
   # A change that breaks a benchmark shows at once.

@@ -1,6 +1,5 @@
 # The tests that are no Windows test program, so that one ctest run shows everything: the native rules, the shipped program
 # used from outside, the audits.
-find_program(QUELLIX_PYTHON python3 REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 set(logic "${CMAKE_SOURCE_DIR}/build/logic")
 set(shipped "${CMAKE_SOURCE_DIR}/build/dist")
 

@@ -1,11 +1,11 @@
 """Uses a Windows program from outside as a person does: real mouse, real keys, its windows, its notification icon.
 
 The program runs in a virtual Wine desktop on a screen and in a profile of its own (`Desktop`). A probe on the same
-desktop (programs/uiprobe.cpp) tells what the windows show; what the user does goes through xdotool, never through messages.
-Nothing here sleeps for a result: every action waits until Windows has taken the input, every check is a `wait_...`.
+desktop (programs/uiprobe.cpp) tells what the windows show; what the user does goes through the screen (x_client.py), never
+through messages. Nothing here sleeps for a result: every action waits until Windows has taken the input, every check is a
+`wait_...`.
 """
 import contextlib
-import os
 import shutil
 import subprocess
 from pathlib import Path
@@ -18,6 +18,7 @@ from tests.harness.part_popups import Popups
 from tests.harness.part_registry import RUNNING_TITLE, Registry
 from tests.harness.part_windows import Windows
 from tests.harness.probe import BUILT, PROGRAMS, Probe, ProbeError, View, compile_windows_program
+from tests.harness.x_client import XClient
 from tools.wine_home import BUILD, USER, WESTERN, Display, WineHome, wait_for
 
 __all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "Desktop", "ProbeError", "View",
@@ -83,6 +84,8 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
     def _set_up(self) -> None:
         probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32", "-lntdll")
         self.display = self._leave.enter_context(Display(self.screen))
+        self.x = XClient(self.display.name)
+        self._leave.callback(self.x.close)
         self.home = self._leave.enter_context(WineHome(f"ui-{self.name}", self.display.name, language=self.language,
                                                           user=self.user))
         shutil.copy2(probe, self.home.c / "uiprobe.exe")
@@ -116,10 +119,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         wait_for("the taskbar of the virtual desktop", self.taskbar)
 
     def _is_desktop_on_screen(self) -> bool:
-        found = subprocess.run(["xdotool", "search", "--name", f"{self.desktop} - Wine desktop"], check=False,
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                               env=dict(os.environ, DISPLAY=self.display.name))
-        return bool(found.stdout.strip())
+        return f"{self.desktop} - Wine desktop" in self.x.titles()
 
     def _start_probe(self) -> None:
         self.probe = Probe(self.home, self.desktop)

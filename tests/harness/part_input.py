@@ -11,18 +11,14 @@ from tools.wine_home import wait_for
 class Input:
     reachable_within = 120.0  # seconds until what is to be clicked can be
 
-    def _xdotool(self, *words) -> str:
-        return subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.PIPE, text=True,
-                              env=dict(os.environ, DISPLAY=self.display.name)).stdout
-
     def move(self, x: int, y: int) -> None:
-        self._xdotool("mousemove", x, y)
+        self.x.move(x, y)
         wait_for(f"the mouse at {x},{y}", lambda: (lambda i: (i.x, i.y) == (x, y))(self.probe.ask("input")), 10, 0.01)
 
     def _button(self, button: int, down: bool) -> None:
         # Windows has the event when the button's state tells so; before that, a check could look too early.
         state = "left" if button == 1 else "right"
-        self._xdotool("mousedown" if down else "mouseup", button)
+        self.x.button(button, down)
         wait_for(f"the {state} button {'down' if down else 'up'}", lambda: self.probe.ask("input")[state] == down, 30, 0.01)
 
     def _aside_of_clicks(self, x: int, y: int) -> tuple[int, int]:
@@ -52,7 +48,7 @@ class Input:
     def double_click_at(self, x: int, y: int) -> None:
         x, y = self._aside_of_clicks(x, y)
         self.move(x, y)
-        self._xdotool("click", "--repeat", 2, "--delay", 30, 1)
+        self.x.double_click()
         wait_for("the mouse button up", lambda: not self.probe.ask("input").left, 30, 0.01)
 
     @contextlib.contextmanager
@@ -135,28 +131,26 @@ class Input:
         After a click on the notification icon the screen may leave the keyboard with the taskbar, whatever comes to front.
         """
         wanted = self.probe.ask("focus").screen
-        if wanted and self._xdotool("getwindowfocus", "-f").strip() != str(wanted):
-            # Fails when the window goes away at that moment.
-            subprocess.run(["xdotool", "windowfocus", str(wanted)], check=False, stderr=subprocess.DEVNULL,
-                           env=dict(os.environ, DISPLAY=self.display.name))
+        if wanted and self.x.focus() != wanted:
+            self.x.set_focus(wanted)
 
-    def _keys(self, how: str, *words) -> None:
+    def _keys(self, what: str, send, *arguments) -> None:
         self._take_the_keyboard_along()
         before = self.probe.ask("input")
         if before.now == before.last:  # the clock of the last input counts milliseconds
             wait_for("a new millisecond", lambda: self.probe.ask("input").now != before.last, 1, 0.001)
-        self._xdotool(how, *words)
-        wait_for(f"Windows to take {how} {words}", lambda: self.probe.ask("input").last != before.last, 30, 0.01)
+        send(*arguments)
+        wait_for(f"Windows to take {what} {arguments}", lambda: self.probe.ask("input").last != before.last, 30, 0.01)
 
     def key(self, keys: str) -> None:
         """Presses and releases: "Tab", "ctrl+2", "alt+F4", "shift+F10"."""
-        self._keys("key", keys)
+        self._keys("the key", self.x.key, keys)
 
     def keydown(self, keys: str) -> None:
-        self._keys("keydown", keys)
+        self._keys("the pressed", self.x.keydown, keys)
 
     def keyup(self, keys: str) -> None:
-        self._keys("keyup", keys)
+        self._keys("the released", self.x.keyup, keys)
 
     @contextlib.contextmanager
     def held(self, *keys: str):
@@ -178,7 +172,9 @@ class Input:
                 self.keyup(one)
 
     def type_text(self, text: str) -> None:
-        self._keys("type", "--delay", 15, "--", text)
+        # xdotool gives letters that the keyboard lacks a key of their own for as long as it takes.
+        self._keys("the text", lambda typed: subprocess.run(["xdotool", "type", "--delay", "15", "--", typed], check=True,
+                                                            env=dict(os.environ, DISPLAY=self.display.name)), text)
 
     def replace_text(self, name, text: str, window=None) -> None:
         """Types a new text into an edit box."""

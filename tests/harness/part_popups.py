@@ -59,6 +59,7 @@ class Popups:
 
         def enter(text: str) -> None:
             self.probe.ask("settext", box.hwnd, text)
+            self.wait_keyboard_in(window)
             self.key("Return")
         if len(paths) == 1:
             enter(paths[0])
@@ -68,6 +69,10 @@ class Popups:
             self.wait_text(0x471, folder.rpartition("\\")[2], window)
             enter(" ".join(f'"{path.rpartition(chr(92))[2]}"' for path in paths))
         wait_for("the file dialog to close", lambda: all(w.hwnd != window.hwnd for w in self.windows()))
+
+    def cancel_file_dialog(self) -> None:
+        self.wait_keyboard_in(self.file_dialog()[0])
+        self.key("Escape")
 
     # Notification icon and popup menus
 

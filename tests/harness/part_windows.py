@@ -148,5 +148,12 @@ class Windows:
     def wait_focus(self, name, window=None, seconds: float = 120) -> None:
         wait_for(f"the keyboard to be on {name}", lambda: self.focus().hwnd == self.handle(name, window), seconds)
 
+    def wait_keyboard_in(self, window, seconds: float = 120) -> None:
+        """A dialog takes the keyboard some time after it has come; what is pressed before that goes nowhere."""
+        def inside():
+            focused = self.focus().hwnd
+            return focused and self.probe.ask("control", focused).root == window.hwnd
+        wait_for(f"the keyboard to be in {window.title!r}", inside, seconds)
+
     def foreground(self) -> View | None:
         return self.probe.ask("foreground")

@@ -134,12 +134,12 @@ class Soak:
 
     def boss_key(self) -> None:
         b = self.b
-        b._xdotool("keydown", "F4")
+        b.x.keydown("F4")
         wait_for("no window", lambda: not b.probe.ask("control", b.window()).visible, 20, 0.01)
-        b._xdotool("keyup", "F4")
-        b._xdotool("keydown", "shift", "keydown", "F4")
+        b.x.keyup("F4")
+        b.x.keydown("shift+F4")
         wait_for("the window", lambda: b.probe.ask("control", b.window()).visible, 20, 0.01)
-        b._xdotool("keyup", "F4", "keyup", "shift")
+        b.x.keyup("shift+F4")
 
     # All of it
 

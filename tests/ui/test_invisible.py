@@ -284,7 +284,7 @@ class CtrlHOverADialog(InvisibleCase):
         with d.held("ctrl", "u"):
             self.wait_box_in_front(dialog)
         d.wait_icon()
-        d.key("Escape")
+        d.cancel_file_dialog()
         wait_for("the window to be usable", lambda: d.main.enabled)
 
 

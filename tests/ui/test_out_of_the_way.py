@@ -37,12 +37,12 @@ class ADueSchedule(ScheduleCase):
         self.d.click("cmdSecureDelk")
         self.d.click("cmdFileShred")
         self.d.file_dialog()
-        self.check_waits_for(lambda: self.d.key("Escape"))
+        self.check_waits_for(self.d.cancel_file_dialog)
 
     def test_starts_nothing_over_a_window_that_has_to_be_closed_first(self):
         self.d.click("cmdSecureDelk")
         self.d.click("cmdAddFolder")
-        self.d.wait_window("#32770", "Quellix-Add Folder")
+        self.d.wait_keyboard_in(self.d.wait_window("#32770", "Quellix-Add Folder"))
         self.check_waits_for(lambda: self.d.key("Escape"))
 
 

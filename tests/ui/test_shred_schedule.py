@@ -149,8 +149,7 @@ class TheScheduledList(ScheduledCase):
         self.fill("lstFileShred", self.files("c.txt"))
         self.assertEqual(d.text("FileCount"), ready(1))
         d.click("cmdCustomAdd")
-        d.file_dialog()
-        d.key("Escape")
+        d.cancel_file_dialog()
         d.wait_no_window("#32770", "Open")
         d.wait_text("FileCount", ready(2))
 
