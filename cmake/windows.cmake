@@ -38,6 +38,12 @@ endif()
 # An archive in image form: each object is compiled once and linked where it is needed.
 add_library(quellix_core STATIC ${LOGIC_SOURCES} ${WINDOWS_SOURCES})
 target_include_directories(quellix_core PUBLIC src)
+if(NOT QUELLIX_TESTS)
+  # Half of the time of a build goes into reading these. The build of the tests reads each source by itself, so that none lacks
+  # an include.
+  target_precompile_headers(quellix_core PRIVATE src/platform/win32.h
+    <algorithm> <array> <cstddef> <cstdint> <optional> <span> <string> <string_view> <utility> <vector>)
+endif()
 target_link_libraries(quellix_core PUBLIC comctl32 advapi32 user32 gdi32 kernel32)
 
 if(NOT QUELLIX_TESTS)
