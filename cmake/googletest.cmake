@@ -3,7 +3,7 @@
 set(INSTALL_GTEST OFF)
 add_subdirectory(/usr/src/googletest googletest EXCLUDE_FROM_ALL)
 foreach(target gtest gtest_main gmock gmock_main)
-  target_compile_options(${target} PRIVATE -w -O0 -g0)
+  target_compile_options(${target} PRIVATE -w -O0 -g0 -fno-sanitize=undefined)
 endforeach()
 
 set(TEST_COMPILE_OPTIONS -O0)
