@@ -77,6 +77,7 @@ class Bench(StandInDesktop):
         self.limit, self.patience = ANSWER_MS, PATIENCE
         self.system: list[str] = []  # the rules of another Windows
         self.boxes_told: list[str] = []
+        self._answered: set[int] = set()  # the boxes on show that have been told
         self.was_shown = False
 
     # The profile
@@ -246,10 +247,12 @@ class Bench(StandInDesktop):
             time.sleep(0.01)
 
     def _answer(self, boxes: list) -> None:
-        for box in boxes:
-            if box.pid == self.pid and box.visible and box.title not in (COOKIES, ADD_FOLDER):
+        asked = [box for box in boxes if box.pid == self.pid and box.visible and box.title not in (COOKIES, ADD_FOLDER)]
+        for box in asked:
+            if box.hwnd not in self._answered:  # one that is on its way out has no text any more
                 self.boxes_told.append(next((c.text for c in self.controls(box) if c["class"].lower() == "static" and c.text), box.title))
-                self.post(box, WM_COMMAND, IDOK)
+            self.post(box, WM_COMMAND, IDOK)
+        self._answered = {box.hwnd for box in asked}
 
     def _ask(self, window: int) -> None:
         if not window:

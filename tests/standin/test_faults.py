@@ -11,7 +11,7 @@ from tests.standin.faults import Fault, draw, own_call, try_fault
 from tests.standin.scenario_case import ScenarioCase, seed, until
 from tests.standin.scenarios import LIST_FILE, PATIENCE, SCENARIOS
 
-SECONDS = 70  # for the sample, the runs without faults before it included
+SECONDS = 45  # for the sample, the runs without faults before it included
 AT_LEAST = 5
 GWL_USERDATA = 0xFFFFFFEB
 

@@ -6,7 +6,7 @@ from tests.standin.kills import Kill, kill, kills, record_writes, sample, window
 from tests.standin.scenario_case import ScenarioCase, seed, until
 from tests.standin.scenarios import SCENARIOS
 
-SECONDS = 40
+SECONDS = 30
 AT_LEAST = 4
 
 

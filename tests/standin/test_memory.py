@@ -8,7 +8,7 @@ from tests.standin.memory import RULE, failing_allocations, record_allocations
 from tests.standin.scenario_case import ScenarioCase, seed, until
 from tests.standin.scenarios import SCENARIOS
 
-SECONDS = 40
+SECONDS = 25
 AT_LEAST = 4
 
 
