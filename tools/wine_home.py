@@ -3,6 +3,7 @@
 Everything of this project that starts Wine goes through WineHome. It gives a fresh profile copied from a template,
 with the links to the real home folder and the drive that shows the whole machine taken away.
 """
+import contextlib
 import fcntl
 import os
 import shutil
@@ -266,8 +267,14 @@ class Display:
         return self
 
     def __exit__(self, *_) -> None:
-        self.process.send_signal(signal.SIGTERM)
-        self.process.wait(10)
+        # A signal that comes while the server is about to wait for its clients is lost.
+        for _ in range(20):
+            self.process.send_signal(signal.SIGTERM)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                self.process.wait(1)
+                return
+        self.process.kill()
+        self.process.wait()
 
     def screenshot(self, path: Path) -> Path:
         path.parent.mkdir(parents=True, exist_ok=True)

@@ -113,13 +113,14 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._leave.callback(self._reap, self.explorer)
         # A program that comes before the desktop is on the screen starts a second shell for it, with a taskbar of its own.
-        wait_for("the virtual desktop on the screen", self._is_desktop_on_screen)
+        wait_for("the virtual desktop on the screen", self._desktop_on_screen)
         # The probe also keeps the desktop open: Wine closes one that has no program left.
         self._start_probe()
         wait_for("the taskbar of the virtual desktop", self.taskbar)
 
-    def _is_desktop_on_screen(self) -> bool:
-        return f"{self.desktop} - Wine desktop" in self.x.titles()
+    def _desktop_on_screen(self) -> int | None:
+        """The screen's own window that the virtual desktop is."""
+        return self.x.titles().get(f"{self.desktop} - Wine desktop")
 
     def _start_probe(self) -> None:
         self.probe = Probe(self.home, self.desktop)

@@ -5,6 +5,7 @@ import subprocess
 import time
 
 from tests.harness.probe import View
+from tests.harness.x_client import MODIFIERS
 from tools.wine_home import wait_for
 
 
@@ -128,11 +129,18 @@ class Input:
     def _take_the_keyboard_along(self) -> None:
         """Lets the screen send keys to the window that Windows has in front.
 
-        After a click on the notification icon the screen may leave the keyboard with the taskbar, whatever comes to front.
+        After a click on the notification icon the screen may leave the keyboard with the taskbar, whatever comes to front, and
+        while the window in front is being hidden with nobody. With no window in front the desktop has it.
         """
-        wanted = self.probe.ask("focus").screen
-        if wanted and self.x.focus() != wanted:
+        def is_there():
+            wanted = self.probe.ask("focus").screen or self._desktop_on_screen()
+            if self.x.focus() == wanted:
+                return True
             self.x.set_focus(wanted)
+            return False
+        # Where it does not go there, the keys are sent all the same: what they are to do shows whether they arrived.
+        with contextlib.suppress(TimeoutError):
+            wait_for("the keyboard with the window in front", is_there, 5, 0.005)
 
     def _keys(self, what: str, send, *arguments) -> None:
         self._take_the_keyboard_along()
@@ -148,6 +156,8 @@ class Input:
 
     def keydown(self, keys: str) -> None:
         self._keys("the pressed", self.x.keydown, keys)
+        if keys in MODIFIERS:  # what is pressed next means something else without it
+            wait_for(f"{keys} to be down", lambda: self.probe.ask("input")[keys], 30, 0.01)
 
     def keyup(self, keys: str) -> None:
         self._keys("the released", self.x.keyup, keys)

@@ -112,17 +112,17 @@ class XClient:
         """Nothing where the window has gone away."""
         self._send(_X.XSetInputFocus, window, REVERT_TO_PARENT)
 
-    def titles(self) -> list[str]:
-        """The titles of the windows that lie on the screen itself."""
+    def titles(self) -> dict[str, int]:
+        """The windows that lie on the screen itself, by their titles."""
         root, parent, windows, count = c_ulong(), c_ulong(), POINTER(c_ulong)(), c_uint()
-        found = []
+        found = {}
         with self._lock:
             if not _X.XQueryTree(self._display, self._root, byref(root), byref(parent), byref(windows), byref(count)):
-                return []
+                return {}
             for window in windows[:count.value]:
                 name = c_void_p()
                 if _X.XFetchName(self._display, window, byref(name)) and name:
-                    found.append(ctypes.string_at(name).decode("utf-8", "replace"))
+                    found[ctypes.string_at(name).decode("utf-8", "replace")] = window
                     _X.XFree(name)
             if windows:
                 _X.XFree(windows)

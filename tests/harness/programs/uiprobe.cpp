@@ -219,7 +219,7 @@ std::string input(const Words&) {
   ::GetLastInputInfo(&last);
   POINT cursor{};
   ::GetCursorPos(&cursor);
-  const auto down = [](int button) { return (::GetAsyncKeyState(button) & 0x8000) != 0; };
+  const auto down = [](int key) { return (::GetAsyncKeyState(key) & 0x8000) != 0; };
   return json::Object()
       .number("now", ::GetTickCount())
       .number("last", last.dwTime)
@@ -227,6 +227,9 @@ std::string input(const Words&) {
       .number("y", cursor.y)
       .flag("left", down(VK_LBUTTON))
       .flag("right", down(VK_RBUTTON))
+      .flag("ctrl", down(VK_CONTROL))
+      .flag("alt", down(VK_MENU))
+      .flag("shift", down(VK_SHIFT))
       .done();
 }
 
