@@ -41,6 +41,8 @@ def main() -> int:
         complete = "[  PASSED  ]" in done.stdout
         if done.returncode == 0 and not complete:
             print("the program ended before its last test")
+        if done.returncode and complete:
+            print(f"the program ended with {done.returncode} after its last test")
         if done.returncode == 0 and hasattr(preparation, "check"):
             preparation.check(home)
     if done.returncode == 0 and complete:
