@@ -4,8 +4,9 @@ usage: python3 -m tools.lint [--all]     every finding as clang-tidy tells it, a
 
 Most of the time that clang-tidy takes for a file goes into the system's headers, so the files of some rooms are looked at as
 one. Their text is put together, for the paths through a function are followed in the main file only; following them in the
-headers too would follow those of the standard library. A file that has something of the same name as another is left for the
-next round. What was found clean and has not changed since is not looked at again, unless --all asks for it.
+headers too would follow those of the standard library. A function of a header is followed where a source calls it. A file
+that has something of the same name as another is left for the next round. What was found clean and has not changed since is
+not looked at again, unless --all asks for it.
 """
 import argparse
 import hashlib
