@@ -68,7 +68,6 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         self.pid = 0
         self.loaded = ""  # what the program is started with, if anything
         self._clicks: list[tuple[float, int, int]] = []
-        self._handles: dict[tuple[int, int], int] = {}
         self._leave = contextlib.ExitStack()
 
     # Life

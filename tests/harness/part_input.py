@@ -156,8 +156,17 @@ class Input:
 
     def keydown(self, keys: str) -> None:
         self._keys("the pressed", self.x.keydown, keys)
-        if keys in MODIFIERS:  # what is pressed next means something else without it
-            wait_for(f"{keys} to be down", lambda: self.probe.ask("input")[keys], 30, 0.01)
+        if keys not in MODIFIERS:
+            return
+        # What is pressed next means something else without it. While a window that has the keyboard is being hidden, Wine may
+        # lose a modifier that has just gone down; a user presses again.
+        for _ in range(10):
+            with contextlib.suppress(TimeoutError):
+                wait_for(f"{keys} to be down", lambda: self.probe.ask("input")[keys], 3, 0.01)
+                return
+            self.x.keyup(keys)
+            self.x.keydown(keys)
+        raise TimeoutError(f"{keys} does not go down")
 
     def keyup(self, keys: str) -> None:
         self._keys("the released", self.x.keyup, keys)
@@ -171,8 +180,8 @@ class Input:
         down: list[str] = []
         try:
             for one in keys:
-                self.keydown(one)
                 down.append(one)
+                self.keydown(one)
             yield
         finally:
             for one in reversed(down):

@@ -1,4 +1,6 @@
 """What comes up on a `Desktop`: message boxes, file dialogs, the notification icon and popup menus."""
+import contextlib
+
 from tests.harness.probe import ProbeError, View
 from tools.wine_home import wait_for
 
@@ -71,8 +73,18 @@ class Popups:
         wait_for("the file dialog to close", lambda: all(w.hwnd != window.hwnd for w in self.windows()))
 
     def cancel_file_dialog(self) -> None:
-        self.wait_keyboard_in(self.file_dialog()[0])
-        self.key("Escape")
+        """Presses Escape; again where the dialog, still busy with showing its folder, has lost the key."""
+        window = self.file_dialog()[0]
+
+        def gone():
+            return all(w.hwnd != window.hwnd for w in self.windows("#32770"))
+        for _ in range(10):
+            self.wait_keyboard_in(window)
+            self.key("Escape")
+            with contextlib.suppress(TimeoutError):
+                wait_for("the file dialog to close", gone, 5)
+                return
+        raise TimeoutError("the file dialog does not close")
 
     # Notification icon and popup menus
 

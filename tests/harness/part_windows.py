@@ -44,30 +44,26 @@ class Windows:
             return self.probe.ask("top", self.main_class).hwnd or self.main.hwnd
         return window if isinstance(window, int) else window.hwnd
 
+    def _about_control(self, question: str, name, window) -> View:
+        number = name if isinstance(name, int) else self.ids.get(name)
+        if number is None:
+            raise LookupError(f"no header names a control {name}")
+        told = self.probe.ask(question, self.main_class if window is None else self._window_handle(window), number)
+        if "found" in told:
+            if not told.root and window is None:
+                self._window_handle(None)  # says what is there instead
+            raise LookupError(f"{told.found} controls have the id {number} of {name}, {told.shown} of them on show")
+        return told
+
     def handle(self, name, window=None) -> int:
         """The window handle of a control: by name, by (name, index) of an array, by id, or already a View.
 
         Where several controls of the window have the id, it is the one on show.
         """
-        if isinstance(name, View):
-            return name.hwnd
-        number = name if isinstance(name, int) else self.ids.get(name)
-        if number is None:
-            raise LookupError(f"no header names a control {name}")
-        root = self._window_handle(window)
-        before = self._handles.get((root, number))
-        if before and self.probe.ask("placeof", before) == {"id": number, "root": root}:
-            return before
-        found = self.probe.ask("withid", root, number)
-        shown = [c for c in found if c.visible]
-        if len(shown or found) != 1:
-            raise LookupError(f"{len(found)} controls have the id {number} of {name}, {len(shown)} of them on show")
-        if len(found) == 1:  # to look through a hundred controls takes a hundred times as long as to ask one
-            self._handles[root, number] = found[0].hwnd
-        return (shown or found)[0].hwnd
+        return name.hwnd if isinstance(name, View) else self._about_control("handleof", name, window).hwnd
 
     def control(self, name, window=None) -> View:
-        return self.probe.ask("control", self.handle(name, window))
+        return self.probe.ask("control", name.hwnd) if isinstance(name, View) else self._about_control("controlof", name, window)
 
     def controls(self, window=None, class_name: str | None = None) -> list[View]:
         return self.probe.ask("controls", self._window_handle(window), *[class_name] * (class_name is not None))

@@ -2,7 +2,8 @@
 import contextlib
 import fcntl
 import json
-import queue
+import os
+import select
 import subprocess
 import threading
 import time
@@ -85,30 +86,33 @@ class Probe:
     def __init__(self, home: WineHome, desktop: str):
         self.process = home.start(r"C:\uiprobe.exe", desktop, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL)
-        self._answers: queue.Queue = queue.Queue()
+        self._waiting = b""  # what has come of the next answers
         self._one_at_a_time = threading.Lock()
-        # A thread reads, so that a dead desktop shows as a message and not as a test that never ends. The pipe itself
-        # may stay open after the probe has gone: services of Wine inherit it.
-        self._reader = threading.Thread(target=self._read, daemon=True)
-        self._reader.start()
         self._next(60)
 
-    def _read(self) -> None:
-        for line in self.process.stdout:
-            self._answers.put(line)
+    def _read_line(self, seconds: float) -> bytes:
+        """The next line, so that a dead desktop shows as a message and not as a test that never ends.
+
+        The pipe itself may stay open after the probe has gone: services of Wine inherit it.
+        """
+        end = time.monotonic() + seconds
+        while b"\n" not in self._waiting:
+            gone = self.process.poll() is not None
+            if select.select([self.process.stdout], [], [], 0 if gone else 0.2)[0]:
+                more = os.read(self.process.stdout.fileno(), 1 << 16)
+                if more:
+                    self._waiting += more
+                    continue
+                gone = True
+            if gone:
+                raise ProbeError("the probe has ended")
+            if time.monotonic() > end:
+                raise ProbeError(f"the probe did not answer within {seconds:g} s")
+        line, _, self._waiting = self._waiting.partition(b"\n")
+        return line
 
     def _next(self, seconds: float):
-        end = time.monotonic() + seconds
-        while True:
-            try:
-                line = self._answers.get(timeout=0.2)
-                break
-            except queue.Empty:
-                if self.process.poll() is not None and self._answers.empty():
-                    raise ProbeError("the probe has ended") from None
-                if time.monotonic() > end:
-                    raise ProbeError(f"the probe did not answer within {seconds:g} s") from None
-        answer = json.loads(line, object_hook=View)
+        answer = json.loads(self._read_line(seconds), object_hook=View)
         if isinstance(answer, dict) and "error" in answer:
             raise Refusal(answer["error"])
         return answer
@@ -153,6 +157,4 @@ class Probe:
         """Lets go of the pipes, when every process of the prefix has ended."""
         with contextlib.suppress(OSError):
             self.process.stdin.close()
-        self._reader.join(10)
-        if not self._reader.is_alive():
-            self.process.stdout.close()
+        self.process.stdout.close()

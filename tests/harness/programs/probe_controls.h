@@ -30,11 +30,15 @@ class Asker {
   }
 
   std::wstring text(HWND window) {
-    const auto length = send(window, WM_GETTEXTLENGTH).value_or(0);
-    std::wstring out(length + 2, L'\0');
-    const auto got = send(window, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data()));
-    out.resize(std::min<size_t>(got.value_or(0), length + 1));
-    return out;
+    std::wstring out(1024, L'\0');
+    for (;;) {
+      const auto got = send(window, WM_GETTEXT, out.size(), reinterpret_cast<LPARAM>(out.data())).value_or(0);
+      if (got + 1 < out.size()) {
+        out.resize(got);
+        return out;
+      }
+      out.resize(out.size() * 16);  // there may be more
+    }
   }
 
   bool everyoneAnswered() const { return m_silent.empty(); }

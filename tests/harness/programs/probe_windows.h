@@ -7,6 +7,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <vector>
 
 inline std::string describeTopWindow(HWND window, int z) {
@@ -49,12 +50,20 @@ inline std::vector<HWND> descendants(HWND window) {
   return found;
 }
 
-// All windows from the top down, or only those of one class.
+// All windows from the top down, or only those of one class: the system finds them, for to ask each window for its class
+// takes many times as long.
 inline std::string windows(const Words& words) {
   json::Array all;
-  int z = -1;
-  for (const HWND window : topWindows())
-    if (++z, words.size() < 2 || same(className(window), words[1].c_str())) all.add(describeTopWindow(window, z));
+  const std::vector<HWND> fromTheTop = topWindows();
+  const auto add = [&](HWND window) {
+    const auto place = std::find(fromTheTop.begin(), fromTheTop.end(), window);
+    if (place != fromTheTop.end()) all.add(describeTopWindow(window, static_cast<int>(place - fromTheTop.begin())));
+  };
+  if (words.size() < 2)
+    for (const HWND window : fromTheTop) add(window);
+  else
+    for (HWND window = nullptr; (window = ::FindWindowExW(nullptr, window, words[1].c_str(), nullptr)) != nullptr;)
+      add(window);
   return all.done();
 }
 

@@ -16,8 +16,11 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
+#include <cwctype>
 #include <functional>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <memory>
 
@@ -41,27 +44,72 @@ std::string control(const Words& words) {
   return describeControl(ask, window);
 }
 
-// Where a window that was found before belongs now; it may be gone and its handle another one's.
-std::string placeOf(const Words& words) {
-  const HWND window = toWindow(words.at(1));
-  return json::Object()
-      .number("id", ::IsWindow(window) ? ::GetDlgCtrlID(window) : 0)
-      .raw("root", hexHandle(::GetAncestor(window, GA_ROOT)))
-      .done();
+// The controls of windows on show by their ids, as they were found: to look through hundreds of controls takes hundreds of
+// times as long as to see that one is still where it was. A window that is still hidden may not have all of its controls
+// yet.
+std::map<HWND, std::map<int, std::vector<HWND>>> knownControls;
+
+std::map<int, std::vector<HWND>> controlsById(HWND root) {
+  std::map<int, std::vector<HWND>> found;
+  std::map<HWND, bool> isComboBox;
+  for (const HWND child : descendants(root)) {
+    const HWND parent = ::GetAncestor(child, GA_PARENT);
+    const auto [place, isNew] = isComboBox.try_emplace(parent);
+    if (isNew) place->second = same(className(parent), L"ComboBox");
+    // A combo box's own edit box has an id that the program gives to another control.
+    if (!place->second) found[::GetDlgCtrlID(child)].push_back(child);
+  }
+  return found;
+}
+
+std::vector<HWND> controlsWithId(HWND root, int id) {
+  std::map<int, std::vector<HWND>>& known = knownControls[root];
+  const auto before = known.find(id);
+  const auto isThere = [&](HWND control) {
+    return ::GetDlgCtrlID(control) == id && ::GetAncestor(control, GA_ROOT) == root;
+  };
+  if (before != known.end() && std::all_of(before->second.begin(), before->second.end(), isThere)) return before->second;
+  const bool isComplete = ::IsWindowVisible(root);
+  known = controlsById(root);
+  const auto found = known.find(id);
+  const std::vector<HWND> all = found == known.end() ? std::vector<HWND>() : found->second;
+  if (!isComplete) known.clear();
+  return all;
 }
 
 std::string withId(const Words& words) {
-  const int id = static_cast<int>(toNumber(words.at(2)));
   json::Array found;
-  for (const HWND child : descendants(toWindow(words.at(1))))
-    // A combo box's own edit box has an id that the program gives to another control.
-    if (::GetDlgCtrlID(child) == id && !same(className(::GetAncestor(child, GA_PARENT)), L"ComboBox"))
-      found.add(json::Object()
-                    .raw("hwnd", hexHandle(child))
-                    .text("class", className(child))
-                    .flag("visible", ::IsWindowVisible(child))
-                    .done());
+  for (const HWND control : controlsWithId(toWindow(words.at(1)), static_cast<int>(toNumber(words.at(2)))))
+    found.add(json::Object()
+                  .raw("hwnd", hexHandle(control))
+                  .text("class", className(control))
+                  .flag("visible", ::IsWindowVisible(control))
+                  .done());
   return found.done();
+}
+
+// ROOT ID: the one control with an id, or the one of them that is on show. ROOT is a window, or the class of the uppermost
+// one.
+std::string aboutControl(const Words& words, const std::function<std::string(HWND)>& tell) {
+  const bool isHandle = std::iswdigit(words.at(1).at(0)) != 0;
+  const HWND root = isHandle ? toWindow(words[1]) : ::FindWindowExW(nullptr, nullptr, words[1].c_str(), nullptr);
+  const std::vector<HWND> found = root ? controlsWithId(root, static_cast<int>(toNumber(words.at(2)))) : std::vector<HWND>();
+  if (found.size() == 1) return tell(found[0]);
+  std::vector<HWND> onShow;
+  std::copy_if(found.begin(), found.end(), std::back_inserter(onShow), ::IsWindowVisible);
+  if (onShow.size() == 1) return tell(onShow[0]);
+  return json::Object().raw("root", hexHandle(root)).number("found", found.size()).number("shown", onShow.size()).done();
+}
+
+std::string handleOf(const Words& words) {
+  return aboutControl(words, [](HWND control) { return json::Object().raw("hwnd", hexHandle(control)).done(); });
+}
+
+std::string controlOf(const Words& words) {
+  return aboutControl(words, [](HWND control) {
+    Asker ask;
+    return describeControl(ask, control);
+  });
 }
 
 std::string items(const Words& words) {
@@ -312,10 +360,11 @@ const std::map<std::wstring, std::function<std::string(const Words&)>> kCommands
     {L"windows", windows},
     {L"top", top},
     {L"windowat", windowAt},
-    {L"placeof", placeOf},
     {L"controls", controls},
     {L"control", control},
     {L"withid", withId},
+    {L"handleof", handleOf},
+    {L"controlof", controlOf},
     {L"items", items},
     {L"itemrect", itemRectangle},
     {L"foreground", foreground},
