@@ -4,7 +4,7 @@ usage: python3 -m tools.check_rooms [--only RULE ...]    every finding is one li
        python3 -m tools.check_rooms --draw               prints the picture of the rooms as the includes have them
        python3 -m tools.check_rooms --write              puts it in its place in docs/architecture.md and CONTRIBUTING.md
 
-The rules: includes, words, namespaces, system, errors, picture.
+The rules: includes, headers, words, namespaces, system, errors, picture.
 """
 import argparse
 import re
@@ -15,6 +15,7 @@ from typing import Callable, Iterator, Sequence
 
 from tools.audit.floor import Floor
 from tools.cpp_text import Declaration, code_of, declarations, words_of
+from tools.standard_headers import missing
 from tools.wine_home import ROOT
 
 # From the top; a room knows those of the layers below it and nobody else.
@@ -29,6 +30,7 @@ ENTRY = re.compile(r"int WINAPI WinMain\(.*\)")
 FORWARD = re.compile(r"(?:enum |enum class |class |struct )\w+(?: : \w+)?")
 MAY_TOUCH_ERR = re.compile(r"src/platform/(?:runtime_error|ErroHandle)\.\w+")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+"([^"]+)"', re.MULTILINE)
+ANY_INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+["<]([^">]+)[">]', re.MULTILINE)
 # Immediately after a name or a template's arguments it is no leading one.
 LEADING = re.compile(r"(?<![\w>:])::\s*(\w+)")
 BEGIN, END = "<!-- rooms: drawn by python3 -m tools.check_rooms --write -->\n", "<!-- end of rooms -->\n"
@@ -75,6 +77,29 @@ def check_includes(source: Source) -> Iterator[str]:
         # A panel's template and the numbers of its controls lie side by side, and so does all of a companion.
         if "/" not in included and source.is_cpp and source.room in ROOMS:
             yield source.finding(line, f'the include of "{included}" names no room')
+
+
+def included_by(all_sources: list[Source]) -> Callable[[Source], set[str]]:
+    """What a file includes, by itself and by headers of ours, as it is written there."""
+    own = {source.name: set(ANY_INCLUDE.findall(source.text)) for source in all_sources}
+
+    def of(source: Source) -> set[str]:
+        found: set[str] = set()
+        waiting = [source.name]
+        while waiting:
+            name = waiting.pop()
+            for included in own.get(name, set()) - found:
+                found.add(included)
+                waiting += [f"src/{included}", f"{Path(name).parent.as_posix()}/{included}"]
+        return found
+    return of
+
+
+def check_headers(source: Source, included: Callable[[Source], set[str]]) -> Iterator[str]:
+    """What a file names comes from a header that it includes, or that a header of ours does which it includes."""
+    if source.is_cpp:
+        for place, what in missing(source.text, included(source)):
+            yield source.finding(source.text.count("\n", 0, place) + 1, what)
 
 
 def names_of_upper_rooms(all_sources: list[Source]) -> re.Pattern:
@@ -192,14 +217,14 @@ def write(all_sources: list[Source], root: Path) -> None:
         (root / name).write_text(page.replace(old, block(all_sources)), encoding="utf-8")
 
 
-RULES = ("includes", "words", "namespaces", "system", "errors", "picture")
+RULES = ("includes", "headers", "words", "namespaces", "system", "errors", "picture")
 
 
 def check(root: Path, rules: Sequence[str] = RULES) -> list[str]:
     all_sources = sources(root)
-    upper = names_of_upper_rooms(all_sources)
+    upper, included = names_of_upper_rooms(all_sources), included_by(all_sources)
     of_a_file: dict[str, Callable[[Source], Iterator[str]]] = {
-        "includes": check_includes, "words": lambda source: check_words(source, upper), "namespaces": check_namespaces,
+        "includes": check_includes, "headers": lambda source: check_headers(source, included), "words": lambda source: check_words(source, upper), "namespaces": check_namespaces,
         "system": check_system, "errors": check_errors}
     found = [finding for rule in rules if rule in of_a_file for source in all_sources for finding in of_a_file[rule](source)]
     return found + (list(check_picture(all_sources, root)) if "picture" in rules else [])

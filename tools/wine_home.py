@@ -102,6 +102,7 @@ class WineHome:
         self.prefix = self.base / "prefix"
         self.c = self.prefix / "drive_c"
         self.user = user
+        self.windows_version = "default"
         template = _template()
         if fresh and self.base.exists():
             self.environment = private_environment(self.base, display, language, user)
@@ -167,6 +168,8 @@ class WineHome:
     def set_windows_version(self, version: str, program: str | None = None) -> None:
         key = r"HKCU\Software\Wine" + (rf"\AppDefaults\{program}" if program else "")
         self.run("reg", "add", key, "/v", "Version", "/d", version, "/f", check=True)
+        if not program:
+            self.windows_version = version
 
     def stop(self) -> None:
         if not self.prefix.exists():

@@ -9,6 +9,7 @@
 // Nothing else in the program handles errors, and nobody but these touches Err.
 #pragma once
 
+#include <memory>
 #include <string_view>
 #include <type_traits>
 #include <utility>

@@ -1,4 +1,6 @@
-"""The manual in a browser of today: nothing is wider than the window, at 640 and at 1280; all pages in one picture.
+"""The manual in a browser of today: nothing is wider than the window, at 640 and at 1280.
+
+By itself, `python3 -m tests.manual.test_browser`, it also puts all pages into one picture, build/ui/manual.png.
 
 It needs Chromium, which is no part of the set-up: `apt-get install chromium`. Without it the test is skipped.
 """
@@ -14,6 +16,7 @@ from tests.harness.driver import BUILD, BUILT
 
 MANUAL = BUILD / "dist/manual"
 BROWSER = shutil.which("chromium")
+PICTURE = ["--window-size=2640,24000", f"--screenshot={BUILT / 'manual.png'}"] if __name__ == "__main__" else []
 WIDTHS = (640, 1280)
 # Each page in a frame of its own; what they measure is written into the document, which the browser then prints.
 SHEET = """<!DOCTYPE html><meta charset="utf-8"><body style="margin:8px;background:#888"><pre id="told"></pre>
@@ -53,9 +56,8 @@ class InChromium(unittest.TestCase):
             BUILT.mkdir(parents=True, exist_ok=True)
             common = [BROWSER, "--headless", "--no-sandbox", "--disable-gpu", "--allow-file-access-from-files", "--hide-scrollbars",
                       f"--user-data-dir={folder}/profile", "--virtual-time-budget=8000"]
-            told = subprocess.run([*common, "--window-size=2640,24000", f"--screenshot={BUILT / 'manual.png'}", "--dump-dom",
-                                   (work / "sheet.html").as_uri()], check=True, text=True, timeout=120,
-                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+            told = subprocess.run([*common, *PICTURE, "--dump-dom", (work / "sheet.html").as_uri()], check=True, text=True,
+                                  timeout=120, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
         measured = json.loads(re.search(r'<pre id="told">(.*?)</pre>', told, re.S)[1])
         self.assertEqual(len(measured), len(pages) * len(WIDTHS))
         for one in measured:

@@ -7,13 +7,13 @@ from tools import check_rooms
 from tools.cpp_text import code_of, declarations, words_of
 
 GOOD = {
-    "src/app/WinMain.cpp": '#include "erase/run.h"\n#include "platform/runtime_error.h"\n'
+    "src/app/WinMain.cpp": '#include "erase/run.h"\n#include "platform/win32.h"\n#include "platform/runtime_error.h"\n'
                            "int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) { return erase::Run(); }\n",
     "src/app/fraMain.rc": '#include "fraMain_ids.h"\n#include "erase/fraClean_ids.h"\n',
     "src/app/fraMain_ids.h": "#pragma once\n#define IDC_cmdClean 1101\n",
     "src/erase/fraClean_ids.h": "#define IDC_lstCln 1201\n",
     "src/erase/run.h": "#pragma once\nnamespace app {\nclass frmMain;\n}\nnamespace erase {\nint Run();\nstruct Row { int a; };\n}\n",
-    "src/erase/run.cpp": '#include "erase/run.h"\n#include "settings/schema.h"\n'
+    "src/erase/run.cpp": '#include "erase/run.h"\n#include "settings/schema.h"\n#include <windows.h>\n'
                          "namespace erase {\nnamespace {\nint Half(int a) { if (a) { return a / 2; } return 0; }\n}  // namespace\n"
                          "int Run() { return Half(::GetTickCount()) + settings::Count() + Row{1}.a; }\n}  // namespace erase\n",
     "src/settings/schema.h": '#include "platform/runtime_error.h"\nnamespace settings { int Count(); inline int two[] = {1, 2}; }\n',
@@ -65,6 +65,21 @@ class Rooms(unittest.TestCase):
     def test_an_include_without_its_room_and_a_folder_that_is_no_room_are_found(self):
         self.expect("src/erase/run.cpp", '#include "run.h"\n', 'the include of "run.h" names no room')
         self.expect("src/tools/x.h", "\n", "the folder tools is no room")
+
+    def test_a_name_without_the_header_that_it_comes_from_is_found(self):
+        for text, finding in (
+                ("std::vector<int> a; std::vector<int> b;", "std::vector needs <vector>"),
+                ("auto a = std::ranges::find(b, 1);", "std::find needs <algorithm>"),
+                ("std::barrier<> a;", "of which header std::barrier is, tools/standard_headers.py does not say"),
+                ("HWND a;", "HWND needs platform/win32.h"),
+                ("inline int B() { return ::GetTickCount(); }", "::GetTickCount needs platform/win32.h")):
+            with self.subTest(text):
+                self.put("src/settings/schema.h", GOOD["src/settings/schema.h"] + f"namespace settings {{ {text} }}\n")
+                self.assertEqual(self.findings("headers"), [f"src/settings/schema.h:3: {finding}"])
+        self.put("src/settings/schema.h", "#include <vector>\n#include <cstring>\n// std::string\n"
+                                          "namespace settings { std::vector<std::size_t> a; const char* b = \"HWND\"; }\n")
+        self.put("src/erase/run.h", '#include "settings/schema.h"\n#include <windows.h>\nnamespace erase { std::vector<HWND> c; }\n')
+        self.assertEqual(self.findings("headers"), [])
 
     def test_the_lowest_room_may_not_name_the_others_in_words(self):
         for words, name in (("// as fraClean_ids does", "fraClean_ids"), ("/* see erase/run.h */", "erase/"),

@@ -16,6 +16,7 @@
 #include "log_recorder.h"
 #include "platform/native_files.h"
 #include "platform/stop_request.h"
+#include "ways_of_names.h"
 #include "window_event.h"
 
 using namespace cleaners;
@@ -154,7 +155,7 @@ class FolderContents : public testing::TestWithParam<const char*> {
   Names outside_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Names, FolderContents, testing::Values("wide", "ansi"), [](const auto& way) { return way.param; });
+INSTANTIATE_TEST_SUITE_P(Names, FolderContents, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 // What takes long and is the same whatever Windows calls itself.
 class FolderContentsAtLength : public FolderContents {
@@ -167,8 +168,7 @@ class FolderContentsAtLength : public FolderContents {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Names, FolderContentsAtLength, testing::Values("wide", "ansi"),
-                         [](const auto& way) { return way.param; });
+INSTANTIATE_TEST_SUITE_P(Names, FolderContentsAtLength, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 }  // namespace
 

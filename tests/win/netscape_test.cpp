@@ -81,8 +81,7 @@ class Netscape : public ByEitherNames {
   const WindowEvents events;
 };
 
-const auto byName = [](const auto& way) { return std::string(way.param); };
-INSTANTIATE_TEST_SUITE_P(Names, Netscape, testing::Values("wide", "ansi"), byName);
+INSTANTIATE_TEST_SUITE_P(Names, Netscape, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 }  // namespace
 

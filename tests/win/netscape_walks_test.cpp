@@ -115,19 +115,18 @@ class RegisteredProfiles : public NetscapeWalks {
 constexpr const char* kPrograms[] = {"communicator", "netscape 6"};
 constexpr const char* kTargets[] = {"FieldSchema.tbl", "mail\\trash", "mail\\trash.nsm", "cache\\x"};
 
-const auto byName = [](const auto& way) { return std::string(way.param); };
-const auto ways = testing::Values("wide", "ansi");
+const auto ways = testing::ValuesIn(WaysOfNames());
 
 using FindFiles = NetscapeWalks;
 using FindFolders = NetscapeWalks;
 using DeletingAFile = NetscapeWalks;
 using ClearingADirectory = NetscapeWalks;
-INSTANTIATE_TEST_SUITE_P(Names, NetscapeWalks, ways, byName);
-INSTANTIATE_TEST_SUITE_P(Names, RegisteredProfiles, ways, byName);
-INSTANTIATE_TEST_SUITE_P(Names, FindFiles, ways, byName);
-INSTANTIATE_TEST_SUITE_P(Names, FindFolders, ways, byName);
-INSTANTIATE_TEST_SUITE_P(Names, DeletingAFile, ways, byName);
-INSTANTIATE_TEST_SUITE_P(Names, ClearingADirectory, ways, byName);
+INSTANTIATE_TEST_SUITE_P(Names, NetscapeWalks, ways, NameOfWay);
+INSTANTIATE_TEST_SUITE_P(Names, RegisteredProfiles, ways, NameOfWay);
+INSTANTIATE_TEST_SUITE_P(Names, FindFiles, ways, NameOfWay);
+INSTANTIATE_TEST_SUITE_P(Names, FindFolders, ways, NameOfWay);
+INSTANTIATE_TEST_SUITE_P(Names, DeletingAFile, ways, NameOfWay);
+INSTANTIATE_TEST_SUITE_P(Names, ClearingADirectory, ways, NameOfWay);
 
 // Of the timer procedure: the folder that it looks at and what it found there.
 std::string watched;

@@ -82,8 +82,7 @@ class Opera : public ByEitherNames {
   const WindowEvents events;
 };
 
-const auto byName = [](const auto& way) { return std::string(way.param); };
-INSTANTIATE_TEST_SUITE_P(Names, Opera, testing::Values("wide", "ansi"), byName);
+INSTANTIATE_TEST_SUITE_P(Names, Opera, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 UniqueFile Hold(const std::string& path) {
   return UniqueFile(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));

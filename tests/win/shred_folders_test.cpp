@@ -14,6 +14,7 @@
 #include "platform/native_files.h"
 #include "scratch_folder.h"
 #include "shred/folder_removal.h"
+#include "ways_of_names.h"
 #include "window_event.h"
 
 using namespace platform;
@@ -85,8 +86,7 @@ class ShredFolders : public testing::TestWithParam<const char*> {
   const ReportBurst burst;
 };
 
-const auto byName = [](const auto& way) { return way.param; };
-INSTANTIATE_TEST_SUITE_P(Names, ShredFolders, testing::Values("wide", "ansi"), byName);
+INSTANTIATE_TEST_SUITE_P(Names, ShredFolders, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 Names deleted;
 const auto systemDeleteFile = importedDeleteFileA;

@@ -19,6 +19,7 @@
 #include "platform/special_folder.h"
 #include "platform/stop_request.h"
 #include "platform/win32.h"
+#include "ways_of_names.h"
 
 using namespace cleaners;
 using namespace platform;
@@ -205,7 +206,7 @@ class TempFolder : public testing::TestWithParam<const char*> {
   Names missing_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Names, TempFolder, testing::Values("wide", "ansi"), [](const auto& way) { return way.param; });
+INSTANTIATE_TEST_SUITE_P(Names, TempFolder, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 """A user's profile with a folder below Mozilla's that a link takes the place of, and what that leads to in C:\\outside."""
 import threading
 
-from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put
+from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put, ways_of
 
 TREE = "Application Data/Mozilla/Profiles/tree"
 
@@ -17,7 +17,7 @@ def prepare(home) -> dict[str, str]:
 
 
 def check(home) -> None:
-    for way in WAYS:
+    for way in ways_of(home):
         outside = home.c / "outside" / way
         expect(way, [name for name in listing(outside) if (outside / name).is_file()],
                sorted(f"folder{number}/trash" for number in range(20)))

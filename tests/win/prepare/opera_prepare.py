@@ -2,7 +2,7 @@
 import threading
 
 from tests.harness.proxy import start_proxy
-from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put
+from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put, ways_of
 
 STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
 STRANGE_TAKEN = ["cache4/opr00001.htm", "cookies4.dat", "global.dat", "opera.dir"]
@@ -39,7 +39,7 @@ def prepare(home) -> dict[str, str]:
 
 
 def check(home) -> None:
-    for way in WAYS:
+    for way in ways_of(home):
         outside = home.c / "outside" / way
         expect(f"{way}, outside", [name for name in listing(outside) if (outside / name).is_file()], sorted(CANARIES))
         expect(f"{way}, names", listing(home.c / "plant" / way / "names/Opera/OPERA7/profile/cache4"), ["link", "чужое"])

@@ -6,7 +6,7 @@ where the canaries are; afterwards they are looked for from outside of Windows.
 import threading
 from pathlib import Path
 
-from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked
+from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, ways_of
 
 LINKS = {  # name: target, seen from C:\plant\WAY\tree
     "absolute": "{c}/outside/{way}",
@@ -78,7 +78,7 @@ def check(home) -> None:
     gone += [str(path) for path in kept if not path.is_symlink() and not path.is_dir()]
     if gone:
         raise AssertionError(f"gone: {gone}")
-    for way in WAYS:
+    for way in ways_of(home):
         left = [str(path) for path in (home.c / "plant" / way / "tree").rglob("*.txt")]
         if left:
             raise AssertionError(f"files of the folder itself are left: {left}")

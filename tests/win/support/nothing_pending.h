@@ -9,6 +9,7 @@
 #include "platform/native_files.h"
 #include "platform/runtime_error.h"
 #include "platform/stop_request.h"
+#include "ways_of_names.h"
 
 using namespace platform;
 
@@ -22,7 +23,7 @@ class NothingPending : public testing::Test {
   }
 };
 
-// The same by wide names and by ANSI names: for INSTANTIATE_TEST_SUITE_P with "wide" and "ansi".
+// The same by each way of names.
 class ByEitherNames : public NothingPending, public testing::WithParamInterface<const char*> {
  protected:
   void SetUp() override { NothingPending::SetUp(), AnsiNamesOnlyForTests = ByAnsi(); }
