@@ -190,6 +190,17 @@ class Input:
                     wait_for("some looks at the keyboard", lambda since=begin: self.probe.ask("input").now - since > 200)
                 self.keyup(one)
 
+    def hold_until(self, keys: tuple[str, ...], what: str, condition) -> None:
+        """Holds keys down until the condition is true; again where Wine has lost one of them, as a user would press again.
+
+        That happens while the window that has the keyboard is being hidden or shown.
+        """
+        for _ in range(6):
+            with contextlib.suppress(TimeoutError), self.held(*keys):
+                wait_for(what, condition, 20)
+                return
+        raise TimeoutError(f"pressed {keys} six times in vain: {what}")
+
     def type_text(self, text: str) -> None:
         # xdotool gives letters that the keyboard lacks a key of their own for as long as it takes.
         self._keys("the text", lambda typed: subprocess.run(["xdotool", "type", "--delay", "15", "--", typed], check=True,

@@ -129,8 +129,7 @@ class ProgramCase(unittest.TestCase):
 
     def come_back(self) -> None:
         """Ends the invisible mode by its key."""
-        with self.d.held("ctrl", "u"):
-            self.d.wait_window("frmMain")
+        self.d.hold_until(("ctrl", "u"), "the main window", lambda: self.d.find_window("frmMain"))
         self.wait_in_front()
         self.d.wait_icon()
 
@@ -142,8 +141,7 @@ class ProgramCase(unittest.TestCase):
         """
         is_back = is_back or self.is_in_front
         for _ in range(5):
-            with self.d.held("shift", key):
-                wait_for("what Shift and the boss key bring back", is_back)
+            self.d.hold_until(("shift", key), "what Shift and the boss key bring back", is_back)
             browsers.let_polls_pass(self.d)
             if is_back():
                 return

@@ -28,8 +28,7 @@ class BossKeyCase(ProgramCase):
 
     def press(self, key: str) -> None:
         """Holds the boss key until the window is gone."""
-        with self.d.held(key):
-            self.d.wait_no_window("frmMain")
+        self.d.hold_until((key,), "the window to go", lambda: not self.d.find_window("frmMain"))
 
     def press_with_shift(self, key: str) -> None:
         """Shift goes up last: the boss key alone hides again."""
@@ -129,8 +128,7 @@ class TheBossKey(BossKeyCase):
         d.right_click_icon()
         d.pick("Exit")
         question = d.wait_box("Confirmation").hwnd
-        with d.held("F9"):
-            wait_for("the question out of sight", lambda: d.find_window("#32770") is None)
+        d.hold_until(("F9",), "the question out of sight", lambda: d.find_window("#32770") is None)
         self.bring_back("F9", lambda: browsers.in_front(d, question))
         d.press_button_in_box("No")
         self.wait_in_front()

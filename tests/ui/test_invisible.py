@@ -33,8 +33,8 @@ class InvisibleCase(ProgramCase):
         return len(self.d.find_windows("#32770", "Warning", visible=None))
 
     def ctrl_h(self) -> View:
-        with self.d.held("ctrl", "h"):
-            return self.warning()
+        self.d.hold_until(("ctrl", "h"), "the warning", lambda: self.d.find_window("#32770", "Warning"))
+        return self.warning()
 
     def press_continue(self) -> None:
         self.d.click("cmdContinue", self.warning())
@@ -137,9 +137,8 @@ class TheWarning(InvisibleCase):
         self.start(only("OpenSavedDialoge") | {"Boss": {"bossKey": "120"}})
         self.press_button()
         warning = self.warning()
-        with d.held("F9"):
-            d.wait_no_window("frmMain")
-            wait_for("the warning out of sight", lambda: not d.find_window("#32770", "Warning"))
+        d.hold_until(("F9",), "window and warning out of sight",
+                     lambda: not d.find_window("frmMain") and not d.find_window("#32770", "Warning"))
         self.bring_back("F9", lambda: browsers.in_front(d, warning.hwnd))
         self.assertEqual(self.warnings(), 1)
         self.press_continue()
@@ -148,8 +147,7 @@ class TheWarning(InvisibleCase):
     def test_that_came_up_over_a_hidden_window_is_hidden_and_brought_back_by_the_boss_key_too(self):
         d = self.d
         self.start(only("OpenSavedDialoge") | {"Boss": {"bossKey": "120"}})
-        with d.held("F9"):
-            d.wait_no_window("frmMain")
+        d.hold_until(("F9",), "the window out of sight", lambda: not d.find_window("frmMain"))
         warning = self.ctrl_h().hwnd
         self.assertFalse(d.main.visible)
         with d.held("F9"):
