@@ -41,7 +41,7 @@ def main() -> int:
         complete = "[  PASSED  ]" in done.stdout
         if done.returncode == 0 and not complete:
             print("the program ended before its last test")
-        if done.returncode and complete:
+        if done.returncode and complete and "[  FAILED  ]" not in done.stdout:
             print(f"the program ended with {done.returncode} after its last test")
         if done.returncode == 0 and hasattr(preparation, "check"):
             preparation.check(home)

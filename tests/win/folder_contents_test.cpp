@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <thread>
 
 #include "ansi_paths.h"
@@ -156,19 +155,6 @@ class FolderContents : public testing::TestWithParam<const char*> {
 };
 
 INSTANTIATE_TEST_SUITE_P(Names, FolderContents, testing::ValuesIn(WaysOfNames()), NameOfWay);
-
-// What takes long and is the same whatever Windows calls itself.
-class FolderContentsAtLength : public FolderContents {
- protected:
-  void SetUp() override {
-    FolderContents::SetUp();
-    // The levels alone take Wine many seconds, and nothing in them asks for the version.
-    const char* version = std::getenv("QUELLIX_WINDOWS_VERSION");
-    if (version != nullptr && version != std::string("winxp")) GTEST_SKIP() << "done for Windows XP";
-  }
-};
-
-INSTANTIATE_TEST_SUITE_P(Names, FolderContentsAtLength, testing::ValuesIn(WaysOfNames()), NameOfWay);
 
 }  // namespace
 
@@ -425,12 +411,12 @@ TEST_P(FolderContents, GoesDown200Levels) {
 }
 
 // QUELLIX_LEVELS says how many.
-TEST_P(FolderContentsAtLength, GoesDownHundredsOfLevels) {
+TEST_P(FolderContents, GoesDownHundredsOfLevels) {
   ClearFolderContents(Planted("tower"), false, true);
   EXPECT_EQ(Exists(Planted("tower\\l")), ByAnsi());
 }
 
-TEST_P(FolderContentsAtLength, EndsWhereThePathGetsTooLongForTheSystem) {
+TEST_P(FolderContents, EndsWhereThePathGetsTooLongForTheSystem) {
   MakeFiles(Planted("tower too high"), {"zz.txt", "zz\\x.txt"});
   ClearFolderContents(Planted("tower too high"), false, true);
   EXPECT_TRUE(Exists(Planted("tower too high\\" + std::string(200, 'n')))) << "this system has no such limit";
@@ -438,7 +424,7 @@ TEST_P(FolderContentsAtLength, EndsWhereThePathGetsTooLongForTheSystem) {
 }
 
 // A second timer finds out whether the walk went on looking: that takes it about a second here.
-TEST_P(FolderContentsAtLength, LooksAtNothingMoreAfterTheStop) {
+TEST_P(FolderContents, LooksAtNothingMoreAfterTheStop) {
   wentOn = false;
   const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &StopAndWatch);
   ClearFolderContents(Planted("wide floor"), false, true);
@@ -448,7 +434,7 @@ TEST_P(FolderContentsAtLength, LooksAtNothingMoreAfterTheStop) {
   EXPECT_FALSE(wentOn);
 }
 
-TEST_P(FolderContentsAtLength, RemovesTenThousandSubfolders) {
+TEST_P(FolderContents, RemovesTenThousandSubfolders) {
   ClearFolderContents(Planted("wide floor"), false, true);
   EXPECT_THAT(Everything(Planted("wide floor")), IsEmpty());
 }

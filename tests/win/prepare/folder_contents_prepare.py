@@ -14,12 +14,11 @@ from pathlib import Path
 # A broken run leaves trees here that are deeper than what Python removes by default.
 sys.setrecursionlimit(10000)
 
-WAYS = ("wide", "ansi")
-
 
 def ways_of(home) -> list[str]:
     """The ways of names by which the tests run in this Windows (support/ways_of_names.h)."""
-    return {"win95": ["ansi"], "win98": ["ansi"], "nt40": ["wide"], "win2k": ["wide"]}.get(home.windows_version, [*WAYS])
+    return ["ansi" if home.windows_version.startswith("win9") else "wide"]
+
 
 LINKS = {  # name: target, seen from C:\plant\WAY\links
     "absolute": "{outside}",
@@ -167,7 +166,7 @@ def plant_exchanges(swap: Path, outside: Path) -> None:
 def prepare(home) -> dict[str, str]:
     atexit.register(subprocess.run, ["rm", "-rf", "--", str(home.c / "plant")], check=False)
     put(home.prefix / "dosdevices/unc/server/share/canary.txt")
-    for way in WAYS:
+    for way in ways_of(home):
         plant, outside, swap = home.c / "plant" / way, home.c / "outside" / way, home.c / "swap" / way
         plant.mkdir(parents=True)
         plant_outside(outside)
@@ -177,8 +176,7 @@ def prepare(home) -> dict[str, str]:
         plant_long(plant, way)
         plant_tower(plant / "tower200", 200, "level")
         plant_tower(plant / "long tower", 60, "n" * 60)
-        if home.base.name.endswith("winxp"):
-            plant_the_large(plant)
+        plant_the_large(plant)
         plant_exchanges(swap, outside)
         snapshots[outside] = listing(outside)
     return {}

@@ -6,7 +6,7 @@ at from outside of Windows.
 """
 from pathlib import Path
 
-from tests.win.prepare.folder_contents_prepare import WAYS, expect, listing, put, ways_of
+from tests.win.prepare.folder_contents_prepare import expect, listing, put, ways_of
 
 PROFILES = "Application Data/Mozilla/Profiles"
 
@@ -86,7 +86,7 @@ def plant_registered(place: Path, outside: Path, program: str) -> None:
 
 
 def prepare(home) -> dict[str, str]:
-    for way in WAYS:
+    for way in ways_of(home):
         plant(home, way)
         place, outside = home.c / "plant" / way, home.c / "outside" / way
         for program in PROGRAMS:

@@ -2,7 +2,7 @@
 import threading
 
 from tests.harness.proxy import start_proxy
-from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, expect, listing, put, ways_of
+from tests.win.prepare.folder_contents_prepare import exchange_when_asked, expect, listing, put, ways_of
 
 STRANGE = "Жж"  # a folder of application data whose own name is outside the code page
 STRANGE_TAKEN = ["cache4/opr00001.htm", "cookies4.dat", "global.dat", "opera.dir"]
@@ -15,7 +15,7 @@ TAKEN = ["Привет", "日本語.dat", "😀", "opr00001.dat", " blank at the
 
 
 def prepare(home) -> dict[str, str]:
-    for way in WAYS:
+    for way in ways_of(home):
         plant, outside = home.c / "plant" / way, home.c / "outside" / way
         for name in CANARIES:
             put(outside / name)

@@ -6,7 +6,7 @@ where the canaries are; afterwards they are looked for from outside of Windows.
 import threading
 from pathlib import Path
 
-from tests.win.prepare.folder_contents_prepare import WAYS, exchange_when_asked, ways_of
+from tests.win.prepare.folder_contents_prepare import exchange_when_asked, ways_of
 
 LINKS = {  # name: target, seen from C:\plant\WAY\tree
     "absolute": "{c}/outside/{way}",
@@ -55,7 +55,7 @@ def plant(home, way: str) -> None:
 
 
 def prepare(home) -> dict[str, str]:
-    for way in WAYS:
+    for way in ways_of(home):
         plant(home, way)
     profile, share = home.profile, home.prefix / "dosdevices/unc/server/share"
     folders = [home.c / name for name in ("", "windows", "windows/system32", "Program Files", "Program Files/Common Files",
