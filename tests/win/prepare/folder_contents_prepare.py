@@ -1,7 +1,7 @@
 """Plants what a Windows program cannot make: links, names outside the rules, trees deeper than a path may be long.
 
-Everything is there twice, for the walk by wide names and for the one by ANSI names; what the walk must not touch is in
-C:\\outside. Afterwards the disk is looked at from outside of Windows, which does not show everything that is there.
+What the walk is to take is in C:\\plant\\WAY, by the way of names that this Windows has; what it must not touch is in C:\\outside.
+Afterwards the disk is looked at from outside of Windows, which does not show everything that is there.
 """
 import atexit
 import os

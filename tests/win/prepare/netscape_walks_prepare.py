@@ -1,6 +1,6 @@
 """Plants what a Windows program cannot make: links, names outside the code page, profiles deeper than a path may be long.
 
-Everything is there twice, for the walks by wide names and for those by ANSI names. C:\\plant\\WAY\\KIND is a user's profile whose
+WAY is how this Windows takes names, wide or ANSI. C:\\plant\\WAY\\KIND is a user's profile whose
 "Application Data/Mozilla/Profiles" the cleaners search. What the links lead to is in C:\\outside; afterwards the disk is looked
 at from outside of Windows.
 """

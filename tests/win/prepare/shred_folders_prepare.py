@@ -1,6 +1,6 @@
 """Plants links that lead out of a folder, other ways to the folders that must stay, and a canary in each of those.
 
-Everything is there twice, for the procedures by wide names and by ANSI names. C:\\canaries.txt tells the program under test
+C:\\plant\\WAY is for the way of names that this Windows has, wide or ANSI. C:\\canaries.txt tells the program under test
 where the canaries are; afterwards they are looked for from outside of Windows.
 """
 import threading
