@@ -33,8 +33,6 @@ add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(QUELLIX_TESTS)
   # Compile options only: the linker would look for a runtime library that this system's compiler has not.
   add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
-  # Out of a precompiled header these take the system's copying of short texts for ours. The build of what ships looks at both.
-  add_compile_options(-Wno-array-bounds -Wno-stringop-overread)
 endif()
 
 # An archive in image form: each object is compiled once and linked where it is needed.
@@ -43,6 +41,10 @@ target_include_directories(quellix_core PUBLIC src)
 # Half of the time of a build goes into reading these. Whether a source includes what it names tells tools/check_rooms.py.
 target_precompile_headers(quellix_core PRIVATE src/platform/win32.h
   <algorithm> <array> <cstddef> <cstdint> <optional> <span> <string> <string_view> <utility> <vector>)
+if(QUELLIX_TESTS)
+  # Out of a precompiled header these take the system's copying of short texts for ours. The build of what ships looks at both.
+  target_compile_options(quellix_core PRIVATE -Wno-array-bounds -Wno-stringop-overread)
+endif()
 target_link_libraries(quellix_core PUBLIC comctl32 advapi32 user32 gdi32 kernel32)
 
 if(NOT QUELLIX_TESTS)
