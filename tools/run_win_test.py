@@ -11,7 +11,8 @@ import shutil
 import sys
 from pathlib import Path
 
-from tools.wine_home import ROOT, Display, WineHome
+from tools.one_processor import settle
+from tools.wine_home import HOMES, ROOT, Display, WineHome
 
 
 def load_preparation(name: str):
@@ -24,6 +25,7 @@ def main() -> int:
     program, version = Path(sys.argv[1]), sys.argv[2]
     name = program.stem.removesuffix("_test")
     preparation = load_preparation(name)
+    settle(HOMES)
     with contextlib.ExitStack() as stack:
         display = stack.enter_context(Display()).name if "--display" in sys.argv else None
         home = stack.enter_context(WineHome(f"{program.parents[2].name}-{name}-{version}", display))

@@ -19,7 +19,8 @@ from tests.harness.part_registry import RUNNING_TITLE, Registry
 from tests.harness.part_windows import Windows
 from tests.harness.probe import BUILT, PROGRAMS, Probe, ProbeError, View, compile_windows_program
 from tests.harness.x_client import XClient
-from tools.wine_home import BUILD, USER, WESTERN, Display, WineHome, wait_for
+from tools.one_processor import settle
+from tools.wine_home import BUILD, HOMES, USER, WESTERN, Display, WineHome, wait_for
 
 __all__ = ["BUILD", "BUILT", "PROGRAMS", "RUNNING_TITLE", "WM_CLOSE", "Desktop", "ProbeError", "View",
            "compile_windows_program", "control_ids", "wait_for"]
@@ -81,6 +82,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         return self
 
     def _set_up(self) -> None:
+        settle(HOMES)
         probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32", "-lntdll")
         self.display = self._leave.enter_context(Display(self.screen))
         self.x = XClient(self.display.name)
