@@ -108,7 +108,7 @@ class CookieCase(ProgramCase):
         that it owns; Windows does not."""
         left, top, right, _ = self.window.rect
         x, y = (left + right) // 2, top + 12
-        wanted = top + pixels
+        wanted, lowest = top + pixels, int(self.d.screen.partition("x")[2]) - 2
 
         def is_there():
             nonlocal y
@@ -116,11 +116,12 @@ class CookieCase(ProgramCase):
             self.window = self.d.find_window("#32770", TITLE)
             rest = wanted - self.window.rect[1]
             if rest:
-                y += rest
+                y = min(y + rest, lowest) if y < lowest or rest < 0 else lowest - 1
                 self.d.move(x, y)
             return not rest
         with self.d.button_held_at(x, y):
             wait_for("the window to be dragged", is_there)
+        self.d.settle(CURRENT, self.window)  # until it has let go of the mouse, it would take a click as the end of the drag
 
     def hold_file(self) -> int:
         """Opens the keep list in another program that lets nobody else read it, and gives its process."""
