@@ -6,19 +6,25 @@ processors, each question and each answer wakes another processor, which on a vi
 import fcntl
 import itertools
 import os
-import threading
 from pathlib import Path
 
-_settled = threading.local()
+_place = None  # the locked file, for as long as the process runs
 
 
 def settle(places: Path) -> None:
-    """Puts the calling thread, and what it starts from now on, on the processor with the fewest tasks; the next calls change
-    nothing. `places` is a folder whose locked files tell who is where; a task gives its place back when its process ends.
+    """Puts the caller, and what it starts from now on, on the processor with the fewest tasks; further calls change nothing.
+
+    `places` is a folder whose locked files tell who is where. A task gives its place back when its process ends.
     """
-    if hasattr(_settled, "place"):
-        return
-    places.mkdir(parents=True, exist_ok=True)
+    global _place
+    if _place is None:
+        places.mkdir(parents=True, exist_ok=True)
+        processor, _place = _first_free(places)
+        os.sched_setaffinity(0, {processor})
+
+
+def _first_free(places: Path):
+    """Row by row, so that no processor gets a second task while another has none."""
     for row in itertools.count():
         for processor in sorted(os.sched_getaffinity(0)):
             place = open(places / f"processor-{processor}-{row}", "w")
@@ -26,7 +32,5 @@ def settle(places: Path) -> None:
                 fcntl.flock(place, fcntl.LOCK_EX | fcntl.LOCK_NB)
             except BlockingIOError:
                 place.close()
-                continue
-            _settled.place = place
-            os.sched_setaffinity(0, {processor})
-            return
+            else:
+                return processor, place
