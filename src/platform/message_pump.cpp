@@ -13,6 +13,10 @@ unsigned looks = 0;
 // Long enough that the look costs a walk nothing, short enough that a click is answered at once.
 constexpr DWORD kLookEvery = 30;
 
+// On a slow machine a timer may be due again whenever its message has been worked off, and the queue never gets empty: what
+// called for the look must go on all the same. What is left is worked off at the next look.
+constexpr DWORD kLongestLook = 1000;
+
 // A timer message with an address in it makes old systems call that address, whoever posted the message. All timers of the
 // program are windows' timers, without one.
 bool CallsAnAddress(const MSG& message) { return message.message == WM_TIMER && message.lParam != 0; }
@@ -29,8 +33,9 @@ void Process(MSG& message) {
 void SetMessageTranslator(MessageTranslator translator) { messageTranslator = translator; }
 
 void DoEvents() {
+  const DWORD begun = ::GetTickCount();
   MSG message;
-  while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) Process(message);
+  while (::GetTickCount() - begun < kLongestLook && ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) Process(message);
   lastLook = ::GetTickCount();
   ++looks;
 }

@@ -14,7 +14,7 @@ void SetMessageTranslator(MessageTranslator translator);
 // Timers that call an address are not run: the program has none, and others could post any address. Tests have such timers.
 inline bool TimerProceduresRunForTests = false;
 
-// Processes what is in the queue and returns.
+// Processes what is in the queue and returns, after a second also with something left in it.
 void DoEvents();
 
 // DoEvents, but at most about thirty times a second: for loops whose single step is shorter than a look at the queue.
