@@ -42,6 +42,7 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
     screen     its size in pixels, `dpi` how many of them are an inch, `font` what dialogs get for "MS Sans Serif"
     prepare    called with the WineHome before the program starts, to lay out files
     """
+    keeps_to_one_processor = True  # with all that it starts; what is measured has the whole machine
 
     def __init__(self, name: str, *, files: dict[str, Path] | None = None, program: str = "Quellix.exe",
                  registry: dict | None = None, settings: dict | None = None, app_title: str = RUNNING_TITLE,
@@ -82,7 +83,8 @@ class Desktop(Windows, Input, Popups, Registry, Measures, Clock):
         return self
 
     def _set_up(self) -> None:
-        settle(HOMES)
+        if self.keeps_to_one_processor:
+            settle(HOMES)
         probe = compile_windows_program(PROGRAMS / "uiprobe.cpp", "-lgdi32", "-lntdll")
         self.display = self._leave.enter_context(Display(self.screen))
         self.x = XClient(self.display.name)

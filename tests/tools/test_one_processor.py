@@ -28,11 +28,8 @@ class Settling(unittest.TestCase):
         """One that stays until it is told to leave, and its processors."""
         task = subprocess.Popen([sys.executable, "-B", "-c", TASK, str(self.places)], cwd=ROOT, text=True,
                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.addCleanup(self.leave, task)
+        self.addCleanup(task.communicate)
         return task, [int(number) for number in task.stdout.readline().split()]
-
-    def leave(self, task: subprocess.Popen) -> None:
-        task.communicate()
 
     def test_fills_each_processor_with_one_task_before_it_gets_a_second(self):
         for _ in range(2):
@@ -41,7 +38,7 @@ class Settling(unittest.TestCase):
     def test_gives_the_place_of_a_task_that_has_ended_to_the_next(self):
         tasks = [self.task() for _ in range(2 * len(ALL))]
         for task, processors in (tasks[1], tasks[0]):
-            self.leave(task)
+            task.communicate()
             self.assertEqual(self.task()[1], processors)
 
     def test_leaves_the_others_where_they_are(self):
