@@ -45,6 +45,6 @@ took
 step 'running the tests'
 mkdir -p build/log
 status=0
-# Each task with a Windows keeps to one processor and waits there for windows and for pauses of the program.
+# Nearly each task with a Windows keeps to one processor and waits there for windows and for pauses of the program.
 ctest --test-dir build/win32-debug --output-on-failure --parallel "$((4 * $(nproc)))" "${choice[@]}" || status=$?
 exit "$status"
