@@ -1,7 +1,8 @@
 """Keeps what one task starts on one processor.
 
 A Windows program asks Wine's server some thousand times a second and waits for each answer. Where the two run on different
-processors, each question and each answer wakes another processor, which on a virtual machine takes a quarter of the processor time of all tests.
+processors, each question and each answer wakes another processor, which on a virtual machine takes a quarter of the
+processor time of all tests.
 """
 import fcntl
 import itertools
